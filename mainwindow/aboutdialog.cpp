@@ -1,0 +1,3 @@
+#include "mainwindow/aboutdialog.h"
+
+AboutDialog::AboutDialog(QWidget *parent) : QDialog(parent) {}

@@ -1,0 +1,3 @@
+#include "options/opdialog.h"
+
+OpDialog::OpDialog(QWidget *parent) : QDialog(parent) {}

@@ -1,0 +1,5 @@
+#include "rules/rules.h"
+
+Rules::Rules(QWidget *parent) : QDialog(parent) {}
+
+void Rules::setIniImage() {}
