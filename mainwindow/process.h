@@ -1,26 +1,34 @@
 #pragma once
 
+#include "analysis/line_parser.h"
 #include "analysis/subtext.h"
 #include "mainwindow/aboutdialog.h"
+#include "mainwindow/progress_pane.h"
 #include "options/opdialog.h"
+#include "pipeline/tool_process.h"
 
+#include <QNetworkReply>
+#include <QPointer>
+#include <QProcess>
 #include <QString>
 #include <QStringList>
 #include <QWidget>
 
 #include <array>
 #include <functional>
+#include <memory>
 
 class QDragEnterEvent;
 class QDropEvent;
 class QKeyEvent;
 class QNetworkAccessManager;
-class QNetworkReply;
-class QProcess;
 class QTimer;
 class QXmlStreamReader;
 class Rules;
 class Ui_process;
+namespace quorlin {
+enum class RowMove;
+}
 
 /// The main window, and the object on which a split runs: every step of the pipeline is a slot of
 /// it, chained through signals on the GUI thread. No slot waits for a tool.
@@ -71,4 +79,99 @@ public slots:
     void setrowup();                                      // mainwindow/file_list.cpp
     void setrowdown();                                    // mainwindow/file_list.cpp
     void setpdfpage();                                    // pipeline/page_count.cpp
+
+private:
+    /// Tests read the state of a run, which the window shows nowhere.
+    friend struct ProcessState;
+
+    // ---- mainwindow/process.cpp: construction and what every step uses
+    void placeOnScreen();
+    void createHelpers();
+    void connectControls();
+    void fillRuleList();
+    void fitCaptions();
+    void styleTable();
+    void addTableAction(const QString &text, const char *slot);
+    void createTableActions();
+    void setBackground();
+
+    /// Text of a cell, empty where the table holds no item or no such row.
+    QString cellText(int row, int column) const;
+    /// Puts @p text into a new item of the cell; nothing happens where the table has no such row.
+    void setCellText(int row, int column, const QString &text);
+    /// Stops the table from sorting, so that row numbers keep their files. The order shown stays.
+    void suspendSorting();
+    /// Lets the user sort again, unless a page count queue or a run still counts on row numbers.
+    /// The order shown stays until a header is clicked.
+    void resumeSorting();
+    /// Switches the controls that would change the list while page counts are read.
+    void enableJobControls(bool enabled);
+    /// Adds one line to the progress pane, exactly as it stands.
+    void addProgressLine(const QString &line);
+    /// A process for @p command, not started, that calls @p finishedSlot (a SLOT() text) once it
+    /// has ended, however it ended. A tool that cannot start never ends; it is told to the
+    /// observer.
+    QProcess *prepareTool(const QString &command, const char *finishedSlot);
+    void startTool(const QString &command, const char *finishedSlot);
+
+    std::unique_ptr<Ui_process> ui;
+    AboutDialog aboutDialog;
+    OpDialog optionsDialog;
+    std::unique_ptr<Rules> rules;
+    std::unique_ptr<quorlin::ProgressPane> progressPane;
+    quorlin::ToolProcesses tools;
+    QTimer *previewTimer = nullptr;
+    QNetworkAccessManager *networkManager = nullptr;
+    QString dataFolderPath;
+
+    // ---- mainwindow/file_list.cpp
+    void connectPreview();
+    void disconnectPreview();
+    void clearInfoQueue();
+    void addFileRow(int row, const QString &path);
+    void startInfoQueue();
+    void moveSelectedRows(quorlin::RowMove direction);
+    void swapRows(int row, int other);
+    void selectRows(const QList<int> &moved);
+
+    // ---- pipeline/driver.cpp
+    bool refuseEmptyList();
+    bool refuseMissingOutputFolder();
+    void judgePreviousRow();
+
+    int currentRow = 0;   ///< row of the file being split; not the table's current row
+    int fileCount = 0;    ///< rows to split, read anew for every file
+    QString outputFile;   ///< output started last
+    bool running = false; ///< a run counts on the table's row numbers
+    std::unique_ptr<QProcess> idleProcess; ///< never started
+
+    // ---- pipeline/page_count.cpp
+    QStringList infoQueueFiles;     ///< files that wait for their page count
+    QStringList infoQueueRows;      ///< row of each of them, as decimal text
+    int infoQueueIndex = 0;         ///< the one being counted
+    QPointer<QProcess> infoProcess; ///< its query
+    int pageCount = 1;              ///< read last; during a split that of the file being split
+    bool counting = false;          ///< a queue counts on the table's row numbers
+
+    // ---- pipeline/page_export.cpp: the chosen rule
+    int ruleX = 0;
+    int ruleY = 0;
+    int ruleWidth = 0;
+    int ruleHeight = 0;
+    QString ruleText;
+
+    // ---- analysis/region_text.cpp
+    void requestPage(int page);
+
+    int currentPage = 1;                          ///< next page to read, counted from 1
+    QStringList pageLines;                        ///< lines of the page being parsed
+    QStringList pageTexts;                        ///< text at the rule's position, one entry a page
+    QStringList pageRanges;                       ///< pages of each output
+    QStringList rangeTexts;                       ///< text that names each output
+    QPointer<QNetworkReply> pageReply;            ///< pending read of a page file
+    std::unique_ptr<QXmlStreamReader> pageReader; ///< over the page read last; nothing reads it yet
+    std::array<Subtext, quorlin::maximumPageItems> pageItems; ///< items of the page being parsed
+
+    // ---- pipeline/output_assembly.cpp
+    int groupIndex = 0; ///< next group to write
 };

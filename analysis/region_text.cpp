@@ -1,0 +1,85 @@
+#include "analysis/grouping.h"
+#include "analysis/line_parser.h"
+#include "common/folders.h"
+#include "mainwindow/process.h"
+#include "pipeline/page_file.h"
+#include "ui_process.h"
+
+#include <QNetworkAccessManager>
+#include <QNetworkRequest>
+#include <QXmlStreamReader>
+
+void Process::getAlltheText()
+{
+    pageCount = cellText(currentRow, 1).toInt();
+    if (currentPage <= pageCount) {
+        requestPage(currentPage);
+        return;
+    }
+    currentPage = 1;
+    const quorlin::PageGroups groups =
+        quorlin::groupPages(pageTexts, ui->comboBox_method->currentIndex());
+    pageRanges = groups.ranges;
+    rangeTexts = groups.texts;
+    // A run that stopped inside a file left its number here.
+    groupIndex = 0;
+    splitpdffile();
+}
+
+void Process::requestPage(int page)
+{
+    const QString path = quorlin::pageFilePath(quorlin::temporaryFolder(), page);
+    pageReply = networkManager->get(QNetworkRequest(quorlin::pageFileUrl(path)));
+    addProgressLine(QStringLiteral("Analyzing page ") + QString::number(page));
+    ++currentPage;
+    connect(pageReply, SIGNAL(finished()), this, SLOT(gethtm()));
+}
+
+void Process::gethtm()
+{
+    // A second press of "Split" may have replaced the pending reply; each is read once.
+    QNetworkReply *reply = qobject_cast<QNetworkReply *>(sender());
+    if (reply == nullptr) {
+        reply = pageReply;
+    }
+    if (reply == nullptr) {
+        return;
+    }
+    const QString html = QString::fromUtf8(reply->readAll());
+    reply->deleteLater();
+    pageReader = std::make_unique<QXmlStreamReader>(html);
+    getTextPosition(html);
+}
+
+void Process::getTextPosition(QString sxml)
+{
+    pageLines = quorlin::pageFileLines(sxml);
+    QString text = quorlin::noTextMarker();
+    for (qsizetype i = 0; i < pageLines.size(); ++i) {
+        const Subtext item = getSubtextInfo(pageLines.at(i));
+        if (i < quorlin::maximumPageItems) {
+            pageItems[static_cast<std::size_t>(i)] = item;
+        }
+        if (item.left == ruleX && item.top == ruleY) {
+            text = item.text;
+            break;
+        }
+    }
+    pageTexts.append(text);
+    getAlltheText();
+}
+
+Subtext Process::getSubtextInfo(QString sRow)
+{
+    return quorlin::parseItem(sRow);
+}
+
+int Process::getpos(QString sPos, QString sRow)
+{
+    return quorlin::styleValue(sPos, sRow);
+}
+
+QString Process::gettext(QString sRow)
+{
+    return quorlin::itemText(sRow);
+}
