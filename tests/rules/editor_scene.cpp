@@ -92,7 +92,8 @@ void EditorScene::addPageText(int page, QSize size, const QByteArray &text, Qt::
 {
     QImage picture(size, QImage::Format_RGB32);
     picture.fill(colour);
-    QVERIFY(picture.save(canned(QString::number(page) + ".png"), "PNG"));
+    // Uncompressed, so that pictures of one size have files of one size.
+    QVERIFY(picture.save(canned(QString::number(page) + ".png"), "PNG", 100));
     write(canned(QString::number(page) + ".htm"), text);
 }
 
