@@ -73,7 +73,7 @@ void Rules::setExportLimit(int milliseconds)
     exportLimit = milliseconds;
 }
 
-void Rules::generatePNGfile(QString pdffile, int page, QString pngfile)
+void Rules::generatePNGfile(const QString &pdffile, int page, const QString &pngfile)
 {
     const QString command = pageExportCommand(applicationFolder(), pdffile, page, pngfile);
     debugLine({quoted(command)});
