@@ -235,4 +235,3 @@ void Process::startTool(const QString &command, const char *finishedSlot)
     prepareTool(command, finishedSlot)->startCommand(command, QIODevice::ReadWrite);
 }
 
-void Process::enteroption() {}
