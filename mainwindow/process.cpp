@@ -227,6 +227,9 @@ QProcess *Process::prepareTool(const QString &command, const char *finishedSlot)
             }
         },
         Qt::QueuedConnection);
+    if (toolObserver) {
+        toolObserver(*process);
+    }
     return process;
 }
 
