@@ -73,7 +73,7 @@ void Rules::setExportLimit(int milliseconds)
     exportLimit = milliseconds;
 }
 
-void Rules::generatePNGfile(QString pdffile, int page, QString pngfile)
+void Rules::generatePNGfile(const QString &pdffile, int page, const QString &pngfile)
 {
     const QString command = pageExportCommand(applicationFolder(), pdffile, page, pngfile);
     debugLine({quoted(command)});
@@ -138,7 +138,7 @@ void Rules::setframeImage()
 {
     // Loaded as an image, not as a pixmap: QPixmap keeps files in a cache by name, size and second
     // of change, and would show the page before when pages are turned fast.
-    const QImage picture(pngPath);
+    const QImage picture = pngPath.isEmpty() ? QImage() : QImage(pngPath);
     imageWidth = static_cast<float>(picture.width());
     imageHeight = static_cast<float>(picture.height());
     const QSize box = previewSize(imageWidth, imageHeight, zoomFactor);

@@ -44,26 +44,30 @@ public:
     /// A tool that needs longer goes on by itself.
     void setExportLimit(int milliseconds); // rules/page_preview.cpp
 
+protected:
+    void wheelEvent(QWheelEvent *event) override; // rules/page_preview.cpp
+
 public slots:
     // Declared in this order on purpose: it fixes the indices of the meta-object. The event
     // handlers among them override QDialog's.
-    void gethtmlinfo();                                // rules/text_picking.cpp
-    void getdiv();                                     // rules/text_picking.cpp
-    void getTextPosition(QString sxml);                // rules/text_picking.cpp
-    Subtext getSubtextInfo(QString sRow);              // rules/text_picking.cpp
-    int getpos(QString sPos, QString sRow);            // rules/text_picking.cpp
-    QString gettext(QString sRow);                     // rules/text_picking.cpp
-    void drawlabels();                                 // rules/text_picking.cpp
-    void mouseMoveEvent(QMouseEvent *event) override;  // rules/text_picking.cpp
-    void mousePressEvent(QMouseEvent *event) override; // rules/text_picking.cpp
-    void setZoomout();                                 // rules/page_preview.cpp
-    void setZoomin();                                  // rules/page_preview.cpp
-    void textmessagebox();                             // rules/text_picking.cpp
-    void getSpecifytext();                             // rules/text_picking.cpp
-    void addtorules();                                 // rules/text_picking.cpp
+    void gethtmlinfo();                                   // rules/text_picking.cpp
+    void getdiv();                                        // rules/text_picking.cpp
+    void getTextPosition(const QString &sxml);            // rules/text_picking.cpp
+    Subtext getSubtextInfo(const QString &sRow);          // rules/text_picking.cpp
+    int getpos(const QString &sPos, const QString &sRow); // rules/text_picking.cpp
+    QString gettext(const QString &sRow);                 // rules/text_picking.cpp
+    void drawlabels();                                    // rules/text_picking.cpp
+    void mouseMoveEvent(QMouseEvent *event) override;     // rules/text_picking.cpp
+    void mousePressEvent(QMouseEvent *event) override;    // rules/text_picking.cpp
+    void setZoomout();                                    // rules/page_preview.cpp
+    void setZoomin();                                     // rules/page_preview.cpp
+    void textmessagebox();                                // rules/text_picking.cpp
+    void getSpecifytext();                                // rules/text_picking.cpp
+    void addtorules();                                    // rules/text_picking.cpp
     /// Exports page @p page (counted from 1; 0 = all pages) of @p pdffile beside @p pngfile, which
     /// names the tool's ".xml" output: picture and items lie next to it. Waits for the tool.
-    void generatePNGfile(QString pdffile, int page, QString pngfile); // rules/page_preview.cpp
+    void generatePNGfile(const QString &pdffile, int page,
+                         const QString &pngfile); // rules/page_preview.cpp
     /// Prepares the preview of the sample named in the settings file; called before every opening.
     void setIniImage();   // rules/page_preview.cpp
     void setPageChange(); // rules/page_preview.cpp
@@ -71,9 +75,6 @@ public slots:
     void setpageup();     // rules/page_preview.cpp
     void setpagedown();   // rules/page_preview.cpp
     void setupdownVis();  // rules/page_preview.cpp
-
-protected:
-    void wheelEvent(QWheelEvent *event) override; // rules/page_preview.cpp
 
 private:
     void buildPreview();      // rules/rules.cpp

@@ -50,7 +50,7 @@ void Rules::getdiv()
     }
 }
 
-void Rules::getTextPosition(QString sxml)
+void Rules::getTextPosition(const QString &sxml)
 {
     pageLines = pageFileLines(sxml);
     if (pageLines.size() > maximumPageItems) {
@@ -61,17 +61,17 @@ void Rules::getTextPosition(QString sxml)
     }
 }
 
-Subtext Rules::getSubtextInfo(QString sRow)
+Subtext Rules::getSubtextInfo(const QString &sRow)
 {
     return parseItem(sRow);
 }
 
-int Rules::getpos(QString sPos, QString sRow)
+int Rules::getpos(const QString &sPos, const QString &sRow)
 {
     return styleValue(sPos, sRow);
 }
 
-QString Rules::gettext(QString sRow)
+QString Rules::gettext(const QString &sRow)
 {
     return itemText(sRow);
 }

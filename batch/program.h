@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QStringList>
+
+namespace quorlin::batch {
+
+// Exit statuses of the program.
+inline constexpr int everythingDone = 0;
+inline constexpr int somethingFailed = 1;
+inline constexpr int wrongUsage = 2;
+
+/// Does what the command line @p words (without the program's name) asks for.
+/// @returns the exit status: one of the above, or 128 and a signal's number
+int runProgram(const QStringList &words);
+
+} // namespace quorlin::batch
