@@ -238,4 +238,3 @@ void Process::startTool(const QString &command, const char *finishedSlot)
     prepareTool(command, finishedSlot)->startCommand(command, QIODevice::ReadWrite);
 }
 
-void Process::enteroption() {}
