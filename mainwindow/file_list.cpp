@@ -48,6 +48,12 @@ void Process::setopenfile()
         return;
     }
     rememberFolder(QStringLiteral("dir/input"), QFileInfo(files.first()).absolutePath());
+    addFiles(files);
+}
+
+void Process::addFiles(const QStringList &files)
+{
+    clearInfoQueue();
     suspendSorting();
     int row = ui->inputfiletableWidget->rowCount();
     for (const QString &file : files) {

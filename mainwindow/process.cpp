@@ -227,6 +227,9 @@ QProcess *Process::prepareTool(const QString &command, const char *finishedSlot)
             }
         },
         Qt::QueuedConnection);
+    if (toolObserver) {
+        toolObserver(*process);
+    }
     return process;
 }
 
@@ -235,4 +238,3 @@ void Process::startTool(const QString &command, const char *finishedSlot)
     prepareTool(command, finishedSlot)->startCommand(command, QIODevice::ReadWrite);
 }
 
-void Process::enteroption() {}

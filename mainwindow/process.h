@@ -48,6 +48,12 @@ public:
     /// Called with the command of a tool that could not be started. Where a split stands still
     /// then, the window stays silent, but a caller without a window must not wait for ever.
     std::function<void(const QString &command)> toolFailureObserver;
+    /// Called with every tool just before it is started, so that a caller without a window can hear
+    /// what it says and end it when it hangs.
+    std::function<void(QProcess &tool)> toolObserver;
+
+    /// Adds @p files to the list, whatever their suffix, and counts their pages.
+    void addFiles(const QStringList &files); // mainwindow/file_list.cpp
 
 public slots:
     // Declared in this order on purpose: it fixes the indices of the meta-object. The event

@@ -10,7 +10,7 @@ QStringList ruleNames()
 {
     QSettings settings(settingsFileName(), QSettings::IniFormat);
     settings.beginGroup(QStringLiteral("orbi"));
-    const QStringList names = settings.childKeys();
+    QStringList names = settings.childKeys();
     settings.endGroup();
     return names;
 }

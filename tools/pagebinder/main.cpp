@@ -1,4 +1,6 @@
-int main()
+#include "tools/pagebinder/pagebinder.h"
+
+int main(int argc, char **argv)
 {
-    return 2;
+    return tools::runPageBinder(argc, argv);
 }

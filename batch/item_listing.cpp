@@ -1,0 +1,46 @@
+#include "batch/item_listing.h"
+
+#include "analysis/line_parser.h"
+#include "batch/progress_line.h"
+
+namespace quorlin::batch {
+
+namespace {
+
+constexpr int columnWidth = 7;
+
+QString column(const QString &text)
+{
+    return text.rightJustified(columnWidth);
+}
+
+} // namespace
+
+QList<Subtext> itemsOfPage(const QString &html)
+{
+    QList<Subtext> items;
+    for (const QString &line : pageFileLines(html)) {
+        const Subtext item = parseItem(line);
+        if (item != Subtext()) {
+            items.append(item);
+        }
+    }
+    return items;
+}
+
+QString itemTable(const QList<Subtext> &items)
+{
+    QString table = column(QStringLiteral("left")) + column(QStringLiteral("top")) +
+                    column(QStringLiteral("width")) + column(QStringLiteral("height")) +
+                    QStringLiteral("  text\n");
+    for (const Subtext &item : items) {
+        for (const int number : {item.left, item.top, item.width, item.height}) {
+            // Numbers too long for their column still stand apart.
+            table += QString::number(number).rightJustified(columnWidth);
+        }
+        table += QStringLiteral("  ") + printable(item.text) + u'\n';
+    }
+    return table;
+}
+
+} // namespace quorlin::batch

@@ -1,0 +1,107 @@
+#include "batch/run_plan.h"
+
+#include "pipeline/output_path.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QMap>
+
+namespace quorlin::batch {
+
+namespace {
+
+/// The tools' commands enclose every path in double quotes.
+QString quoteFault(const QString &path)
+{
+    return path.contains(u'"')
+               ? QStringLiteral("its path holds a double quote, which the tools cannot be given")
+               : QString();
+}
+
+} // namespace
+
+QString absolutePath(const QString &path, const QString &currentFolder)
+{
+    return QDir::cleanPath(QDir(currentFolder).absoluteFilePath(path));
+}
+
+QString refusalOf(const QString &path)
+{
+    const QFileInfo file(path);
+    if (!file.exists()) {
+        return QStringLiteral("there is no such file");
+    }
+    if (file.isDir()) {
+        return QStringLiteral("it is a folder");
+    }
+    if (!file.isFile()) {
+        return QStringLiteral("it is no regular file");
+    }
+    if (!file.isReadable()) {
+        return QStringLiteral("it may not be read");
+    }
+    return quoteFault(path);
+}
+
+QStringList sharedFolderWarnings(const QStringList &files, const QString &outputFolder)
+{
+    QMap<QString, QStringList> byName;
+    for (const QString &file : files) {
+        byName[inputBaseName(file)].append(file);
+    }
+    QStringList warnings;
+    for (auto entry = byName.cbegin(); entry != byName.cend(); ++entry) {
+        if (entry.value().size() > 1) {
+            warnings.append(QString::number(entry.value().size()) +
+                            QStringLiteral(" files share the output folder ") + outputFolder +
+                            u'/' + entry.key() + QStringLiteral(": ") +
+                            entry.value().join(QStringLiteral(", ")));
+        }
+    }
+    return warnings;
+}
+
+RunPlan planRun(const Arguments &arguments, const QString &currentFolder)
+{
+    RunPlan plan;
+    plan.method = arguments.method - 1;
+    plan.timeoutSeconds = arguments.timeoutSeconds;
+    plan.outputFolder = absolutePath(arguments.outputFolder, currentFolder);
+    for (const QString &name : arguments.files) {
+        const QString path = absolutePath(name, currentFolder);
+        const QString refusal =
+            name.isEmpty() ? QStringLiteral("an empty file name") : refusalOf(path);
+        if (!refusal.isEmpty()) {
+            plan.refusedFiles.append({path, refusal, plan.files.size()});
+        } else if (plan.files.contains(path)) {
+            plan.warnings.append(path + QStringLiteral(": named twice, split once"));
+        } else {
+            plan.files.append(path);
+        }
+    }
+    plan.warnings += sharedFolderWarnings(plan.files, plan.outputFolder);
+    return plan;
+}
+
+QString prepareOutputFolder(const QString &folder, bool create)
+{
+    const QFileInfo info(folder);
+    if (const QString fault = quoteFault(folder); !fault.isEmpty()) {
+        return folder + QStringLiteral(": ") + fault;
+    }
+    if (info.exists() && !info.isDir()) {
+        return folder + QStringLiteral(": the output folder is a file");
+    }
+    if (!info.exists() && !create) {
+        return folder + QStringLiteral(": there is no such output folder (--create makes it)");
+    }
+    if (!info.exists() && !QDir().mkpath(folder)) {
+        return folder + QStringLiteral(": the output folder could not be made");
+    }
+    if (!QFileInfo(folder).isWritable()) {
+        return folder + QStringLiteral(": the output folder may not be written to");
+    }
+    return {};
+}
+
+} // namespace quorlin::batch

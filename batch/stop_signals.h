@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QObject>
+#include <QSocketNotifier>
+
+#include <functional>
+#include <memory>
+
+namespace quorlin::batch {
+
+/// Turns the signals that ask a program to end (SIGINT, SIGTERM, SIGHUP) into a call from the
+/// event loop, so that children are ended and scratch files removed before the program goes.
+/// One object at a time.
+class StopSignals
+{
+public:
+    /// @param whenAsked is called with the signal's number
+    explicit StopSignals(std::function<void(int signal)> whenAsked);
+    ~StopSignals();
+    StopSignals(const StopSignals &) = delete;
+    StopSignals &operator=(const StopSignals &) = delete;
+
+private:
+    void readSignal();
+
+    std::function<void(int)> notify;
+    std::unique_ptr<QSocketNotifier> notifier;
+    int readEnd = -1;
+};
+
+} // namespace quorlin::batch

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "analysis/subtext.h"
+
+#include <QPointF>
+#include <QRect>
+#include <QSize>
+
+#include <optional>
+#include <span>
+
+namespace quorlin {
+
+// Geometry of the page preview. Items and rules are kept in page units (see Subtext); the picture
+// has one pixel per unit at zoom 1.0, so a place on the screen is unit x zoom, truncated. Products
+// are computed in single precision: in double, 25 x 0.64f truncates to 15 instead of 16.
+
+/// Zoom after one step of enlarging: x 1.25 in single precision. There is no upper limit.
+float enlargedZoom(float zoom);
+
+/// Zoom after one step of shrinking: x 0.8 in double precision, rounded to float afterwards. There
+/// is no lower limit.
+float shrunkZoom(float zoom);
+
+/// Box, in pixels, into which a picture of @p width x @p height pixels is scaled. Empty when
+/// nothing is left of the picture, and when it would be too large to be held: a side above 32767 or
+/// more than 2^28 pixels.
+QSize previewSize(float width, float height, float zoom);
+
+/// Place of the frame over @p item, in pixels of the shown picture. Numbers that no picture reaches
+/// are cut to the largest size of a widget.
+QRect itemFrame(const Subtext &item, float zoom);
+
+/// Index of the last of @p frames that contains @p point. The left, top and bottom edges belong to
+/// a frame, the right edge does not. Nothing when no frame contains it.
+std::optional<qsizetype> frameAt(std::span<const QRect> frames, QPointF point);
+
+/// Place of the confirming button: right of @p frame and aligned with its top, 141 x 28. An empty
+/// @p frame stands for no frame and gives the top left corner.
+QRect confirmGeometry(const QRect &frame);
+
+} // namespace quorlin

@@ -1,0 +1,194 @@
+#include "options/option_rules.h"
+
+#include <QSet>
+#include <QTest>
+
+using namespace quorlin;
+
+class OptionRulesTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void indexOutOfRangeFallsBack_data();
+    void indexOutOfRangeFallsBack();
+    void switchesReadTheirOneWord_data();
+    void switchesReadTheirOneWord();
+    void onlyOneSelectsCustom_data();
+    void onlyOneSelectsCustom();
+    void emptyResolutionFallsBack_data();
+    void emptyResolutionFallsBack();
+    void passwordsRuleOut_data();
+    void passwordsRuleOut();
+    void onlyClosedHasNoResolution();
+    void writtenTextIsReadBack();
+    void keysAndControlsAreUnique();
+    void keysStandInWritingOrder();
+};
+
+void OptionRulesTest::indexOutOfRangeFallsBack_data()
+{
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<int>("limit");
+    QTest::addColumn<int>("fallback");
+    QTest::addColumn<int>("index");
+    QTest::newRow("first entry") << "0" << 4 << 3 << 0;
+    QTest::newRow("last entry") << "3" << 4 << 1 << 3;
+    QTest::newRow("one past the end") << "4" << 4 << 3 << 3;
+    QTest::newRow("far past the end") << "7" << 4 << 3 << 3;
+    QTest::newRow("past the end of three") << "3" << 3 << 1 << 1;
+    QTest::newRow("past the end of five") << "5" << 5 << 4 << 4;
+    QTest::newRow("negative") << "-1" << 4 << 3 << 3;
+    QTest::newRow("word") << "abc" << 4 << 3 << 3;
+    QTest::newRow("empty") << "" << 3 << 1 << 1;
+    QTest::newRow("fraction") << "1.0" << 3 << 2 << 2;
+    QTest::newRow("too large for a number") << "99999999999" << 4 << 3 << 3;
+    QTest::newRow("wraps to zero in 32 bits") << "4294967296" << 4 << 3 << 3;
+}
+
+void OptionRulesTest::indexOutOfRangeFallsBack()
+{
+    QFETCH(QString, stored);
+    QFETCH(int, limit);
+    QFETCH(int, fallback);
+    QTEST(storedIndex(stored, limit, fallback), "index");
+}
+
+void OptionRulesTest::switchesReadTheirOneWord_data()
+{
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<bool>("unlessNo");
+    QTest::addColumn<bool>("onlyOk");
+    QTest::newRow("Ok") << "Ok" << true << true;
+    QTest::newRow("No") << "No" << false << false;
+    QTest::newRow("empty") << "" << true << false;
+    QTest::newRow("other case") << "no" << true << false;
+    QTest::newRow("Ok in other case") << "OK" << true << false;
+    QTest::newRow("number") << "0" << true << false;
+    QTest::newRow("blank after it") << "No " << true << false;
+}
+
+void OptionRulesTest::switchesReadTheirOneWord()
+{
+    QFETCH(QString, stored);
+    QTEST(onUnlessNo(stored), "unlessNo");
+    QTEST(offUnlessOk(stored), "onlyOk");
+}
+
+void OptionRulesTest::onlyOneSelectsCustom_data()
+{
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<int>("index");
+    QTest::newRow("0") << "0" << 0;
+    QTest::newRow("1") << "1" << 1;
+    QTest::newRow("2") << "2" << 0;
+    QTest::newRow("-1") << "-1" << 0;
+    QTest::newRow("01") << "01" << 0;
+    QTest::newRow("empty") << "" << 0;
+    QTest::newRow("caption") << "Custom" << 0;
+}
+
+void OptionRulesTest::onlyOneSelectsCustom()
+{
+    QFETCH(QString, stored);
+    QTEST(generalSettingIndex(stored), "index");
+}
+
+void OptionRulesTest::emptyResolutionFallsBack_data()
+{
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("empty") << ""
+                           << "150";
+    QTest::newRow("number") << "72"
+                            << "72";
+    QTest::newRow("no number stays as typed") << "fine"
+                                              << "fine";
+    QTest::newRow("blank is not empty") << " "
+                                        << " ";
+}
+
+void OptionRulesTest::emptyResolutionFallsBack()
+{
+    QFETCH(QString, stored);
+    QTEST(resolutionText(stored, QStringLiteral("150")), "text");
+}
+
+void OptionRulesTest::passwordsRuleOut_data()
+{
+    QTest::addColumn<QString>("user");
+    QTest::addColumn<QString>("owner");
+    QTest::addColumn<bool>("mark");
+    QTest::addColumn<bool>("pdfA");
+    QTest::addColumn<bool>("enabled");
+    QTest::newRow("none") << ""
+                          << "" << false << false << true;
+    QTest::newRow("user") << "u"
+                          << "" << true << true << false;
+    QTest::newRow("owner") << ""
+                           << "o" << false << true << false;
+    QTest::newRow("both") << "u"
+                          << "o" << true << true << false;
+    QTest::newRow("a blank is a password") << " "
+                                           << "" << true << true << false;
+}
+
+void OptionRulesTest::passwordsRuleOut()
+{
+    QFETCH(QString, user);
+    QFETCH(QString, owner);
+    const PasswordEffect effect = passwordEffect(user, owner);
+    QTEST(effect.warnsMark, "mark");
+    QTEST(effect.warnsPdfA, "pdfA");
+    QTEST(effect.pdfAEnabled, "enabled");
+}
+
+void OptionRulesTest::onlyClosedHasNoResolution()
+{
+    QVERIFY(!hasResolution(0));
+    for (int type = 1; type < 4; ++type) {
+        QVERIFY(hasResolution(type));
+    }
+}
+
+void OptionRulesTest::writtenTextIsReadBack()
+{
+    for (const bool on : {true, false}) {
+        QCOMPARE(onUnlessNo(switchText(on)), on);
+        QCOMPARE(offUnlessOk(switchText(on)), on);
+    }
+    for (const int index : {0, 1}) {
+        QCOMPARE(generalSettingIndex(generalSettingText(index)), index);
+    }
+}
+
+void OptionRulesTest::keysAndControlsAreUnique()
+{
+    QSet<QByteArray> keys;
+    QSet<QByteArray> controls;
+    for (const OptionRule &rule : optionRules()) {
+        keys.insert(rule.key);
+        controls.insert(rule.control);
+        QCOMPARE(rule.limit > 0, rule.kind == OptionKind::Index);
+    }
+    QCOMPARE(keys.size(), optionCount);
+    QCOMPARE(controls.size(), optionCount);
+}
+
+void OptionRulesTest::keysStandInWritingOrder()
+{
+    QByteArray keys;
+    for (const OptionRule &rule : optionRules()) {
+        keys += QByteArray(rule.key) + ' ';
+    }
+    QCOMPARE(keys,
+             QByteArray("Set/Set Image/Image Image/ColorType Image/ColorRes Image/ColorEnc "
+                        "Image/GrayType Image/GrayRes Image/GrayEnc Image/MonoType Image/MonoRes "
+                        "Image/MonoEnc Fonts/Fonts Fonts/Embed Fonts/Com Fonts/Sub Secur/Secur "
+                        "Secur/UsrPwd Secur/OwrPwd Secur/AllowPri Secur/AllowMod Secur/AllowCop "
+                        "Secur/AllowAdd Annot/Annot Annot/PDFA Annot/Aut Annot/Tit Annot/Sub "
+                        "Annot/Key Annot/Cre Annot/Pro "));
+}
+
+QTEST_GUILESS_MAIN(OptionRulesTest)
+#include "option_rules_test.moc"

@@ -1,0 +1,141 @@
+#pragma once
+
+#include "rules/rules.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QList>
+#include <QPoint>
+#include <QPushButton>
+#include <QRect>
+#include <QSize>
+#include <QSpinBox>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <memory>
+
+/// A fresh application folder and a fresh scratch folder with a page export tool that copies
+/// prepared pages and notes every call.
+class ToolBench
+{
+public:
+    ToolBench();
+    ~ToolBench();
+    ToolBench(const ToolBench &) = delete;
+    ToolBench &operator=(const ToolBench &) = delete;
+
+    // ---- the document
+    /// Prepares page @p page: a picture of @p size in one colour and one line per item.
+    void addPage(int page, QSize size, const QList<Subtext> &items, Qt::GlobalColor colour);
+    /// Prepares page @p page from a picture of @p size and the page file's text as it stands.
+    void addPageText(int page, QSize size, const QByteArray &text, Qt::GlobalColor colour);
+    /// Takes the prepared picture or the prepared items away, so that the tool writes none.
+    void removePicture(int page);
+    void removeItems(int page);
+    /// Writes "file/file" and "file/page" as the main window does.
+    void storeSample(const QString &file, const QString &pageCount);
+    /// storeSample() with the document itself.
+    void storeDocument(int pageCount);
+    /// Path of the sample document, which exists.
+    QString document() const { return application.filePath(QStringLiteral("sample.pdf")); }
+
+    // ---- the tool
+    /// Lets the tool end without writing anything.
+    void failExports(bool fail);
+    /// Holds every export up until releaseExports().
+    void holdExports();
+    void releaseExports();
+    /// Takes the tool away.
+    void removeTool();
+    /// Puts an executable script named @p tool into the application folder.
+    void writeTool(const QString &tool, const QByteArray &script);
+    /// Arguments of every export so far.
+    QStringList calls() const;
+
+    /// A text of the settings file, read by a fresh settings object.
+    static QString setting(const QString &key);
+    /// The settings file as it stands on disk.
+    QByteArray settingsFile() const;
+    QString applicationPath() const { return application.path(); }
+    QString scratchPath() const { return scratch.path(); }
+
+private:
+    QString canned(const QString &name) const { return application.filePath("canned/" + name); }
+
+    QTemporaryDir application;
+    QTemporaryDir scratch;
+    QString formerFolder;
+    QByteArray formerTmp;
+};
+
+/// A rule editor as a user sees and handles it: widgets by name, frames by place, clicks.
+class EditorView
+{
+public:
+    explicit EditorView(Rules &shown) : rules(&shown) {}
+
+    Rules &editor() { return *rules; }
+    template <typename Widget> Widget *find(const char *name) const
+    {
+        return rules->findChild<Widget *>(QString::fromLatin1(name));
+    }
+    QPushButton *button(const char *name) const { return find<QPushButton>(name); }
+    QLineEdit *field(const char *name) const { return find<QLineEdit>(name); }
+    QSpinBox *pageBox() const { return find<QSpinBox>("spinBox_pagenumber"); }
+    QLabel *picture() const { return find<QLabel>("imageLabel"); }
+    QPushButton *ruleButton() const { return find<QPushButton>("ruleButton"); }
+    /// Frames over the picture in the order in which they were made.
+    QList<QPushButton *> frames() const;
+    QList<QRect> frameRects() const;
+    QSize pictureSize() const { return picture()->pixmap().size(); }
+    QColor pictureColour() const;
+    /// Clicks a button of the editor with the mouse.
+    void click(const char *name);
+    /// Puts the cursor on @p point of the picture and clicks there, on whatever lies there.
+    void clickPicture(QPoint point);
+    /// Clicks the middle of frame @p index.
+    void clickFrame(int index);
+    /// Types a new rule name.
+    void typeName(const QString &name);
+
+private:
+    Rules *rules;
+};
+
+/// A rule editor of its own over a ToolBench.
+class EditorScene : public ToolBench, public EditorView
+{
+public:
+    EditorScene();
+
+    /// Prepares and shows the editor as the main window does, without its event loop.
+    void open();
+    /// open() and wait until @p frames frames stand.
+    void openWithFrames(int frames);
+
+private:
+    explicit EditorScene(std::unique_ptr<Rules> made);
+
+    std::unique_ptr<Rules> owned;
+};
+
+/// A page file line of @p item.
+QByteArray itemLine(const Subtext &item);
+
+/// Waits, from the event loop, for the next message box, notes its title and text and clicks Ok.
+class BoxAnswer
+{
+public:
+    BoxAnswer();
+    ~BoxAnswer();
+
+    bool shown = false;
+    QString title;
+    QString text;
+    int icon = 0;
+    int buttons = 0;
+
+private:
+    std::unique_ptr<QObject> watcher;
+};

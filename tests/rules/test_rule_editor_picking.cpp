@@ -1,0 +1,346 @@
+#include "editor_scene.h"
+
+#include <QCursor>
+#include <QFrame>
+#include <QImage>
+#include <QTest>
+#include <QToolTip>
+
+namespace {
+
+const QList<Subtext> twoItems{{72, 104, 210, 12, "Invoice"}, {72, 200, 60, 20, "Total 5"}};
+constexpr QSize sheet(500, 500);
+
+int pixelsOf(const QImage &image, bool (*matches)(QRgb))
+{
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            count += matches(image.pixel(x, y)) ? 1 : 0;
+        }
+    }
+    return count;
+}
+
+bool isGreen(QRgb p)
+{
+    return qGreen(p) > 100 && qRed(p) < 60 && qBlue(p) < 60;
+}
+
+bool isRed(QRgb p)
+{
+    return qRed(p) > 200 && qGreen(p) < 60 && qBlue(p) < 60;
+}
+
+} // namespace
+
+/// Frames, clicks on them, the tool tip and the confirming button.
+class TestRuleEditorPicking : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyLineHasAFlatFrame();
+    void framesAreScaledWithoutTheirItems();
+    void emptyItemsCannotBeClicked();
+    void framesAreDottedGreenAndRedWhilePressed();
+    void clickSelectsTheItemUnderTheCursor();
+    void cursorDecidesAtTheEdges_data();
+    void cursorDecidesAtTheEdges();
+    void laterOfOverlappingItemsIsPicked();
+    void cursorOutsideEveryFramePicksTheFirstItem();
+    void keyboardActivationFollowsTheCursor();
+    void tipShowsUnscaledPosition();
+    void confirmingButtonStandsRightOfTheItemAboveTheFrames();
+    void confirmingButtonFollowsTheZoom();
+    void pressBesideTheItemsHidesTheConfirmingButton_data();
+    void pressBesideTheItemsHidesTheConfirmingButton();
+    void pressOnAnItemMovesTheConfirmingButton();
+    void confirmingShowsTheItemAndAllowsSaving();
+    void textsStayAsTheyStandInThePageFile();
+    void pageFileLinesFollowTheParser();
+    void pageWithoutItemsHasNoFrames();
+    void unusedSlotsChangeNothing();
+
+private:
+    static void open(EditorScene &scene, const QList<Subtext> &items = twoItems)
+    {
+        scene.addPage(1, sheet, items, Qt::white);
+        scene.storeDocument(1);
+        scene.openWithFrames(int(items.size()));
+    }
+    /// Confirms the picked item and returns what the content field shows.
+    static QString confirm(EditorScene &scene)
+    {
+        scene.click("ruleButton");
+        return scene.field("lineEdit_rulebefore")->text();
+    }
+};
+
+void TestRuleEditorPicking::everyLineHasAFlatFrame()
+{
+    EditorScene scene;
+    open(scene);
+    QCOMPARE(scene.frameRects(), (QList<QRect>{{72, 104, 210, 12}, {72, 200, 60, 20}}));
+    for (const QPushButton *frame : scene.frames()) {
+        QVERIFY(frame->isFlat());
+        QVERIFY(frame->isVisible());
+        QVERIFY(!frame->autoDefault());
+        QCOMPARE(
+            frame->styleSheet(),
+            QStringLiteral("border:2px dotted green;} QPushButton:Pressed{border:2px dotted red;"));
+    }
+}
+
+void TestRuleEditorPicking::framesAreScaledWithoutTheirItems()
+{
+    EditorScene scene;
+    open(scene);
+    scene.click("pushButton_zoomout");
+    QTRY_COMPARE(scene.frameRects(), (QList<QRect>{{90, 130, 262, 15}, {90, 250, 75, 25}}));
+    scene.clickFrame(1);
+    QCOMPARE(confirm(scene), QStringLiteral("(72 200 60 20)=Total 5"));
+}
+
+void TestRuleEditorPicking::emptyItemsCannotBeClicked()
+{
+    EditorScene scene;
+    scene.addPageText(1, sheet,
+                      "<html>\n" + itemLine(twoItems.at(0)) + "\n\n" +
+                          itemLine({10, 10, 0, 12, "no width"}) + "</html>\n",
+                      Qt::white);
+    scene.storeDocument(1);
+    scene.openWithFrames(4);
+    QCOMPARE(scene.frameRects(), (QList<QRect>{QRect(0, 0, 0, 0), QRect(72, 104, 210, 12),
+                                               QRect(10, 10, 0, 12), QRect(0, 0, 0, 0)}));
+    QCOMPARE(scene.picture()->childAt(0, 0), nullptr);
+    QCOMPARE(scene.picture()->childAt(10, 12), nullptr);
+}
+
+void TestRuleEditorPicking::framesAreDottedGreenAndRedWhilePressed()
+{
+    EditorScene scene;
+    open(scene, {{50, 50, 100, 30, "Frame"}});
+    QPushButton *frame = scene.frames().first();
+    const QImage calm = frame->grab().toImage();
+    const int green = pixelsOf(calm, isGreen);
+    // Dots along an edge of 256 pixels, two pixels wide: more than a quarter, less than all.
+    QVERIFY2(green > 120 && green < 500, qPrintable(QString::number(green)));
+    QCOMPARE(pixelsOf(calm, isRed), 0);
+    QTest::mousePress(frame, Qt::LeftButton);
+    const QImage pressed = frame->grab().toImage();
+    QVERIFY(pixelsOf(pressed, isRed) > 120);
+    QCOMPARE(pixelsOf(pressed, isGreen), 0);
+    QTest::mouseRelease(frame, Qt::LeftButton);
+    QVERIFY(pixelsOf(frame->grab().toImage(), isGreen) > 120);
+}
+
+void TestRuleEditorPicking::clickSelectsTheItemUnderTheCursor()
+{
+    EditorScene scene;
+    open(scene);
+    QVERIFY(scene.ruleButton()->isHidden());
+    scene.clickFrame(1);
+    QVERIFY(scene.ruleButton()->isVisible());
+    QCOMPARE(confirm(scene), QStringLiteral("(72 200 60 20)=Total 5"));
+    scene.clickFrame(0);
+    QCOMPARE(confirm(scene), QStringLiteral("(72 104 210 12)=Invoice"));
+}
+
+void TestRuleEditorPicking::cursorDecidesAtTheEdges_data()
+{
+    QTest::addColumn<QPoint>("cursor");
+    QTest::addColumn<bool>("second");
+    // The second item lies at 72, 200 and is 60 wide and 20 high.
+    QTest::newRow("left edge") << QPoint(72, 210) << true;
+    QTest::newRow("left of it") << QPoint(71, 210) << false;
+    QTest::newRow("last column") << QPoint(131, 210) << true;
+    QTest::newRow("right edge") << QPoint(132, 210) << false;
+    QTest::newRow("top edge") << QPoint(80, 200) << true;
+    QTest::newRow("above it") << QPoint(80, 199) << false;
+    QTest::newRow("bottom edge") << QPoint(80, 220) << true;
+    QTest::newRow("below it") << QPoint(80, 221) << false;
+}
+
+void TestRuleEditorPicking::cursorDecidesAtTheEdges()
+{
+    QFETCH(QPoint, cursor);
+    QFETCH(bool, second);
+    EditorScene scene;
+    open(scene);
+    QCursor::setPos(scene.picture()->mapToGlobal(cursor));
+    QTest::mouseClick(scene.frames().at(1), Qt::LeftButton);
+    QCOMPARE(confirm(scene), second ? QStringLiteral("(72 200 60 20)=Total 5")
+                                    : QStringLiteral("(72 104 210 12)=Invoice"));
+}
+
+void TestRuleEditorPicking::laterOfOverlappingItemsIsPicked()
+{
+    EditorScene scene;
+    open(scene, {{50, 50, 200, 40, "under"}, {100, 60, 200, 40, "over"}, {10, 300, 9, 9, "far"}});
+    scene.clickPicture(QPoint(150, 70));
+    QCOMPARE(confirm(scene), QStringLiteral("(100 60 200 40)=over"));
+    scene.clickPicture(QPoint(60, 70));
+    QCOMPARE(confirm(scene), QStringLiteral("(50 50 200 40)=under"));
+}
+
+void TestRuleEditorPicking::cursorOutsideEveryFramePicksTheFirstItem()
+{
+    EditorScene scene;
+    open(scene);
+    QCursor::setPos(scene.picture()->mapToGlobal(QPoint(400, 400)));
+    QTest::mouseClick(scene.frames().at(1), Qt::LeftButton);
+    QCOMPARE(scene.ruleButton()->geometry(), QRect(0, 0, 141, 28));
+    QCOMPARE(confirm(scene), QStringLiteral("(72 104 210 12)=Invoice"));
+}
+
+void TestRuleEditorPicking::keyboardActivationFollowsTheCursor()
+{
+    EditorScene scene;
+    open(scene);
+    QCursor::setPos(scene.picture()->mapToGlobal(QPoint(80, 210)));
+    scene.frames().at(0)->setFocus();
+    QTest::keyClick(scene.frames().at(0), Qt::Key_Space);
+    QCOMPARE(confirm(scene), QStringLiteral("(72 200 60 20)=Total 5"));
+}
+
+void TestRuleEditorPicking::tipShowsUnscaledPosition()
+{
+    EditorScene scene;
+    open(scene);
+    scene.click("pushButton_zoomout");
+    QTRY_COMPARE(scene.frames().size(), 2);
+    scene.clickFrame(0);
+    QVERIFY(QToolTip::isVisible());
+    QCOMPARE(QToolTip::text(), QStringLiteral("Position\n X- 72 Y- 104"));
+    QToolTip::hideText();
+}
+
+void TestRuleEditorPicking::confirmingButtonStandsRightOfTheItemAboveTheFrames()
+{
+    EditorScene scene;
+    // The third frame lies where the button will stand.
+    open(scene, {{72, 104, 210, 12, "Invoice"}, {72, 200, 60, 20, "x"}, {290, 100, 90, 40, "y"}});
+    scene.clickFrame(0);
+    QCOMPARE(scene.ruleButton()->geometry(), QRect(282, 104, 141, 28));
+    QCOMPARE(scene.ruleButton()->text(), QStringLiteral("Make it be the rule"));
+    QCOMPARE(scene.picture()->childAt(300, 120), scene.ruleButton());
+}
+
+void TestRuleEditorPicking::confirmingButtonFollowsTheZoom()
+{
+    EditorScene scene;
+    open(scene);
+    scene.clickFrame(0);
+    scene.click("pushButton_zoomout");
+    QVERIFY(scene.ruleButton()->isHidden());
+    QTRY_COMPARE(scene.frames().size(), 2);
+    scene.clickFrame(0);
+    QCOMPARE(scene.ruleButton()->geometry(), QRect(352, 130, 141, 28));
+}
+
+void TestRuleEditorPicking::pressBesideTheItemsHidesTheConfirmingButton_data()
+{
+    QTest::addColumn<QString>("place");
+    QTest::newRow("empty preview") << "imageLabel";
+    QTest::newRow("frame") << "frame_back";
+    QTest::newRow("tool row") << "widget";
+    QTest::newRow("dialog") << "";
+}
+
+void TestRuleEditorPicking::pressBesideTheItemsHidesTheConfirmingButton()
+{
+    QFETCH(QString, place);
+    EditorScene scene;
+    open(scene);
+    scene.clickFrame(0);
+    QVERIFY(scene.ruleButton()->isVisible());
+    QWidget *target = place.isEmpty() ? &scene.editor() : scene.find<QWidget>(qPrintable(place));
+    const QPoint point = place == "imageLabel" ? QPoint(20, 20) : QPoint(2, 2);
+    QTest::mousePress(target, Qt::LeftButton, {}, point);
+    QVERIFY(scene.ruleButton()->isHidden());
+    QTest::mouseRelease(target, Qt::LeftButton, {}, point);
+    QCOMPARE(scene.frames().size(), 2);
+}
+
+void TestRuleEditorPicking::pressOnAnItemMovesTheConfirmingButton()
+{
+    EditorScene scene;
+    open(scene);
+    scene.clickFrame(0);
+    QPushButton *other = scene.frames().at(1);
+    QCursor::setPos(other->mapToGlobal(QPoint(5, 5)));
+    QTest::mousePress(other, Qt::LeftButton);
+    QVERIFY(scene.ruleButton()->isVisible());
+    QCOMPARE(scene.ruleButton()->geometry().topLeft(), QPoint(282, 104));
+    QTest::mouseRelease(other, Qt::LeftButton);
+    QCOMPARE(scene.ruleButton()->geometry().topLeft(), QPoint(132, 200));
+}
+
+void TestRuleEditorPicking::confirmingShowsTheItemAndAllowsSaving()
+{
+    EditorScene scene;
+    open(scene, {{10, 20, 30, 40, "Total 5"}});
+    scene.clickFrame(0);
+    scene.click("ruleButton");
+    QCOMPARE(scene.field("lineEdit_rulebefore")->text(), QStringLiteral("(10 20 30 40)=Total 5"));
+    QVERIFY(scene.ruleButton()->isHidden());
+    QVERIFY(scene.button("pushButton_save")->isEnabled());
+    QVERIFY(scene.field("lineEdit_rule")->isEnabled());
+    QVERIFY(scene.field("lineEdit_rulebefore")->isEnabled());
+}
+
+void TestRuleEditorPicking::textsStayAsTheyStandInThePageFile()
+{
+    EditorScene scene;
+    open(scene, {{10, 20, 30, 40, QString::fromUtf8("A &amp; B %1 100% M\u00fcller \u8acb")}});
+    scene.clickFrame(0);
+    QCOMPARE(confirm(scene),
+             QString::fromUtf8("(10 20 30 40)=A &amp; B %1 100% M\u00fcller \u8acb"));
+}
+
+void TestRuleEditorPicking::pageFileLinesFollowTheParser()
+{
+    EditorScene scene;
+    Rules &editor = scene.editor();
+    const QString line = "<span style=\"left:72;top:104;width:210;height:12\">Invoice</span>";
+    QCOMPARE(editor.getSubtextInfo(line), (Subtext{72, 104, 210, 12, "Invoice"}));
+    QCOMPARE(editor.getpos("top", line), 104);
+    QCOMPARE(editor.getpos("left", "left:72px;"), 0);
+    QCOMPARE(editor.gettext("XY</span>"), QStringLiteral("Y"));
+}
+
+void TestRuleEditorPicking::pageWithoutItemsHasNoFrames()
+{
+    EditorScene scene;
+    scene.addPage(1, sheet, twoItems, Qt::white);
+    scene.addPage(2, sheet, {}, Qt::yellow);
+    scene.addPage(3, sheet, {}, Qt::cyan);
+    scene.removeItems(3);
+    scene.storeDocument(3);
+    scene.openWithFrames(2);
+    for (int page : {2, 3}) {
+        scene.pageBox()->setValue(page);
+        QTest::qWait(20);
+        QCOMPARE(scene.frames().size(), 0);
+        scene.clickPicture(QPoint(100, 110));
+        QVERIFY(scene.ruleButton()->isHidden());
+    }
+}
+
+void TestRuleEditorPicking::unusedSlotsChangeNothing()
+{
+    EditorScene scene;
+    scene.editor().getdiv();
+    open(scene);
+    const QImage before = scene.editor().grab().toImage();
+    scene.editor().getdiv();
+    scene.editor().getdiv();
+    scene.editor().getSpecifytext();
+    QTest::mouseMove(scene.picture(), QPoint(30, 30));
+    QCOMPARE(scene.editor().grab().toImage(), before);
+    QCOMPARE(scene.frames().size(), 2);
+}
+
+QTEST_MAIN(TestRuleEditorPicking)
+#include "test_rule_editor_picking.moc"
