@@ -1,0 +1,30 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace tools {
+
+/// The command line of pagexport, understood.
+struct ExportOptions
+{
+    enum class Action { exportPages, showHelp, showVersion };
+
+    Action action = Action::exportPages;
+    std::string input;
+    std::string output;                 ///< the index file; the page files lie beside it
+    std::optional<long long> firstPage; ///< 1-based, as given
+    std::optional<long long> lastPage;
+
+    bool hasBounds() const noexcept { return firstPage || lastPage; }
+};
+
+/// Reads the arguments (the program's name first). Options and files may be mixed; "--" ends the
+/// options, so that a file name may begin with "-".
+/// @throws ToolError with status 2 when they make no sense
+ExportOptions parseExportOptions(int argc, const char *const *argv);
+
+/// The text that --help prints.
+std::string exportHelp();
+
+} // namespace tools

@@ -1,0 +1,142 @@
+#include "tools/pagexport/page_reader.h"
+
+#include "tools/pagexport/annotation_text.h"
+#include "tools/pagexport/content_text.h"
+#include "tools/pagexport/geometry.h"
+#include "tools/pagexport/png_writer.h"
+
+#include <algorithm>
+
+namespace tools {
+
+namespace {
+
+constexpr long long mostPixels = 40'000'000;
+
+struct DrawnPage
+{
+    fz_pixmap *pixmap = nullptr;
+    const char *error = nullptr;
+};
+
+DrawnPage draw(fz_context *context, pdf_page *page, int width, int height, fz_cookie &cookie)
+{
+    DrawnPage drawn;
+    fz_device *device = nullptr;
+    fz_var(drawn);
+    fz_var(device);
+    fz_try(context)
+    {
+        drawn.pixmap = fz_new_pixmap_with_bbox(context, fz_device_rgb(context),
+                                               fz_make_irect(0, 0, width, height), nullptr, 0);
+        fz_clear_pixmap_with_value(context, drawn.pixmap, 0xff);
+        device = fz_new_draw_device(context, fz_scale(unitsPerPoint, unitsPerPoint), drawn.pixmap);
+        pdf_run_page(context, page, device, fz_identity, &cookie);
+        fz_close_device(context, device);
+    }
+    fz_always(context)
+    {
+        fz_drop_device(context, device);
+    }
+    fz_catch(context)
+    {
+        drawn.error = fz_caught_message(context);
+    }
+    return drawn;
+}
+
+} // namespace
+
+PageReader::PageReader(const std::string &path)
+    : m_context("pagexport"), m_file(m_context, path), m_fonts(m_context.get())
+{
+}
+
+PageReader::~PageReader()
+{
+    closePage();
+    dropPageMap(context(), document());
+}
+
+int PageReader::statedPageCount()
+{
+    int count = 0;
+    fz_var(count);
+    fz_try(context())
+    {
+        count = pdf_count_pages(context(), document());
+    }
+    fz_catch(context())
+    {
+        count = 0;
+    }
+    return count;
+}
+
+int PageReader::objectCount()
+{
+    return pdf_xref_len(context(), document());
+}
+
+std::string PageReader::openPage(int index, int object)
+{
+    closePage();
+    m_fonts.trim();
+    fz_try(context())
+    {
+        m_page = loadPage(context(), document(), index, object);
+        const fz_rect bounds = pdf_bound_page(context(), m_page);
+        m_size = {bounds.x1 - bounds.x0, bounds.y1 - bounds.y0};
+    }
+    fz_catch(context())
+    {
+        closePage();
+        return fz_caught_message(context());
+    }
+    return {};
+}
+
+void PageReader::closePage() noexcept
+{
+    if (m_page != nullptr) {
+        fz_drop_page(context(), &m_page->super);
+        m_page = nullptr;
+    }
+    m_size = {};
+}
+
+std::string PageReader::readText(PageItems &items, fz_cookie &cookie)
+{
+    items.clear();
+    fz_rect box = fz_empty_rect;
+    fz_matrix toPage = fz_identity;
+    pdf_page_transform(context(), m_page, &box, &toPage);
+    ItemBuilder builder(items, m_size.width, m_size.height);
+    std::string error = readContentText(context(), m_page, toPage, m_fonts, builder, &cookie);
+    builder.endItem();
+    const std::string annotationError = readAnnotationText(context(), m_page, builder, &cookie);
+    return error.empty() ? annotationError : error;
+}
+
+std::string PageReader::drawPicture(fz_cookie &cookie)
+{
+    const int width = std::max(1, toUnits(m_size.width));
+    const int height = std::max(1, toUnits(m_size.height));
+    if (static_cast<long long>(width) * height > mostPixels) {
+        throw ToolError(m_file.path(), "the page is too large for a picture (" +
+                                           std::to_string(width) + " x " + std::to_string(height) +
+                                           " pixels)");
+    }
+    const DrawnPage drawn = draw(context(), m_page, width, height, cookie);
+    std::string png;
+    if (drawn.error == nullptr) {
+        png = encodePng({drawn.pixmap->samples, width, height});
+    }
+    fz_drop_pixmap(context(), drawn.pixmap);
+    if (drawn.error != nullptr) {
+        throw ToolError(m_file.path(), std::string("the page cannot be drawn: ") + drawn.error);
+    }
+    return png;
+}
+
+} // namespace tools

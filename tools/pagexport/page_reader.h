@@ -1,0 +1,67 @@
+#pragma once
+
+#include "tools/common/pdf_file.h"
+#include "tools/pagexport/font_cache.h"
+#include "tools/pagexport/page_items.h"
+#include "tools/pagexport/page_tree.h"
+
+#include <string>
+
+namespace tools {
+
+/// A page's size as shown, in points.
+struct PageSize
+{
+    double width = 0;
+    double height = 0;
+};
+
+/// One open document with what is kept from page to page. Belongs to one thread.
+class PageReader
+{
+public:
+    /// @param path the PDF file
+    /// @throws ToolError when it cannot be read
+    explicit PageReader(const std::string &path);
+    ~PageReader();
+    PageReader(const PageReader &) = delete;
+    PageReader &operator=(const PageReader &) = delete;
+
+    /// Number of pages as the document states it; may be wrong in a damaged file.
+    int statedPageCount();
+    /// Number of objects the document may have; it cannot have many more pages.
+    int objectCount();
+    int findPageObject(int index) { return tools::findPageObject(context(), document(), index); }
+    PageObjects listPageObjects(int limit)
+    {
+        return tools::listPageObjects(context(), document(), limit);
+    }
+
+    /// Opens page @p index (0-based); @p object as listPageObjects() gives it. The page open before
+    /// is closed.
+    /// @return empty, or why the page cannot be loaded
+    std::string openPage(int index, int object);
+    void closePage() noexcept;
+
+    bool hasPage() const noexcept { return m_page != nullptr; }
+    /// Size of the open page.
+    PageSize pageSize() const noexcept { return m_size; }
+    /// Replaces @p items by the open page's text items.
+    /// @return empty, or why something of the page could not be read; the rest is there
+    std::string readText(PageItems &items, fz_cookie &cookie);
+    /// Draws the open page, one pixel per unit, and gives it as a PNG file.
+    /// @throws ToolError when the page is too large or cannot be drawn
+    std::string drawPicture(fz_cookie &cookie);
+
+private:
+    fz_context *context() const noexcept { return m_context.get(); }
+    pdf_document *document() const noexcept { return m_file.document(); }
+
+    PdfContext m_context;
+    PdfFile m_file;
+    FontCache m_fonts;
+    pdf_page *m_page = nullptr;
+    PageSize m_size;
+};
+
+} // namespace tools
