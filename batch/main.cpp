@@ -1,10 +1,8 @@
 #include "batch/program.h"
 
-#include <QApplication>
 #include <QString>
 #include <QStringList>
 
-#include <array>
 #include <cstdio>
 #include <cstdlib>
 
@@ -38,9 +36,5 @@ int main(int argc, char *argv[])
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qunsetenv("QT_QPA_PLATFORMTHEME");
     qunsetenv("QT_STYLE_OVERRIDE");
-    // The words are ours alone; the application object would take some for its own.
-    int count = 1;
-    std::array<char *, 2> name = {argv[0], nullptr};
-    const QApplication application(count, name.data());
-    return quorlin::batch::runProgram(words);
+    return quorlin::batch::runProgram(words, argv[0]);
 }

@@ -12,7 +12,12 @@
 #include "common/folders.h"
 #include "common/settings_text.h"
 
+#include <QApplication>
 #include <QDir>
+#include <QFile>
+
+#include <array>
+#include <utility>
 
 namespace quorlin::batch {
 
@@ -22,9 +27,9 @@ namespace {
 /// the private folder.
 struct Session
 {
-    explicit Session(const Arguments &read)
+    Session(const Arguments &read, ScratchFolder &folder)
         : arguments(read), callerFolder(QDir::currentPath()), programFolder(applicationFolder()),
-          console(read.quiet)
+          console(read.quiet), scratch(folder)
     {
     }
 
@@ -51,7 +56,7 @@ struct Session
     QString callerFolder;
     QString programFolder;
     Console console;
-    ScratchFolder scratch;
+    ScratchFolder &scratch;
 };
 
 int listRules(Session &session)
@@ -165,27 +170,43 @@ int finish(Console &console, int status)
     return status == everythingDone ? somethingFailed : status;
 }
 
+/// Prints what needs neither files nor folders: a complaint, the help, the version.
+int answer(const ParsedArguments &parsed)
+{
+    Console console(true);
+    if (!parsed.error.isEmpty()) {
+        console.complain(parsed.error + QStringLiteral(" (see --help)"));
+        return wrongUsage;
+    }
+    console.writeLine(parsed.arguments.mode == Mode::Help
+                          ? helpText().chopped(1)
+                          : QStringLiteral("quorlin-batch " QUORLIN_VERSION));
+    return finish(console, everythingDone);
+}
+
 } // namespace
 
-int runProgram(const QStringList &words)
+int runProgram(const QStringList &words, char *program)
 {
     const ParsedArguments parsed = parseArguments(words);
     if (!parsed.error.isEmpty() || parsed.arguments.mode == Mode::Help ||
         parsed.arguments.mode == Mode::Version) {
-        Console console(true);
-        if (!parsed.error.isEmpty()) {
-            console.complain(parsed.error + QStringLiteral(" (see --help)"));
-            return wrongUsage;
-        }
-        console.writeLine(parsed.arguments.mode == Mode::Help
-                              ? helpText().chopped(1)
-                              : QStringLiteral("quorlin-batch " QUORLIN_VERSION));
-        return finish(console, everythingDone);
+        return answer(parsed);
     }
-    Session session(parsed.arguments);
-    if (!session.scratch.fault().isEmpty()) {
-        return session.complain(session.scratch.fault(), somethingFailed);
+    ScratchFolder scratch;
+    if (!scratch.fault().isEmpty()) {
+        Console(true).complain(scratch.fault());
+        return somethingFailed;
     }
+    // Where the caller has none, as under cron, Qt would make one and leave it behind.
+    if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) {
+        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(scratch.path()));
+    }
+    // The words are ours alone; the application object would take some for its own.
+    int count = 1;
+    std::array<char *, 2> name = {program, nullptr};
+    const QApplication application(count, name.data());
+    Session session(parsed.arguments, scratch);
     const int status = runMode(session);
     return finish(session.console, status);
 }

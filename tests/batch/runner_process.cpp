@@ -1,0 +1,45 @@
+#include "runner_process.h"
+
+#include <QProcessEnvironment>
+
+namespace {
+
+constexpr int longestRunMilliseconds = 120000;
+
+} // namespace
+
+QString runnerPath()
+{
+    return QStringLiteral(QUORLIN_BIN_DIR "/quorlin-batch");
+}
+
+void prepareRunner(QProcess &process, const QStringList &arguments, const QString &currentFolder,
+                   const QString &temporaryFolder)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("TMPDIR"), temporaryFolder);
+    // The runner must choose its platform itself: whoever starts it may have no display.
+    environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(currentFolder);
+    process.setProgram(runnerPath());
+    process.setArguments(arguments);
+}
+
+RunnerResult runRunner(const QStringList &arguments, const QString &currentFolder,
+                       const QString &temporaryFolder)
+{
+    QProcess process;
+    prepareRunner(process, arguments, currentFolder, temporaryFolder);
+    process.start();
+    RunnerResult result;
+    if (!process.waitForFinished(longestRunMilliseconds)) {
+        process.kill();
+        process.waitForFinished();
+    }
+    result.crashed = process.exitStatus() != QProcess::NormalExit;
+    result.exitCode = process.exitCode();
+    result.output = QString::fromUtf8(process.readAllStandardOutput());
+    result.errors = QString::fromUtf8(process.readAllStandardError());
+    return result;
+}

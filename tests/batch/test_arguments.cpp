@@ -1,0 +1,157 @@
+#include "batch/arguments.h"
+
+#include <QTest>
+
+using namespace quorlin::batch;
+
+namespace {
+
+QStringList words(const char *line)
+{
+    return QString::fromUtf8(line).split(u' ', Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+class TestArguments : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aSplitNamesRuleMethodFolderAndFiles();
+    void optionsMayStandBehindFilesAndWithEqualsSigns();
+    void afterTwoDashesEveryWordIsAFile();
+    void methodOneIsTheDefault();
+    void positionsAreTwoNumbers_data();
+    void positionsAreTwoNumbers();
+    void faultsAreNamed_data();
+    void faultsAreNamed();
+    void listingModesNeedNoRule();
+    void helpWinsOverWhatFollows();
+    void everyOptionIsInTheHelp();
+};
+
+void TestArguments::aSplitNamesRuleMethodFolderAndFiles()
+{
+    const ParsedArguments parsed = parseArguments(
+        {"--rule", "Account number", "--method", "3", "--output", "out put", "a.pdf", "b c.pdf"});
+    QCOMPARE(parsed.error, QString());
+    QCOMPARE(parsed.arguments.mode, Mode::Split);
+    QCOMPARE(parsed.arguments.rule, "Account number");
+    QCOMPARE(parsed.arguments.method, 3);
+    QCOMPARE(parsed.arguments.outputFolder, "out put");
+    QCOMPARE(parsed.arguments.files, QStringList({"a.pdf", "b c.pdf"}));
+}
+
+void TestArguments::optionsMayStandBehindFilesAndWithEqualsSigns()
+{
+    const ParsedArguments parsed = parseArguments(
+        words("a.pdf --output=out --position=591,72 --create --quiet --timeout=5 --tools=t b.pdf"));
+    QCOMPARE(parsed.error, QString());
+    QCOMPARE(parsed.arguments.position, std::optional<QPoint>(QPoint(591, 72)));
+    QVERIFY(parsed.arguments.createOutputFolder);
+    QVERIFY(parsed.arguments.quiet);
+    QCOMPARE(parsed.arguments.timeoutSeconds, 5);
+    QCOMPARE(parsed.arguments.toolFolder, "t");
+    QCOMPARE(parsed.arguments.files, QStringList({"a.pdf", "b.pdf"}));
+}
+
+void TestArguments::afterTwoDashesEveryWordIsAFile()
+{
+    const ParsedArguments parsed = parseArguments(words("--rule R --output o -- --help -f.pdf --"));
+    QCOMPARE(parsed.error, QString());
+    QCOMPARE(parsed.arguments.mode, Mode::Split);
+    QCOMPARE(parsed.arguments.files, QStringList({"--help", "-f.pdf", "--"}));
+}
+
+void TestArguments::methodOneIsTheDefault()
+{
+    QCOMPARE(parseArguments(words("--rule R --output o a.pdf")).arguments.method, 1);
+}
+
+void TestArguments::positionsAreTwoNumbers_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("valid");
+    QTest::newRow("left and top") << "591,72" << true;
+    QTest::newRow("left edge") << "0,72" << true;
+    QTest::newRow("top edge") << "72,0" << true;
+    QTest::newRow("the corner, where lines that are no items would match") << "0,0" << false;
+    QTest::newRow("negative") << "-1,72" << false;
+    QTest::newRow("a unit") << "10px,72" << false;
+    QTest::newRow("a fraction") << "10.5,72" << false;
+    QTest::newRow("one number") << "591" << false;
+    QTest::newRow("three numbers") << "1,2,3" << false;
+    QTest::newRow("too large") << "99999999999,1" << false;
+    QTest::newRow("nothing") << "" << false;
+}
+
+void TestArguments::positionsAreTwoNumbers()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, valid);
+    QCOMPARE(parsePosition(text).has_value(), valid);
+}
+
+void TestArguments::faultsAreNamed_data()
+{
+    QTest::addColumn<QStringList>("line");
+    QTest::addColumn<QString>("named");
+    QTest::newRow("nothing at all") << QStringList() << "--rule";
+    QTest::newRow("neither rule nor position") << words("--output o a.pdf") << "--position";
+    QTest::newRow("both rule and position")
+        << words("--rule R --position 1,2 --output o a.pdf") << "either";
+    QTest::newRow("no output folder") << words("--rule R a.pdf") << "--output";
+    QTest::newRow("no file") << words("--rule R --output o") << "files";
+    QTest::newRow("method 0") << words("--method 0") << "1, 2 or 3";
+    QTest::newRow("method 4") << words("--method=4") << "1, 2 or 3";
+    QTest::newRow("method without value") << words("--method") << "--method needs a value";
+    QTest::newRow("unknown option") << words("--frobnicate") << "--frobnicate";
+    QTest::newRow("unknown short option") << words("-x") << "-x";
+    QTest::newRow("value for a switch") << words("--quiet=yes") << "--quiet takes no value";
+    QTest::newRow("empty rule name") << QStringList({"--rule", ""}) << "--rule";
+    QTest::newRow("page 0") << words("--list-items a.pdf --page 0") << "--page";
+    QTest::newRow("timeout 0") << words("--timeout 0") << "--timeout";
+    QTest::newRow("items of two files") << words("--list-items a.pdf b.pdf") << "one file";
+    QTest::newRow("rules of a file") << words("--list-rules a.pdf") << "no file";
+}
+
+void TestArguments::faultsAreNamed()
+{
+    QFETCH(QStringList, line);
+    QFETCH(QString, named);
+    const QString error = parseArguments(line).error;
+    QVERIFY2(error.contains(named), qPrintable(error));
+    QVERIFY(!error.contains(u'\n'));
+}
+
+void TestArguments::listingModesNeedNoRule()
+{
+    QCOMPARE(parseArguments(words("--list-rules")).error, QString());
+    const ParsedArguments items = parseArguments(words("--list-items a.pdf --page 7"));
+    QCOMPARE(items.error, QString());
+    QCOMPARE(items.arguments.mode, Mode::ListItems);
+    QCOMPARE(items.arguments.page, 7);
+    QCOMPARE(items.arguments.files, QStringList({"a.pdf"}));
+}
+
+void TestArguments::helpWinsOverWhatFollows()
+{
+    QCOMPARE(parseArguments(words("--help --frobnicate")).arguments.mode, Mode::Help);
+    QCOMPARE(parseArguments(words("-h")).arguments.mode, Mode::Help);
+    QCOMPARE(parseArguments(words("--version")).arguments.mode, Mode::Version);
+}
+
+void TestArguments::everyOptionIsInTheHelp()
+{
+    const QString help = helpText();
+    for (const char *option :
+         {"--rule", "--position", "--method", "--output", "--create", "--quiet", "--verbose",
+          "--timeout", "--settings", "--tools", "--list-rules", "--list-items", "--page", "--help",
+          "--version"}) {
+        QVERIFY2(help.contains(QLatin1String(option)), option);
+    }
+}
+
+QTEST_GUILESS_MAIN(TestArguments)
+#include "test_arguments.moc"

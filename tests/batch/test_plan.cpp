@@ -1,0 +1,160 @@
+#include "batch/rule_lookup.h"
+#include "batch/run_plan.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/stat.h>
+
+using namespace quorlin::batch;
+
+namespace {
+
+void writeFile(const QString &path, const QByteArray &bytes = "x")
+{
+    QFile file(path);
+    QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(path));
+    file.write(bytes);
+}
+
+} // namespace
+
+class TestPlan : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void relativePathsBelongToTheCaller_data();
+    void relativePathsBelongToTheCaller();
+    void whatIsNoFileIsRefused();
+    void otherFilesStayWhenOneIsRefused();
+    void aFileNamedTwiceIsSplitOnce();
+    void sharedOutputFoldersAreWarnedOf();
+    void theOutputFolderMustBeThere();
+    void theOutputFolderIsMadeWhenAsked();
+    void rulesComeFromTheSettingsFile();
+    void aMissingSettingsFileHoldsNoRules();
+
+private:
+    QTemporaryDir folder;
+};
+
+void TestPlan::relativePathsBelongToTheCaller_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("absolute");
+    QTest::newRow("plain") << "a.pdf" << "/home/ada/a.pdf";
+    QTest::newRow("up") << "../b/./a.pdf" << "/home/b/a.pdf";
+    QTest::newRow("absolute") << "/x//a.pdf" << "/x/a.pdf";
+    QTest::newRow("option-like") << "-f.pdf" << "/home/ada/-f.pdf";
+}
+
+void TestPlan::relativePathsBelongToTheCaller()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, absolute);
+    QCOMPARE(absolutePath(path, QStringLiteral("/home/ada")), absolute);
+}
+
+void TestPlan::whatIsNoFileIsRefused()
+{
+    const QString pipe = folder.filePath("pipe.pdf");
+    QCOMPARE(mkfifo(qPrintable(pipe), 0600), 0);
+    const QString quoted = folder.filePath("a\"b.pdf");
+    writeFile(quoted);
+    const QString good = folder.filePath("good.pdf");
+    writeFile(good);
+    QVERIFY(refusalOf(folder.filePath("none.pdf")).contains("no such file"));
+    QVERIFY(refusalOf(folder.path()).contains("folder"));
+    QVERIFY(refusalOf(pipe).contains("regular file"));
+    QVERIFY(refusalOf(quoted).contains("double quote"));
+    QCOMPARE(refusalOf(good), QString());
+}
+
+void TestPlan::otherFilesStayWhenOneIsRefused()
+{
+    writeFile(folder.filePath("one.pdf"));
+    writeFile(folder.filePath("two.pdf"));
+    Arguments arguments;
+    arguments.method = 3;
+    arguments.outputFolder = "out";
+    arguments.files = QStringList{"one.pdf", "none.pdf", "", "two.pdf"};
+    const RunPlan plan = planRun(arguments, folder.path());
+    QCOMPARE(plan.method, 2);
+    QCOMPARE(plan.outputFolder, folder.filePath("out"));
+    QCOMPARE(plan.files, QStringList({folder.filePath("one.pdf"), folder.filePath("two.pdf")}));
+    QCOMPARE(plan.refusedFiles.size(), 2);
+    QCOMPARE(plan.refusedFiles.at(0).path, folder.filePath("none.pdf"));
+    QCOMPARE(plan.refusedFiles.at(0).filesBefore, 1);
+}
+
+void TestPlan::aFileNamedTwiceIsSplitOnce()
+{
+    writeFile(folder.filePath("one.pdf"));
+    Arguments arguments;
+    arguments.outputFolder = "out";
+    arguments.files = QStringList{"one.pdf", "./one.pdf"};
+    const RunPlan plan = planRun(arguments, folder.path());
+    QCOMPARE(plan.files.size(), 1);
+    QCOMPARE(plan.warnings.size(), 1);
+}
+
+void TestPlan::sharedOutputFoldersAreWarnedOf()
+{
+    QCOMPARE(sharedFolderWarnings({"/a/x.pdf", "/a/y.pdf"}, "/out"), QStringList());
+    const QStringList warnings =
+        sharedFolderWarnings({"/a/x.pdf", "/b/x.v2.pdf", "/a/y.pdf"}, "/out");
+    QCOMPARE(warnings.size(), 1);
+    QVERIFY(warnings.at(0).contains("/out/x"));
+    QVERIFY(warnings.at(0).contains("/b/x.v2.pdf"));
+}
+
+void TestPlan::theOutputFolderMustBeThere()
+{
+    QCOMPARE(prepareOutputFolder(folder.path(), false), QString());
+    QVERIFY(prepareOutputFolder(folder.filePath("missing"), false).contains("--create"));
+    writeFile(folder.filePath("file"));
+    QVERIFY(prepareOutputFolder(folder.filePath("file"), true).contains("is a file"));
+    QVERIFY(prepareOutputFolder(folder.filePath("file/sub"), true).contains("could not be made"));
+}
+
+void TestPlan::theOutputFolderIsMadeWhenAsked()
+{
+    QCOMPARE(prepareOutputFolder(folder.filePath("new/deep"), true), QString());
+    QVERIFY(QDir(folder.filePath("new/deep")).exists());
+}
+
+void TestPlan::rulesComeFromTheSettingsFile()
+{
+    const QString settings = folder.filePath("rules.ini");
+    writeFile(settings, "[orbi]\nAccount%20number=1\nEmpty=1\nlet\\ter=1\n\n"
+                        "[Account%20number]\nxpos=600\nypos=72\nwid=10\nhei=12\ntext=\"a, b\"\n");
+    QTemporaryDir scratch;
+    const QString before = QDir::currentPath();
+    const RuleLookup lookup(settings, scratch.path());
+    QCOMPARE(lookup.fault(), QString());
+    QCOMPARE(lookup.listedRules().size(), 2);
+    QCOMPARE(lookup.listedRules().at(0).name, "Account number");
+    const std::optional<NamedRule> rule = lookup.find("Account number");
+    QVERIFY(rule.has_value());
+    QCOMPARE(rule->item, (Subtext{600, 72, 10, 12, "a, b"}));
+    QCOMPARE(lookup.find("Empty")->item, Subtext());
+    QVERIFY2(lookup.find("let/ter").has_value(), "a name with a slash is not listed, yet usable");
+    QVERIFY(!lookup.find("account number").has_value());
+    QVERIFY(!lookup.find("None").has_value());
+    QCOMPARE(QDir::currentPath(), before);
+}
+
+void TestPlan::aMissingSettingsFileHoldsNoRules()
+{
+    QTemporaryDir scratch;
+    const RuleLookup lookup(folder.filePath("none.ini"), scratch.path());
+    QCOMPARE(lookup.fault(), QString());
+    QVERIFY(lookup.listedRules().isEmpty());
+    QVERIFY(!QFile::exists(folder.filePath("none.ini")));
+}
+
+QTEST_GUILESS_MAIN(TestPlan)
+#include "test_plan.moc"

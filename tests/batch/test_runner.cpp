@@ -1,0 +1,486 @@
+#include "fake_tools.h"
+#include "runner_process.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <cstdlib>
+#include <memory>
+#include <vector>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+/// The runner as its users start it: a process, with tools that fail when told to.
+class TestRunner : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void everyGroupBecomesAnOutput_data();
+    void everyGroupBecomesAnOutput();
+    void aRuleIsTakenFromTheSettings();
+    void progressIsPrintedLineByLine();
+    void quietLeavesTheProgressOut();
+    void aTerminalGetsOneLineThatIsRewritten();
+    void oddFileNamesAreSplitToo();
+    void everyFailingFileIsNamedWithItsReason();
+    void leftoversAreNotTakenForOutputs();
+    void aFailedExportLeavesNoOutput();
+    void outputsReplacedByAnotherFileAreAFailure();
+    void usageFaultsExitWithTwo_data();
+    void usageFaultsExitWithTwo();
+    void aMissingOutputFolderIsMadeOnlyWhenAsked();
+    void missingToolsAreNamed();
+    void aToolThatCannotStartEndsTheRun_data();
+    void aToolThatCannotStartEndsTheRun();
+    void aHungToolIsEndedAndTheOthersGoOn();
+    void messageBoxesAreAnsweredAndTold();
+    void aSignalEndsToolsAndRemovesScratchFiles_data();
+    void aSignalEndsToolsAndRemovesScratchFiles();
+    void runsSideBySideKeepTheirFilesApart();
+    void itemsOfAPageAreListed();
+    void aPageThatIsNotThereIsAnError();
+    void helpAndVersionArePrinted();
+
+private:
+    QString input(const QString &name, const QByteArray &pages);
+    QString content(const QString &output);
+    QStringList outputs(const QString &subFolder);
+    RunnerResult run(const QStringList &arguments);
+    RunnerResult split(const QStringList &files);
+    QStringList splitWords(const QStringList &files);
+
+    std::unique_ptr<QTemporaryDir> root;
+    std::unique_ptr<FakeTools> tools;
+};
+
+void TestRunner::init()
+{
+    root = std::make_unique<QTemporaryDir>();
+    for (const char *folder : {"tools", "in", "out", "tmp"}) {
+        QVERIFY(QDir(root->path()).mkdir(QLatin1String(folder)));
+    }
+    tools = std::make_unique<FakeTools>(root->filePath("tools"));
+}
+
+QString TestRunner::input(const QString &name, const QByteArray &pages)
+{
+    QFile file(root->filePath("in/" + name));
+    if (!file.open(QIODevice::WriteOnly)) {
+        qFatal("%s", qPrintable(file.errorString()));
+    }
+    file.write(pages);
+    return QStringLiteral("in/") + name;
+}
+
+QString TestRunner::content(const QString &output)
+{
+    QFile file(root->filePath("out/" + output));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+QStringList TestRunner::outputs(const QString &subFolder)
+{
+    return QDir(root->filePath("out/" + subFolder)).entryList(QDir::Files, QDir::Name);
+}
+
+RunnerResult TestRunner::run(const QStringList &arguments)
+{
+    const RunnerResult result = runRunner(arguments, root->path(), root->filePath("tmp"));
+    // Whatever happened, nothing stays behind.
+    if (!QDir(root->filePath("tmp")).isEmpty()) {
+        qFatal("scratch files stay behind");
+    }
+    return result;
+}
+
+QStringList TestRunner::splitWords(const QStringList &files)
+{
+    return QStringList{"--position", FakeTools::position(), "--output", "out", "--tools", "tools"} +
+           files;
+}
+
+RunnerResult TestRunner::split(const QStringList &files)
+{
+    return run(splitWords(files));
+}
+
+void TestRunner::everyGroupBecomesAnOutput_data()
+{
+    QTest::addColumn<QString>("method");
+    QTest::addColumn<QStringList>("names");
+    QTest::newRow("where the text differs")
+        << "1" << QStringList{"1 A f 1-3.pdf", "2 B-C f 4.pdf", "3 A f 5.pdf"};
+    QTest::newRow("at every text")
+        << "2" << QStringList{"1 A f 1-2.pdf", "2 A f 3.pdf", "3 B-C f 4.pdf", "4 A f 5.pdf"};
+    QTest::newRow("the same texts together") << "3" << QStringList{"1 A f.pdf", "2 B-C f.pdf"};
+}
+
+void TestRunner::everyGroupBecomesAnOutput()
+{
+    QFETCH(QString, method);
+    QFETCH(QStringList, names);
+    const QString file = input("f.pdf", "A\n\nA\nB/C\nA\n");
+    const RunnerResult result = split({file, "--method", method});
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(outputs("f"), names);
+    QCOMPARE(content("f/" + names.constFirst()),
+             method == "3" ? QString("A\n\nA\nA\n") : method == "1" ? QString("A\n\nA\n")
+                                                                    : QString("A\n\n"));
+    QVERIFY(result.output.contains("Succeed  " + root->filePath(file) + " (5 pages, " +
+                                   QString::number(names.size()) + " outputs)\n"));
+    QVERIFY(result.output.endsWith("1 of 1 files split.\n"));
+}
+
+void TestRunner::aRuleIsTakenFromTheSettings()
+{
+    QFile settings(root->filePath("rules.ini"));
+    QVERIFY(settings.open(QIODevice::WriteOnly));
+    settings.write("[orbi]\nAccount%20number=1\n[Account%20number]\nxpos=100\nypos=50\ntext=\"A, "
+                   "1\"\n");
+    settings.close();
+    const QString file = input("f.pdf", "A\nB\n");
+    const RunnerResult result = run({"--rule", "Account number", "--settings", "rules.ini",
+                                     "--output", "out", "--tools", "tools", file});
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(outputs("f"), QStringList({"1 A f 1.pdf", "2 B f 2.pdf"}));
+    const RunnerResult listed = run({"--list-rules", "--settings", "rules.ini"});
+    QCOMPARE(listed.output, "Account number\t100,50\tA, 1\n");
+    QCOMPARE(listed.exitCode, 0);
+}
+
+void TestRunner::progressIsPrintedLineByLine()
+{
+    const QString first = input("a.pdf", "A\nB\n");
+    const QString second = input("b.pdf", "C\n");
+    const RunnerResult result = split({first, second});
+    const QString folder = root->path();
+    QCOMPARE(result.output, "Loading " + folder + "/in/a.pdf\n" +
+                                "Loading " + folder + "/in/b.pdf\n" +
+                                "Finished.\n"
+                                "Conversion Start:\n" +
+                                folder + "/in/a.pdf\n" +
+                                "Analyzing page 1\n"
+                                "Analyzing page 2\n"
+                                "Generating " + folder + "/out/a/1 A a 1.pdf\n" +
+                                "Generating " + folder + "/out/a/2 B a 2.pdf\n" +
+                                folder + "/in/b.pdf\n" +
+                                "Analyzing page 1\n"
+                                "Generating " + folder + "/out/b/1 C b 1.pdf\n" +
+                                "Conversion Finished.\n"
+                                "Succeed  " + folder + "/in/a.pdf (2 pages, 2 outputs)\n" +
+                                "Succeed  " + folder + "/in/b.pdf (1 pages, 1 outputs)\n" +
+                                "2 of 2 files split.\n");
+}
+
+void TestRunner::quietLeavesTheProgressOut()
+{
+    const RunnerResult result = split({"--quiet", input("a.pdf", "A\nB\n")});
+    QCOMPARE(result.output.count('\n'), 2);
+    QVERIFY(result.output.startsWith("Succeed  "));
+}
+
+void TestRunner::aTerminalGetsOneLineThatIsRewritten()
+{
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    QVERIFY(terminal >= 0);
+    QCOMPARE(grantpt(terminal), 0);
+    QCOMPARE(unlockpt(terminal), 0);
+    QProcess process;
+    prepareRunner(process, splitWords({input("a.pdf", "A\nB\n")}), root->path(),
+                  root->filePath("tmp"));
+    process.setStandardOutputFile(QString::fromLocal8Bit(ptsname(terminal)), QIODevice::Append);
+    process.start();
+    QVERIFY(process.waitForFinished());
+    char buffer[4096] = {};
+    const ssize_t size = ::read(terminal, buffer, sizeof buffer);
+    ::close(terminal);
+    const QString shown = QString::fromUtf8(buffer, size);
+    QVERIFY2(shown.contains("[1/1] a.pdf: "), qPrintable(shown));
+    QVERIFY(shown.contains("\r\033[K"));
+    QVERIFY(!shown.contains("Analyzing"));
+    QVERIFY(shown.endsWith("1 of 1 files split.\r\n"));
+}
+
+void TestRunner::oddFileNamesAreSplitToo()
+{
+    const QStringList names = {"noextension", "UPPER.PDF", "-f.pdf", "two  blanks & 'quotes' ü.pdf",
+                               "%1 100%.pdf", "a<b>&amp;.pdf", "#1?.pdf", "report.v2.pdf"};
+    QStringList words = splitWords({"--"});
+    for (const QString &name : names) {
+        words.append(input(name, "A\n"));
+    }
+    const RunnerResult result = run(words);
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(outputs("noextension"), QStringList{"1 A noextension 1.pdf"});
+    QCOMPARE(outputs("two  blanks & 'quotes' ü"),
+             QStringList{"1 A two  blanks & 'quotes' ü 1.pdf"});
+    QCOMPARE(outputs("report"), QStringList{"1 A report 1.pdf"});
+    QVERIFY(result.output.endsWith("8 of 8 files split.\n"));
+}
+
+void TestRunner::everyFailingFileIsNamedWithItsReason()
+{
+    const RunnerResult result = split({
+        input("good one.pdf", "A\nB\n"),
+        input("uncountable.pdf", "A\n"),
+        "in/missing.pdf",
+        input("unexportable.pdf", "A\n"),
+        input("unmergeable.pdf", "A\nB\n"),
+        input("halfmerge.pdf", "A\nB\n"),
+        "in",
+        input("good two.pdf", "C\n"),
+    });
+    QCOMPARE(result.exitCode, 1);
+    const auto named = [&](const QString &name, const QString &reason) {
+        const QRegularExpression line("^quorlin-batch: .*/" + name + ": .*" + reason,
+                                      QRegularExpression::MultilineOption);
+        return line.match(result.errors).hasMatch();
+    };
+    QVERIFY2(named("in/uncountable.pdf", "it is locked"), qPrintable(result.errors));
+    QVERIFY2(named("in/missing.pdf", "no such file"), qPrintable(result.errors));
+    QVERIFY2(named("in/unexportable.pdf", "its fonts are broken"), qPrintable(result.errors));
+    QVERIFY2(named("in/unmergeable.pdf", "2 of 2 outputs .*no space is left"),
+             qPrintable(result.errors));
+    QVERIFY2(named("in/halfmerge.pdf", "1 of 2 outputs .*2 B halfmerge 2.pdf"),
+             qPrintable(result.errors));
+    QVERIFY2(named("in", "it is a folder"), qPrintable(result.errors));
+    QVERIFY(!result.errors.contains("quorlin-batch: " + root->filePath("in/good")));
+    // The tools' own words are handed on.
+    QVERIFY(result.errors.contains("pagebinder: " + root->filePath("in/uncountable.pdf")));
+    QCOMPARE(outputs("good one"), QStringList({"1 A good one 1.pdf", "2 B good one 2.pdf"}));
+    QCOMPARE(outputs("good two"), QStringList{"1 C good two 1.pdf"});
+    QVERIFY(result.output.endsWith("2 of 8 files split.\n"));
+}
+
+void TestRunner::leftoversAreNotTakenForOutputs()
+{
+    QVERIFY(QDir(root->path()).mkpath("out/unmergeable"));
+    QFile leftover(root->filePath("out/unmergeable/1 A unmergeable 1.pdf"));
+    QVERIFY(leftover.open(QIODevice::WriteOnly));
+    leftover.write("old");
+    leftover.close();
+    const RunnerResult result = split({input("unmergeable.pdf", "A\n")});
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.errors.contains("1 of 1 outputs were not written"), qPrintable(result.errors));
+    QCOMPARE(content("unmergeable/1 A unmergeable 1.pdf"), "old");
+}
+
+void TestRunner::aFailedExportLeavesNoOutput()
+{
+    // The file before left its page files in the scratch folder; none may pass for this file's.
+    const RunnerResult result =
+        split({input("a.pdf", "A\n"), input("unexportable.pdf", "X\n"), input("b.pdf", "B\n")});
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY(outputs("unexportable").isEmpty());
+    QCOMPARE(outputs("a"), QStringList{"1 A a 1.pdf"});
+    QCOMPARE(outputs("b"), QStringList{"1 B b 1.pdf"});
+}
+
+void TestRunner::outputsReplacedByAnotherFileAreAFailure()
+{
+    QVERIFY(QDir(root->path()).mkpath("in/other"));
+    const RunnerResult result =
+        split({input("a.pdf", "A\n"), input("other/a.pdf", "A\n"), input("b.pdf", "B\n")});
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.errors.contains("share the output folder"), qPrintable(result.errors));
+    QVERIFY2(result.errors.contains(root->filePath("in/a.pdf") + ": another file"),
+             qPrintable(result.errors));
+    QVERIFY(result.output.endsWith("2 of 3 files split.\n"));
+}
+
+void TestRunner::usageFaultsExitWithTwo_data()
+{
+    QTest::addColumn<QStringList>("words");
+    QTest::newRow("nothing") << QStringList();
+    QTest::newRow("no file") << QStringList{"--position", "1,2", "--output", "out"};
+    QTest::newRow("unknown rule")
+        << QStringList{"--rule", "None", "--settings", "none.ini", "--output", "out", "in/f.pdf"};
+    QTest::newRow("output folder is a file")
+        << QStringList{"--position", "1,2", "--output", "in/f.pdf", "in/f.pdf"};
+    QTest::newRow("output folder missing")
+        << QStringList{"--position", "1,2", "--output", "none", "in/f.pdf"};
+    QTest::newRow("method") << QStringList{"--position", "1,2", "--method", "4", "in/f.pdf"};
+}
+
+void TestRunner::usageFaultsExitWithTwo()
+{
+    QFETCH(QStringList, words);
+    input("f.pdf", "A\n");
+    const RunnerResult result = run(words);
+    QCOMPARE(result.exitCode, 2);
+    QVERIFY(result.errors.startsWith("quorlin-batch: "));
+    QCOMPARE(result.errors.count('\n'), 1);
+    QCOMPARE(result.output, QString());
+    QVERIFY(QDir(root->filePath("out")).isEmpty());
+}
+
+void TestRunner::aMissingOutputFolderIsMadeOnlyWhenAsked()
+{
+    const QString file = input("f.pdf", "A\n");
+    const QStringList words{"--position", FakeTools::position(), "--tools", "tools",
+                            "--output",   "out/new/deep",        file};
+    QCOMPARE(run(words).exitCode, 2);
+    QCOMPARE(run(words + QStringList{"--create"}).exitCode, 0);
+    QCOMPARE(outputs("new/deep/f"), QStringList{"1 A f 1.pdf"});
+}
+
+void TestRunner::missingToolsAreNamed()
+{
+    QVERIFY(QFile::remove(root->filePath("tools/pagebinder")));
+    const RunnerResult result = split({input("f.pdf", "A\n")});
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.errors.contains("tools/pagebinder"), qPrintable(result.errors));
+}
+
+void TestRunner::aToolThatCannotStartEndsTheRun_data()
+{
+    QTest::addColumn<QString>("tool");
+    QTest::newRow("pagexport") << "pagexport";
+    QTest::newRow("pagebinder") << "pagebinder";
+}
+
+void TestRunner::aToolThatCannotStartEndsTheRun()
+{
+    QFETCH(QString, tool);
+    tools->breakTool(tool);
+    const RunnerResult result = split({input("a.pdf", "A\n"), input("b.pdf", "A\n")});
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.errors.contains("cannot be started"), qPrintable(result.errors));
+    QVERIFY(result.errors.contains("in/a.pdf: "));
+    QVERIFY(result.errors.contains("in/b.pdf: "));
+    QVERIFY(result.output.endsWith("0 of 2 files split.\n"));
+}
+
+void TestRunner::aHungToolIsEndedAndTheOthersGoOn()
+{
+    const RunnerResult result = split({"--timeout", "1", input("hangexport.pdf", "A\n"),
+                                       input("hangcount.pdf", "A\n"), input("b.pdf", "B\n")});
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.errors.contains("hangexport.pdf: a tool made no progress"),
+             qPrintable(result.errors));
+    QVERIFY2(result.errors.contains("hangcount.pdf: a tool made no progress"),
+             qPrintable(result.errors));
+    QCOMPARE(outputs("b"), QStringList{"1 B b 1.pdf"});
+    QVERIFY(outputs("hangexport").isEmpty());
+    QVERIFY(result.output.endsWith("1 of 3 files split.\n"));
+}
+
+void TestRunner::messageBoxesAreAnsweredAndTold()
+{
+    const RunnerResult result = split({input("unfolder.pdf", "A\n"), input("b.pdf", "B\n")});
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.errors.contains("Please specify an output folder."),
+             qPrintable(result.errors));
+    QVERIFY(result.errors.contains("in/b.pdf: the run ended before its turn"));
+}
+
+void TestRunner::aSignalEndsToolsAndRemovesScratchFiles_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGINT") << SIGINT;
+    QTest::newRow("SIGHUP") << SIGHUP;
+}
+
+void TestRunner::aSignalEndsToolsAndRemovesScratchFiles()
+{
+    QFETCH(int, signal);
+    QProcess process;
+    prepareRunner(process, splitWords({input("hangmerge.pdf", "A\n")}), root->path(),
+                  root->filePath("tmp"));
+    process.start();
+    QFile hanging(root->filePath("out/hanging"));
+    QTRY_VERIFY_WITH_TIMEOUT(hanging.exists() && hanging.size() > 0, 30000);
+    QVERIFY(!QDir(root->filePath("tmp")).isEmpty());
+    const QFileInfoList scratch = QDir(root->filePath("tmp")).entryInfoList(QDir::Dirs |
+                                                                           QDir::NoDotAndDotDot);
+    QCOMPARE(scratch.size(), 1);
+    QVERIFY(!(scratch.at(0).permissions() & (QFile::ReadGroup | QFile::ReadOther)));
+    QVERIFY(hanging.open(QIODevice::ReadOnly));
+    const auto tool = static_cast<pid_t>(hanging.readAll().trimmed().toLong());
+    QVERIFY(tool > 0);
+    QCOMPARE(::kill(tool, 0), 0);
+    QCOMPARE(::kill(static_cast<pid_t>(process.processId()), signal), 0);
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 128 + signal);
+    QVERIFY(::kill(tool, 0) != 0);
+    QVERIFY(QDir(root->filePath("tmp")).isEmpty());
+    QVERIFY(process.readAllStandardError().contains("hangmerge.pdf: "));
+}
+
+void TestRunner::runsSideBySideKeepTheirFilesApart()
+{
+    constexpr int runs = 6;
+    std::vector<std::unique_ptr<QProcess>> processes;
+    for (int number = 0; number < runs; ++number) {
+        const QByteArray text = QByteArray::number(number);
+        QByteArray pages;
+        for (int page = 0; page < 20 + number; ++page) {
+            pages += text + "-" + QByteArray::number(page) + "\n";
+        }
+        auto process = std::make_unique<QProcess>();
+        prepareRunner(*process, splitWords({input("f" + QString::fromUtf8(text) + ".pdf", pages)}),
+                      root->path(), root->filePath("tmp"));
+        process->start();
+        processes.push_back(std::move(process));
+    }
+    for (int number = 0; number < runs; ++number) {
+        QProcess &process = *processes.at(size_t(number));
+        QVERIFY(process.waitForFinished(120000));
+        QCOMPARE(process.exitCode(), 0);
+        const QString base = "f" + QString::number(number);
+        QCOMPARE(outputs(base).size(), 20 + number);
+        QCOMPARE(content(base + "/12 " + QString::number(number) + "-11 " + base + " 12.pdf"),
+                 QString::number(number) + "-11\n");
+    }
+    QVERIFY(QDir(root->filePath("tmp")).isEmpty());
+}
+
+void TestRunner::itemsOfAPageAreListed()
+{
+    const RunnerResult result = run({"--list-items", input("f.pdf", "first\nsecond page\n"),
+                                     "--page", "2", "--tools", "tools"});
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.output, "   left    top  width height  text\n"
+                            "    100     50     40     12  second page\n");
+}
+
+void TestRunner::aPageThatIsNotThereIsAnError()
+{
+    const QString file = input("f.pdf", "first\n");
+    const RunnerResult result = run({"--list-items", file, "--page", "2", "--tools", "tools"});
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY(result.errors.contains("there is no such page"));
+    QCOMPARE(run({"--list-items", "none.pdf", "--tools", "tools"}).exitCode, 1);
+    QCOMPARE(run({"--list-items", input("hangexport.pdf", "A\n"), "--timeout", "1", "--tools",
+                  "tools"})
+                 .exitCode,
+             1);
+}
+
+void TestRunner::helpAndVersionArePrinted()
+{
+    const RunnerResult help = run({"--help"});
+    QCOMPARE(help.exitCode, 0);
+    QVERIFY(help.output.contains("--list-items FILE"));
+    const RunnerResult version = run({"--version"});
+    QCOMPARE(version.exitCode, 0);
+    QVERIFY(QRegularExpression("^quorlin-batch \\d+\\.\\d+\\.\\d+\n$").match(version.output)
+                .hasMatch());
+}
+
+QTEST_GUILESS_MAIN(TestRunner)
+#include "test_runner.moc"
