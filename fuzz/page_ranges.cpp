@@ -1,9 +1,9 @@
 // Page selections and command lines of any content: a selection that is taken stands for exactly
 // what was written, and a command line is either understood or refused.
 
+#include "tools/pagebinder/page_ranges.h"
 #include "tools/common/tool_error.h"
 #include "tools/pagebinder/command_line.h"
-#include "tools/pagebinder/page_ranges.h"
 
 #include <algorithm>
 #include <cstdint>
