@@ -11,7 +11,7 @@ QUrl pageFileUrl(const QString &path)
 {
     QUrl url;
     url.setScheme(QStringLiteral("file"));
-    url.setHost(QString());
+    url.setHost(QStringLiteral("")); // present and empty: the path itself starts with a slash
     url.setPath(QLatin1Char('/') + path, QUrl::DecodedMode);
     return url;
 }

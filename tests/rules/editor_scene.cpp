@@ -49,20 +49,18 @@ exit 0
 
 } // namespace
 
-EditorScene::EditorScene() : formerFolder(QDir::currentPath()), formerTmp(qgetenv("TMPDIR"))
+ToolBench::ToolBench() : formerFolder(QDir::currentPath()), formerTmp(qgetenv("TMPDIR"))
 {
     qputenv("TMPDIR", QFile::encodeName(scratch.path()));
     QDir::setCurrent(application.path());
     quorlin::setApplicationFolder(application.path());
     QDir(application.path()).mkdir(QStringLiteral("canned"));
     write(document(), "%PDF-1.4\n");
-    writeTool();
-    rules = std::make_unique<Rules>();
+    writeTool(QStringLiteral("pagexport"), toolScript);
 }
 
-EditorScene::~EditorScene()
+ToolBench::~ToolBench()
 {
-    rules.reset();
     quorlin::setApplicationFolder(QString());
     QDir::setCurrent(formerFolder);
     if (formerTmp.isEmpty()) {
@@ -72,14 +70,14 @@ EditorScene::~EditorScene()
     }
 }
 
-void EditorScene::writeTool()
+void ToolBench::writeTool(const QString &tool, const QByteArray &script)
 {
-    const QString tool = application.filePath(QStringLiteral("pagexport"));
-    write(tool, toolScript);
-    QFile::setPermissions(tool, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const QString path = application.filePath(tool);
+    write(path, script);
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
-void EditorScene::addPage(int page, QSize size, const QList<Subtext> &items, Qt::GlobalColor colour)
+void ToolBench::addPage(int page, QSize size, const QList<Subtext> &items, Qt::GlobalColor colour)
 {
     QByteArray text;
     for (const Subtext &item : items) {
@@ -88,7 +86,7 @@ void EditorScene::addPage(int page, QSize size, const QList<Subtext> &items, Qt:
     addPageText(page, size, text, colour);
 }
 
-void EditorScene::addPageText(int page, QSize size, const QByteArray &text, Qt::GlobalColor colour)
+void ToolBench::addPageText(int page, QSize size, const QByteArray &text, Qt::GlobalColor colour)
 {
     QImage picture(size, QImage::Format_RGB32);
     picture.fill(colour);
@@ -97,29 +95,29 @@ void EditorScene::addPageText(int page, QSize size, const QByteArray &text, Qt::
     write(canned(QString::number(page) + ".htm"), text);
 }
 
-void EditorScene::removePicture(int page)
+void ToolBench::removePicture(int page)
 {
     QVERIFY(QFile::remove(canned(QString::number(page) + ".png")));
 }
 
-void EditorScene::removeItems(int page)
+void ToolBench::removeItems(int page)
 {
     QVERIFY(QFile::remove(canned(QString::number(page) + ".htm")));
 }
 
-void EditorScene::storeSample(const QString &file, const QString &pageCount)
+void ToolBench::storeSample(const QString &file, const QString &pageCount)
 {
     QSettings settings(quorlin::settingsFileName(), QSettings::IniFormat);
     settings.setValue(QStringLiteral("file/file"), file);
     settings.setValue(QStringLiteral("file/page"), pageCount);
 }
 
-void EditorScene::storeDocument(int pageCount)
+void ToolBench::storeDocument(int pageCount)
 {
     storeSample(document(), QString::number(pageCount));
 }
 
-void EditorScene::failExports(bool fail)
+void ToolBench::failExports(bool fail)
 {
     if (fail) {
         write(canned(QStringLiteral("fail")), "");
@@ -128,33 +126,42 @@ void EditorScene::failExports(bool fail)
     }
 }
 
-void EditorScene::holdExports()
+void ToolBench::holdExports()
 {
     QFile::remove(canned(QStringLiteral("go")));
     write(canned(QStringLiteral("hold")), "");
 }
 
-void EditorScene::releaseExports()
+void ToolBench::releaseExports()
 {
     write(canned(QStringLiteral("go")), "");
 }
 
-void EditorScene::removeTool()
+void ToolBench::useRealTools(const QString &folder)
+{
+    quorlin::setApplicationFolder(folder);
+}
+
+void ToolBench::removeTool()
 {
     QVERIFY(QFile::remove(application.filePath(QStringLiteral("pagexport"))));
 }
 
-QStringList EditorScene::calls() const
+QStringList ToolBench::calls() const
 {
     const QString text = QString::fromUtf8(read(application.filePath(QStringLiteral("calls.txt"))));
     return text.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
+EditorScene::EditorScene() : EditorScene(std::make_unique<Rules>()) {}
+
+EditorScene::EditorScene(std::unique_ptr<Rules> made) : EditorView(*made), owned(std::move(made)) {}
+
 void EditorScene::open()
 {
-    rules->setIniImage();
-    rules->show();
-    QVERIFY(QTest::qWaitForWindowExposed(rules.get()));
+    editor().setIniImage();
+    editor().show();
+    QVERIFY(QTest::qWaitForWindowExposed(&editor()));
 }
 
 void EditorScene::openWithFrames(int frames)
@@ -163,15 +170,14 @@ void EditorScene::openWithFrames(int frames)
     QTRY_COMPARE(this->frames().size(), frames);
 }
 
-QList<QPushButton *> EditorScene::frames() const
+QList<QPushButton *> EditorView::frames() const
 {
     QList<QPushButton *> found = picture()->findChildren<QPushButton *>(Qt::FindDirectChildrenOnly);
     found.removeAll(ruleButton());
-    // Raising one of them moves it in the list of children only for the confirming button.
     return found;
 }
 
-QList<QRect> EditorScene::frameRects() const
+QList<QRect> EditorView::frameRects() const
 {
     QList<QRect> rects;
     for (const QPushButton *frame : frames()) {
@@ -180,19 +186,19 @@ QList<QRect> EditorScene::frameRects() const
     return rects;
 }
 
-QColor EditorScene::pictureColour() const
+QColor EditorView::pictureColour() const
 {
     return picture()->pixmap().toImage().pixelColor(0, 0);
 }
 
-void EditorScene::click(const char *name)
+void EditorView::click(const char *name)
 {
     QPushButton *target = button(name);
     QVERIFY2(target, name);
     QTest::mouseClick(target, Qt::LeftButton);
 }
 
-void EditorScene::clickPicture(QPoint point)
+void EditorView::clickPicture(QPoint point)
 {
     QCursor::setPos(picture()->mapToGlobal(point));
     QWidget *target = picture()->childAt(point);
@@ -203,19 +209,26 @@ void EditorScene::clickPicture(QPoint point)
     QTest::mouseClick(target, Qt::LeftButton, {}, target->mapFrom(picture(), point));
 }
 
-void EditorScene::clickFrame(int index)
+void EditorView::clickFrame(int index)
 {
     const QRect frame = frameRects().at(index);
     clickPicture(frame.topLeft() + QPoint(frame.width() / 2, frame.height() / 2));
 }
 
-QString EditorScene::setting(const QString &key)
+void EditorView::typeName(const QString &name)
+{
+    field("lineEdit_rule")->setFocus();
+    field("lineEdit_rule")->clear();
+    QTest::keyClicks(field("lineEdit_rule"), name);
+}
+
+QString ToolBench::setting(const QString &key)
 {
     const QSettings settings(quorlin::settingsFileName(), QSettings::IniFormat);
     return settings.value(key, QStringLiteral("(absent)")).toString();
 }
 
-QByteArray EditorScene::settingsFile() const
+QByteArray ToolBench::settingsFile() const
 {
     return read(application.filePath(quorlin::settingsFileName()));
 }

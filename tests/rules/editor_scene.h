@@ -15,21 +15,22 @@
 
 #include <memory>
 
-/// A rule editor over a fresh application folder and a fresh scratch folder, with a page export
-/// tool that copies prepared pages and notes every call. Tests see what a user sees: widgets by
-/// name, frames by place, the settings file and the calls of the tool.
-class EditorScene
+/// A fresh application folder and a fresh scratch folder with a page export tool that copies
+/// prepared pages and notes every call.
+class ToolBench
 {
 public:
-    EditorScene();
-    ~EditorScene();
+    ToolBench();
+    ~ToolBench();
+    ToolBench(const ToolBench &) = delete;
+    ToolBench &operator=(const ToolBench &) = delete;
 
     // ---- the document
     /// Prepares page @p page: a picture of @p size in one colour and one line per item.
     void addPage(int page, QSize size, const QList<Subtext> &items, Qt::GlobalColor colour);
     /// Prepares page @p page from a picture of @p size and the page file's text as it stands.
     void addPageText(int page, QSize size, const QByteArray &text, Qt::GlobalColor colour);
-    /// Takes the prepared picture, the prepared items, or both away, so that the tool writes none.
+    /// Takes the prepared picture or the prepared items away, so that the tool writes none.
     void removePicture(int page);
     void removeItems(int page);
     /// Writes "file/file" and "file/page" as the main window does.
@@ -45,16 +46,37 @@ public:
     /// Holds every export up until releaseExports().
     void holdExports();
     void releaseExports();
+    /// Runs the tools of folder @p folder from now on.
+    static void useRealTools(const QString &folder);
     /// Takes the tool away.
     void removeTool();
-    /// Arguments of every call so far.
+    /// Puts an executable script named @p tool into the application folder.
+    void writeTool(const QString &tool, const QByteArray &script);
+    /// Arguments of every export so far.
     QStringList calls() const;
 
-    // ---- the editor
-    /// Prepares and shows the editor as the main window does, without its event loop.
-    void open();
-    /// open() and wait until @p frames frames stand.
-    void openWithFrames(int frames);
+    /// A text of the settings file, read by a fresh settings object.
+    static QString setting(const QString &key);
+    /// The settings file as it stands on disk.
+    QByteArray settingsFile() const;
+    QString applicationPath() const { return application.path(); }
+    QString scratchPath() const { return scratch.path(); }
+
+private:
+    QString canned(const QString &name) const { return application.filePath("canned/" + name); }
+
+    QTemporaryDir application;
+    QTemporaryDir scratch;
+    QString formerFolder;
+    QByteArray formerTmp;
+};
+
+/// A rule editor as a user sees and handles it: widgets by name, frames by place, clicks.
+class EditorView
+{
+public:
+    explicit EditorView(Rules &shown) : rules(&shown) {}
+
     Rules &editor() { return *rules; }
     template <typename Widget> Widget *find(const char *name) const
     {
@@ -76,23 +98,28 @@ public:
     void clickPicture(QPoint point);
     /// Clicks the middle of frame @p index.
     void clickFrame(int index);
-
-    /// A text of the settings file, read by a fresh settings object.
-    static QString setting(const QString &key);
-    /// The settings file as it stands on disk.
-    QByteArray settingsFile() const;
-    QString applicationPath() const { return application.path(); }
-    QString scratchPath() const { return scratch.path(); }
+    /// Types a new rule name.
+    void typeName(const QString &name);
 
 private:
-    QString canned(const QString &name) const { return application.filePath("canned/" + name); }
-    void writeTool();
+    Rules *rules;
+};
 
-    QTemporaryDir application;
-    QTemporaryDir scratch;
-    QString formerFolder;
-    QByteArray formerTmp;
-    std::unique_ptr<Rules> rules;
+/// A rule editor of its own over a ToolBench.
+class EditorScene : public ToolBench, public EditorView
+{
+public:
+    EditorScene();
+
+    /// Prepares and shows the editor as the main window does, without its event loop.
+    void open();
+    /// open() and wait until @p frames frames stand.
+    void openWithFrames(int frames);
+
+private:
+    explicit EditorScene(std::unique_ptr<Rules> made);
+
+    std::unique_ptr<Rules> owned;
 };
 
 /// A page file line of @p item.

@@ -40,12 +40,6 @@ private:
         scene.clickFrame(frame);
         scene.click("ruleButton");
     }
-    static void typeName(EditorScene &scene, const QString &name)
-    {
-        scene.field("lineEdit_rule")->setFocus();
-        scene.field("lineEdit_rule")->clear();
-        QTest::keyClicks(scene.field("lineEdit_rule"), name);
-    }
 };
 
 void TestRuleEditorSaving::savedRuleStandsInTheSettingsFile()
@@ -53,7 +47,7 @@ void TestRuleEditorSaving::savedRuleStandsInTheSettingsFile()
     EditorScene scene;
     openAndConfirm(scene);
     QSignalSpy finished(&scene.editor(), &QDialog::finished);
-    typeName(scene, "Invoice");
+    scene.typeName("Invoice");
     scene.click("pushButton_save");
     QCOMPARE(finished.size(), 1);
     QCOMPARE(finished.first().first().toInt(), int(QDialog::Accepted));
@@ -67,7 +61,7 @@ void TestRuleEditorSaving::returnInTheNameFieldSaves()
 {
     EditorScene scene;
     openAndConfirm(scene);
-    typeName(scene, "Invoice");
+    scene.typeName("Invoice");
     QTest::keyClick(scene.field("lineEdit_rule"), Qt::Key_Return);
     QCOMPARE(scene.pictureSize(), sheet);
     QVERIFY(!scene.editor().isVisible());
@@ -97,7 +91,7 @@ void TestRuleEditorSaving::takenNameIsRefused()
     quorlin::saveRule("Invoice", {1, 2, 3, 4, "old"});
     openAndConfirm(scene);
     const QByteArray before = scene.settingsFile();
-    typeName(scene, "Invoice");
+    scene.typeName("Invoice");
     BoxAnswer box;
     scene.click("pushButton_save");
     QVERIFY(box.shown);
@@ -108,7 +102,7 @@ void TestRuleEditorSaving::takenNameIsRefused()
     QVERIFY(scene.editor().isVisible());
     QCOMPARE(scene.settingsFile(), before);
     QCOMPARE(scene.field("lineEdit_rule")->text(), QStringLiteral("Invoice"));
-    typeName(scene, "Invoice 2");
+    scene.typeName("Invoice 2");
     scene.click("pushButton_save");
     QVERIFY(!scene.editor().isVisible());
     QCOMPARE(quorlin::readRule("Invoice"), (Subtext{1, 2, 3, 4, "old"}));
@@ -121,7 +115,7 @@ void TestRuleEditorSaving::itemClickedLastIsSaved()
     openAndConfirm(scene, 0);
     scene.clickFrame(1);
     QCOMPARE(scene.field("lineEdit_rulebefore")->text(), QStringLiteral("(72 104 210 12)=INV-1"));
-    typeName(scene, "Total");
+    scene.typeName("Total");
     scene.click("pushButton_save");
     QCOMPARE(quorlin::readRule("Total"), twoItems.at(1));
 }
@@ -132,7 +126,7 @@ void TestRuleEditorSaving::editingTheContentFieldChangesNothing()
     openAndConfirm(scene);
     scene.field("lineEdit_rulebefore")->clear();
     QTest::keyClicks(scene.field("lineEdit_rulebefore"), "(1 2 3 4)=other");
-    typeName(scene, "Invoice");
+    scene.typeName("Invoice");
     scene.click("pushButton_save");
     QCOMPARE(quorlin::readRule("Invoice"), twoItems.at(0));
 }
@@ -153,7 +147,7 @@ void TestRuleEditorSaving::namesAreTakenAsTyped()
     QFETCH(QString, name);
     EditorScene scene;
     openAndConfirm(scene);
-    typeName(scene, name);
+    scene.typeName(name);
     scene.click("pushButton_save");
     QVERIFY(!scene.editor().isVisible());
     QCOMPARE(quorlin::currentRuleName(), name);
@@ -169,7 +163,7 @@ void TestRuleEditorSaving::pickedItemOutlivesPagesZoomsAndOpenings()
     scene.click("pushButton_zoomout");
     scene.editor().close();
     scene.openWithFrames(2);
-    typeName(scene, "Total");
+    scene.typeName("Total");
     scene.click("pushButton_save");
     QCOMPARE(quorlin::readRule("Total"), twoItems.at(1));
 }

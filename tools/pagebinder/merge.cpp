@@ -1,6 +1,12 @@
 #include "tools/pagebinder/merge.h"
 
+#include "tools/common/report.h"
+#include "tools/pagebinder/annotations.h"
 #include "tools/pagebinder/atomic_output.h"
+#include "tools/pagebinder/bookmarks.h"
+#include "tools/pagebinder/catalog.h"
+#include "tools/pagebinder/output_encryption.h"
+#include "tools/pagebinder/page_labels.h"
 #include "tools/pagebinder/page_writer.h"
 
 #include <array>
@@ -10,6 +16,7 @@ namespace tools {
 namespace {
 
 constexpr long long mostPages = 1'000'000;
+constexpr int mostAttempts = 3;
 
 /// The copying of one selection of pages. It is made anew when the library repairs the file on the
 /// way.
@@ -19,7 +26,9 @@ public:
     Merge(PdfFile &file, AtomicOutput &output)
         : m_file(file), m_source(file), m_writer(output), m_tree(m_source),
           m_copier(m_source, m_writer), m_resources(m_copier),
-          m_pageWriter(m_copier, m_resources, m_tree)
+          m_pageWriter(m_copier, m_resources, m_tree), m_destinations(m_copier, m_tree),
+          m_fields(m_copier), m_annotations(m_copier, m_destinations, m_fields),
+          m_bookmarks(m_copier, m_destinations), m_catalog(m_copier), m_encryption(m_source)
     {
         m_copier.setContentResources(&m_resources);
     }
@@ -28,10 +37,14 @@ public:
 
 private:
     void findPages(const std::vector<int> &pages);
+    void keepEncryption();
     int version();
+    void writePages();
     void writePageTree();
+    void writeCatalog(const std::vector<int> &pages);
     std::string identifier();
-    void finish(int catalog);
+    void appendIdentifiers();
+    void finish();
 
     PdfFile &m_file;
     PdfSource m_source;
@@ -40,42 +53,71 @@ private:
     ObjectCopier m_copier;
     ContentResources m_resources;
     PageWriter m_pageWriter;
+    Destinations m_destinations;
+    FormFields m_fields;
+    Annotations m_annotations;
+    Bookmarks m_bookmarks;
+    Catalog m_catalog;
+    OutputEncryption m_encryption;
     std::vector<OutputPage> m_pages;
+    int m_root = 0;
     int m_pagesRoot = 0;
+    int m_information = 0;
+    int m_encrypt = 0;
 };
 
 void Merge::run(const std::vector<int> &pages)
 {
     m_writer.begin(version());
-    const int catalog = m_writer.allocate();
+    m_root = m_writer.allocate();
     m_pagesRoot = m_writer.allocate();
+    keepEncryption();
     findPages(pages);
-    for (const OutputPage &page : m_pages) {
-        m_pageWriter.write(page, m_pagesRoot, "");
-        m_copier.copyQueued();
-    }
-    writePageTree();
-    m_writer.beginObject(catalog);
-    m_writer.text() += "<</Type/Catalog/Pages ";
-    m_writer.appendReference(m_pagesRoot);
-    m_writer.text() += ">>";
-    m_writer.endObject();
+    writePages();
+    m_fields.writeFields();
+    writeCatalog(pages);
+    m_information = m_catalog.writeInformation();
     m_copier.copyQueued();
-    finish(catalog);
+    writePageTree();
+    finish();
 }
 
 void Merge::findPages(const std::vector<int> &pages)
 {
     for (const int number : pages) {
         const FoundPage found = m_tree.find(number);
-        if (found.page == nullptr) {
+        if (found.page == nullptr && !found.isUnreadable) {
             throw ToolError(m_file.path(), "has no page " + std::to_string(number));
         }
+        if (found.isUnreadable) {
+            reportLine("pagebinder", m_file.path(),
+                       "page " + std::to_string(number) +
+                           " cannot be read, an empty page stands for it");
+        }
         m_pages.push_back({number, found, m_writer.allocate()});
-        if (m_copier.mapped(found.number) == 0) {
+        if (found.number != 0 && m_copier.mapped(found.number) == 0) {
             m_copier.map(found.number, m_pages.back().target);
         }
     }
+    m_destinations.addPages(m_pages);
+    for (const OutputPage &page : m_pages) {
+        m_annotations.add(page);
+    }
+}
+
+void Merge::keepEncryption()
+{
+    if (!m_encryption.isNeeded()) {
+        return;
+    }
+    if (!m_encryption.isPossible()) {
+        throw ToolError(m_file.path(), "forbids copying, and its encryption cannot be kept");
+    }
+    m_writer.setCipher(&m_encryption);
+    if (m_encryption.leavesMetadata()) {
+        m_copier.setPlainMetadata();
+    }
+    m_encrypt = m_encryption.write(m_copier);
 }
 
 int Merge::version()
@@ -84,6 +126,21 @@ int Merge::version()
     m_source.attempt(
         [this, &version] { version = pdf_version(m_source.context(), m_source.document()); });
     return version >= 10 && version <= 20 ? version : 17;
+}
+
+void Merge::writePages()
+{
+    for (std::size_t i = 0; i < m_pages.size(); ++i) {
+        if (m_pages[i].found.isUnreadable) {
+            m_pageWriter.writeBlank(m_pages[i], m_pagesRoot);
+            continue;
+        }
+        const std::string annotations = m_annotations.references(i);
+        m_pageWriter.write(m_pages[i], m_pagesRoot, annotations,
+                           annotations.empty() ? std::vector<int>() : m_annotations.borrowers(i));
+        m_annotations.write(i);
+        m_copier.copyQueued();
+    }
 }
 
 void Merge::writePageTree()
@@ -97,6 +154,23 @@ void Merge::writePageTree()
         m_writer.text() += ' ';
     }
     m_writer.text() += "]>>";
+    m_writer.endObject();
+}
+
+void Merge::writeCatalog(const std::vector<int> &pages)
+{
+    const int bookmarks = m_bookmarks.write();
+    m_writer.beginObject(m_root);
+    m_writer.text() += "<</Type/Catalog/Pages ";
+    m_writer.appendReference(m_pagesRoot);
+    if (bookmarks != 0) {
+        m_writer.text() += "/Outlines ";
+        m_writer.appendReference(bookmarks);
+    }
+    m_fields.writeForm();
+    PageLabels(m_copier).write(pages);
+    m_catalog.writeEntries(bookmarks != 0);
+    m_writer.text() += ">>";
     m_writer.endObject();
 }
 
@@ -114,22 +188,35 @@ std::string Merge::identifier()
     return {reinterpret_cast<const char *>(result.data()), result.size()};
 }
 
-void Merge::finish(int catalog)
+void Merge::appendIdentifiers()
 {
     const std::string own = identifier();
-    const std::string first = PdfSource::bytes(
-        m_source.context(), m_source.at(m_source.get(m_source.trailer(), PDF_NAME(ID)), 0));
-    PdfWriter &writer = m_writer;
-    std::string body;
-    body.swap(writer.text());
-    writer.text() += "/Root ";
-    writer.appendReference(catalog);
-    writer.text() += "/ID[";
-    writer.appendString(first.empty() ? own : first);
-    writer.appendString(own);
-    writer.text() += ']';
-    body.swap(writer.text());
-    writer.finish(body);
+    pdf_obj *identifiers = m_source.get(m_source.trailer(), PDF_NAME(ID));
+    const std::string first = PdfSource::bytes(m_source.context(), m_source.at(identifiers, 0));
+    m_writer.text() += "/ID[";
+    // The key of an encryption that is kept depends on the first one.
+    m_writer.appendString(first.empty() && m_encrypt == 0 ? own : first);
+    m_writer.appendString(own);
+    m_writer.text() += ']';
+}
+
+void Merge::finish()
+{
+    std::string entries;
+    entries.swap(m_writer.text());
+    m_writer.text() += "/Root ";
+    m_writer.appendReference(m_root);
+    if (m_information != 0) {
+        m_writer.text() += "/Info ";
+        m_writer.appendReference(m_information);
+    }
+    if (m_encrypt != 0) {
+        m_writer.text() += "/Encrypt ";
+        m_writer.appendReference(m_encrypt);
+    }
+    appendIdentifiers();
+    entries.swap(m_writer.text());
+    m_writer.finish(entries);
 }
 
 } // namespace
@@ -141,12 +228,12 @@ void mergePages(PdfFile &file, const std::vector<PageRange> &ranges, const std::
     }
     const std::vector<int> pages = expandPageRanges(ranges);
     AtomicOutput destination(output);
-    for (int attempt = 0;; ++attempt) {
+    for (int attempt = 1;; ++attempt) {
         try {
             Merge(file, destination).run(pages);
             break;
         } catch (const FileRepaired &) {
-            if (attempt == 2) {
+            if (attempt == mostAttempts) {
                 throw ToolError(file.path(), "is too damaged");
             }
             destination.restart();

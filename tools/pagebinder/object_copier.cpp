@@ -206,6 +206,10 @@ void ObjectCopier::copyQueued()
             copyObject(queued);
         }
     }
+    for (const AddedStream &stream : m_added) {
+        writeAddedStream(stream);
+    }
+    m_added.clear();
 }
 
 void ObjectCopier::copyObject(const Queued &queued)
@@ -253,7 +257,10 @@ void ObjectCopier::copyStream(const Queued &queued, pdf_obj *dictionary)
     if (m_resources != nullptr && m_source.raw(dictionary, PDF_NAME(Resources)) != nullptr) {
         m_resources->writeForStream(dictionary, queued.number);
     }
-    writeData(queued, decoded, 0);
+    const bool metadata =
+        m_plainMetadata &&
+        m_source.isName(m_source.get(dictionary, PDF_NAME(Type)), PDF_NAME(Metadata));
+    writeData(queued, decoded, metadata);
 }
 
 void ObjectCopier::writeStreamEntries(pdf_obj *dictionary, bool decoded)
@@ -265,36 +272,38 @@ void ObjectCopier::writeStreamEntries(pdf_obj *dictionary, bool decoded)
     writeEntries(dictionary, decoded ? keptDecoded : kept);
 }
 
-void ObjectCopier::writeData(const Queued &queued, bool decoded, int lengthObject)
+void ObjectCopier::writeData(const Queued &queued, bool decoded, bool plain)
 {
+    const bool encrypting = m_writer.isEncrypting() && !plain;
     std::string start;
     std::uint64_t length = 0;
-    const auto beginData = [this, &start, &lengthObject](bool whole) {
-        text() += "/Length ";
-        if (whole) {
-            m_writer.appendNumber(static_cast<std::int64_t>(start.size()));
-        } else {
-            lengthObject = m_writer.allocate();
-            m_writer.appendReference(lengthObject);
-        }
-        text() += ">>\nstream\n";
-        text() += start;
-    };
+    int lengthObject = 0;
     m_source.readStream(queued.number, decoded, [&](const unsigned char *data, std::size_t size) {
         length += size;
-        if (lengthObject == 0) {
-            start.append(reinterpret_cast<const char *>(data), size);
-            if (start.size() > largeStream) {
-                beginData(false);
-            }
-        } else {
+        if (lengthObject != 0) {
             text().append(reinterpret_cast<const char *>(data), size);
             m_writer.flushIfLarge();
+            return true;
+        }
+        start.append(reinterpret_cast<const char *>(data), size);
+        if (start.size() > largeStream && !encrypting) {
+            // What is long passes through in pieces; its length is written behind it.
+            lengthObject = m_writer.allocate();
+            text() += "/Length ";
+            m_writer.appendReference(lengthObject);
+            text() += ">>\nstream\n";
+            text() += start;
         }
         return true;
     });
     if (lengthObject == 0) {
-        beginData(true);
+        if (encrypting) {
+            start = m_writer.encrypted(queued.target, start);
+        }
+        text() += "/Length ";
+        m_writer.appendNumber(static_cast<std::int64_t>(start.size()));
+        text() += ">>\nstream\n";
+        text() += start;
     }
     text() += "\nendstream";
     m_writer.endObject();
@@ -303,6 +312,27 @@ void ObjectCopier::writeData(const Queued &queued, bool decoded, int lengthObjec
         m_writer.appendNumber(static_cast<std::int64_t>(length));
         m_writer.endObject();
     }
+}
+
+int ObjectCopier::addStream(std::string entries, std::string data)
+{
+    const int number = m_writer.allocate();
+    m_added.push_back({number, std::move(entries), std::move(data)});
+    return number;
+}
+
+void ObjectCopier::writeAddedStream(const AddedStream &stream)
+{
+    const bool encrypting = m_writer.isEncrypting() && !m_plainMetadata;
+    const std::string data =
+        encrypting ? m_writer.encrypted(stream.target, stream.data) : stream.data;
+    m_writer.beginObject(stream.target);
+    text() += "<<" + stream.entries + "/Length ";
+    m_writer.appendNumber(static_cast<std::int64_t>(data.size()));
+    text() += ">>\nstream\n";
+    text() += data;
+    text() += "\nendstream";
+    m_writer.endObject();
 }
 
 } // namespace tools

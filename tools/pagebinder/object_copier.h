@@ -50,6 +50,13 @@ public:
     /// Writes "/KEY value", or nothing when the value is missing or cannot be taken along.
     void writeEntry(std::string_view key, pdf_obj *value, int depth = 0);
 
+    /// Takes up a stream of one's own. @returns its number in the output; it is written with those
+    /// that have been referred to
+    int addStream(std::string entries, std::string data);
+
+    /// Leaves the document's metadata readable in a file that is encrypted otherwise.
+    void setPlainMetadata() noexcept { m_plainMetadata = true; }
+
     /// Writes the objects that have been referred to, and those that they refer to.
     void copyQueued();
 
@@ -65,11 +72,19 @@ private:
         int target;
     };
 
+    struct AddedStream
+    {
+        int target;
+        std::string entries;
+        std::string data;
+    };
+
     void copyObject(const Queued &queued);
     void copyStream(const Queued &queued, pdf_obj *dictionary);
     void writeArray(pdf_obj *array, int depth);
     void writeStreamEntries(pdf_obj *dictionary, bool decoded);
-    void writeData(const Queued &queued, bool decoded, int lengthObject);
+    void writeData(const Queued &queued, bool decoded, bool plain);
+    void writeAddedStream(const AddedStream &stream);
     bool hasCryptFilter(pdf_obj *dictionary);
     bool isForeignWithoutType(pdf_obj *dictionary);
 
@@ -79,6 +94,8 @@ private:
     std::unordered_map<int, int> m_targets;
     const std::unordered_map<int, int> *m_local = nullptr;
     std::vector<Queued> m_queue;
+    std::vector<AddedStream> m_added;
+    bool m_plainMetadata = false;
 };
 
 /// Takes every entry that a copied object may have: not the links into the structure tree, private

@@ -38,7 +38,7 @@ int PageTree::pageCount()
     if (count <= m_source.objectCount()) {
         return count;
     }
-    find(count);
+    walkOnce(pages);
     return static_cast<int>(m_pages.size());
 }
 
@@ -50,24 +50,35 @@ FoundPage PageTree::find(int page)
     }
     if (!m_walked) {
         const FoundPage found = descend(root, page - 1, 0);
-        if (found.page != nullptr) {
+        if (found.page != nullptr || found.isUnreadable) {
             return found;
         }
-        m_walked = true;
-        std::vector<int> path;
-        walk(root, 0, path);
+        walkOnce(root);
     }
     const auto index = static_cast<std::size_t>(page) - 1;
     return index < m_pages.size() ? m_pages[index] : FoundPage();
 }
 
+void PageTree::walkOnce(pdf_obj *root)
+{
+    if (!m_walked) {
+        m_walked = true;
+        std::vector<int> path;
+        walk(root, 0, path);
+    }
+}
+
 FoundPage PageTree::leafAt(pdf_obj *kids, int index)
 {
     pdf_obj *kid = m_source.at(kids, index);
-    if (!isPage(kid)) {
-        return {};
+    pdf_obj *reference = pdf_array_get(m_source.context(), kids, index);
+    if (isPage(kid)) {
+        return {kid, m_source.numberOf(reference), false};
     }
-    return {kid, m_source.numberOf(pdf_array_get(m_source.context(), kids, index))};
+    if (pdf_is_indirect(m_source.context(), reference) && !m_source.isDictionary(kid)) {
+        return {nullptr, 0, true};
+    }
+    return {};
 }
 
 FoundPage PageTree::descend(pdf_obj *node, int index, int depth)
@@ -116,7 +127,7 @@ void PageTree::walk(pdf_obj *node, int depth, std::vector<int> &path)
         pdf_obj *kid = m_source.at(kids, i);
         const int number = m_source.numberOf(pdf_array_get(context, kids, i));
         if (isPage(kid)) {
-            m_pages.push_back({kid, number});
+            m_pages.push_back({kid, number, false});
         } else if (m_source.isDictionary(kid) && isNode(kid) && depth < deepestTree &&
                    (number == 0 || std::find(path.begin(), path.end(), number) == path.end())) {
             path.push_back(number);

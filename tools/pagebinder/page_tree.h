@@ -11,6 +11,9 @@ struct FoundPage
 {
     pdf_obj *page = nullptr; ///< the page dictionary, resolved; null when there is no such page
     int number = 0;          ///< its object number, 0 when it stands in its parent's /Kids itself
+    /// The tree names an object that cannot be read. It counts as a page, or all pages behind it
+    /// would go by wrong numbers.
+    bool isUnreadable = false;
 };
 
 /// Finds pages by number without reading the pages before them, as far as the tree's page counts
@@ -33,6 +36,7 @@ public:
 private:
     FoundPage descend(pdf_obj *node, int index, int depth);
     FoundPage leafAt(pdf_obj *kids, int index);
+    void walkOnce(pdf_obj *root);
     void walk(pdf_obj *node, int depth, std::vector<int> &path);
     bool isNode(pdf_obj *node);
     bool isPage(pdf_obj *node);

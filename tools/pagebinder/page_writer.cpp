@@ -18,7 +18,8 @@ bool isPageKey(std::string_view key)
 
 } // namespace
 
-void PageWriter::write(const OutputPage &page, int parent, const std::string &annotations)
+void PageWriter::write(const OutputPage &page, int parent, const std::string &annotations,
+                       const std::vector<int> &borrowers)
 {
     std::string &text = m_copier.text();
     m_copier.writer().beginObject(page.target);
@@ -27,13 +28,23 @@ void PageWriter::write(const OutputPage &page, int parent, const std::string &an
     writeInherited(page.found.page);
     m_copier.writeEntries(page.found.page, isPageKey);
     m_resources.writeForPage(m_tree.inherited(page.found.page, PDF_NAME(Resources)),
-                             m_source.get(page.found.page, PDF_NAME(Contents)));
+                             m_source.raw(page.found.page, PDF_NAME(Contents)), borrowers);
     if (!annotations.empty()) {
         text += "/Annots[";
         text += annotations;
         text += ']';
     }
     text += ">>";
+    m_copier.writer().endObject();
+}
+
+void PageWriter::writeBlank(const OutputPage &page, int parent)
+{
+    m_copier.writer().beginObject(page.target);
+    m_copier.text() += "<</Type/Page/Resources<<>>/Parent ";
+    m_copier.writer().appendReference(parent);
+    writeInherited(m_source.get(m_source.catalog(), PDF_NAME(Pages)));
+    m_copier.text() += ">>";
     m_copier.writer().endObject();
 }
 

@@ -25,7 +25,12 @@ public:
 
     /// @param parent number of the page tree's root
     /// @param annotations what stands in /Annots, "" for none
-    void write(const OutputPage &page, int parent, const std::string &annotations);
+    /// @param borrowers appearance streams that use the page's resources
+    void write(const OutputPage &page, int parent, const std::string &annotations,
+               const std::vector<int> &borrowers);
+
+    /// Writes an empty page in place of one that cannot be read.
+    void writeBlank(const OutputPage &page, int parent);
 
 private:
     void writeInherited(pdf_obj *page);

@@ -39,8 +39,14 @@ int PdfWriter::allocate()
     return static_cast<int>(m_offsets.size()) - 1;
 }
 
-void PdfWriter::beginObject(int number)
+std::string PdfWriter::encrypted(int number, std::string_view bytes) const
 {
+    return m_cipher->encrypt(number, bytes);
+}
+
+void PdfWriter::beginObject(int number, bool plain)
+{
+    m_current = plain ? 0 : number;
     m_offsets[static_cast<std::size_t>(number)] = m_written + m_text.size();
     appendNumber(number);
     m_text += " 0 obj\n";
@@ -49,6 +55,7 @@ void PdfWriter::beginObject(int number)
 void PdfWriter::endObject()
 {
     m_text += "\nendobj\n";
+    m_current = 0;
     flushIfLarge();
 }
 
@@ -131,6 +138,15 @@ void PdfWriter::appendName(std::string_view name)
 }
 
 void PdfWriter::appendString(std::string_view bytes)
+{
+    if (m_cipher != nullptr && m_current != 0) {
+        appendPlainString(encrypted(m_current, bytes));
+    } else {
+        appendPlainString(bytes);
+    }
+}
+
+void PdfWriter::appendPlainString(std::string_view bytes)
 {
     std::size_t odd = 0;
     for (const char c : bytes) {

@@ -3,6 +3,7 @@
 #include "tools/pagexport/annotation_text.h"
 #include "tools/pagexport/content_text.h"
 #include "tools/pagexport/geometry.h"
+#include "tools/pagexport/page_blending.h"
 #include "tools/pagexport/png_writer.h"
 
 #include <algorithm>
@@ -19,24 +20,54 @@ struct DrawnPage
     const char *error = nullptr;
 };
 
-DrawnPage draw(fz_context *context, pdf_page *page, int width, int height, fz_cookie &cookie)
+// The page as a list of drawing steps first: the list knows what lies inside each clip, and drawing
+// then works on that part only instead of on the whole page.
+fz_display_list *newStepList(fz_context *context, pdf_page *page, fz_cookie &cookie)
 {
-    DrawnPage drawn;
+    fz_display_list *list = fz_new_display_list(context, pdf_bound_page(context, page));
     fz_device *device = nullptr;
-    fz_var(drawn);
     fz_var(device);
     fz_try(context)
     {
-        drawn.pixmap = fz_new_pixmap_with_bbox(context, fz_device_rgb(context),
-                                               fz_make_irect(0, 0, width, height), nullptr, 0);
-        fz_clear_pixmap_with_value(context, drawn.pixmap, 0xff);
-        device = fz_new_draw_device(context, fz_scale(unitsPerPoint, unitsPerPoint), drawn.pixmap);
+        device = fz_new_list_device(context, list);
         pdf_run_page(context, page, device, fz_identity, &cookie);
         fz_close_device(context, device);
     }
     fz_always(context)
     {
         fz_drop_device(context, device);
+    }
+    fz_catch(context)
+    {
+        fz_drop_display_list(context, list);
+        fz_rethrow(context);
+    }
+    return list;
+}
+
+DrawnPage draw(fz_context *context, pdf_page *page, int width, int height, fz_cookie &cookie)
+{
+    DrawnPage drawn;
+    fz_display_list *list = nullptr;
+    fz_device *device = nullptr;
+    fz_var(drawn);
+    fz_var(list);
+    fz_var(device);
+    fz_try(context)
+    {
+        const fz_irect area = fz_make_irect(0, 0, width, height);
+        list = newStepList(context, page, cookie);
+        drawn.pixmap = fz_new_pixmap_with_bbox(context, fz_device_rgb(context), area, nullptr, 0);
+        fz_clear_pixmap_with_value(context, drawn.pixmap, 0xff);
+        device = fz_new_draw_device(context, fz_identity, drawn.pixmap);
+        fz_run_display_list(context, list, device, fz_scale(unitsPerPoint, unitsPerPoint),
+                            fz_rect_from_irect(area), &cookie);
+        fz_close_device(context, device);
+    }
+    fz_always(context)
+    {
+        fz_drop_device(context, device);
+        fz_drop_display_list(context, list);
     }
     fz_catch(context)
     {
@@ -126,6 +157,9 @@ std::string PageReader::drawPicture(fz_cookie &cookie)
         throw ToolError(m_file.path(), "the page is too large for a picture (" +
                                            std::to_string(width) + " x " + std::to_string(height) +
                                            " pixels)");
+    }
+    if (m_page->transparency != 0 && !needsPageGroup(context(), m_page)) {
+        m_page->transparency = 0;
     }
     const DrawnPage drawn = draw(context(), m_page, width, height, cookie);
     std::string png;

@@ -1,18 +1,20 @@
 #include "tools/pagexport/png_writer.h"
 
+#include "tools/pagexport/palette.h"
+#include "tools/pagexport/row_deflate.h"
+
 #include <zlib.h>
 
-#include <array>
 #include <cstdint>
-#include <memory>
-#include <new>
+#include <cstring>
+#include <optional>
 #include <string_view>
 
 namespace tools {
 
 namespace {
 
-enum class ColorType : unsigned char { grey = 0, rgb = 2 };
+enum class ColorType : unsigned char { rgb = 2, palette = 3 };
 
 void appendNumber(std::string &bytes, std::uint32_t number)
 {
@@ -32,75 +34,42 @@ void appendChunk(std::string &png, std::string_view type, std::string_view data)
     appendNumber(png, static_cast<std::uint32_t>(sum));
 }
 
-bool isGrey(const unsigned char *row, std::size_t pixels)
+std::string header(const RgbPicture &picture, ColorType type)
 {
-    unsigned difference = 0;
-    for (std::size_t i = 0; i < pixels; ++i) {
-        difference |= static_cast<unsigned>(row[3 * i] ^ row[3 * i + 1]);
-        difference |= static_cast<unsigned>(row[3 * i] ^ row[3 * i + 2]);
-    }
-    return difference == 0;
-}
-
-ColorType colorTypeOf(const RgbPicture &picture)
-{
-    const auto width = static_cast<std::size_t>(picture.width);
-    for (int y = 0; y < picture.height; ++y) {
-        if (!isGrey(picture.samples + 3 * width * static_cast<std::size_t>(y), width)) {
-            return ColorType::rgb;
-        }
-    }
-    return ColorType::grey;
+    std::string data;
+    appendNumber(data, static_cast<std::uint32_t>(picture.width));
+    appendNumber(data, static_cast<std::uint32_t>(picture.height));
+    data += '\x08';
+    data += static_cast<char>(type);
+    data.append(3, '\0');
+    return data;
 }
 
 // Rows as PNG wants them: a filter byte (none) and the samples.
-std::string filteredRows(const RgbPicture &picture, ColorType type)
+std::string unfilteredRows(const RgbPicture &picture)
 {
-    const auto width = static_cast<std::size_t>(picture.width);
-    const std::size_t samples = type == ColorType::grey ? width : 3 * width;
+    const std::size_t samples = 3 * static_cast<std::size_t>(picture.width);
     std::string rows((samples + 1) * static_cast<std::size_t>(picture.height), '\0');
-    for (int y = 0; y < picture.height; ++y) {
-        const unsigned char *from = picture.samples + 3 * width * static_cast<std::size_t>(y);
-        char *to = rows.data() + (samples + 1) * static_cast<std::size_t>(y) + 1;
-        if (type == ColorType::rgb) {
-            std::copy(from, from + samples, reinterpret_cast<unsigned char *>(to));
-        } else {
-            for (std::size_t x = 0; x < width; ++x) {
-                to[x] = static_cast<char>(from[3 * x]);
-            }
-        }
+    for (std::size_t y = 0; y < static_cast<std::size_t>(picture.height); ++y) {
+        std::memcpy(rows.data() + (samples + 1) * y + 1, picture.samples + samples * y, samples);
     }
     return rows;
-}
-
-std::string compressed(std::string_view rows)
-{
-    std::string data(compressBound(static_cast<uLong>(rows.size())), '\0');
-    auto size = static_cast<uLongf>(data.size());
-    if (compress2(reinterpret_cast<Bytef *>(data.data()), &size,
-                  reinterpret_cast<const Bytef *>(rows.data()), static_cast<uLong>(rows.size()),
-                  Z_BEST_SPEED) != Z_OK) {
-        throw std::bad_alloc();
-    }
-    data.resize(size);
-    return data;
 }
 
 } // namespace
 
 std::string encodePng(const RgbPicture &picture)
 {
-    const ColorType type = colorTypeOf(picture);
-    std::string header;
-    appendNumber(header, static_cast<std::uint32_t>(picture.width));
-    appendNumber(header, static_cast<std::uint32_t>(picture.height));
-    header += '\x08';
-    header += static_cast<char>(type);
-    header.append(3, '\0');
-
+    const auto width = static_cast<std::size_t>(picture.width);
     std::string png("\x89PNG\r\n\x1a\n");
-    appendChunk(png, "IHDR", header);
-    appendChunk(png, "IDAT", compressed(filteredRows(picture, type)));
+    if (const std::optional<PaletteRows> rows = paletteRows(picture)) {
+        appendChunk(png, "IHDR", header(picture, ColorType::palette));
+        appendChunk(png, "PLTE", rows->palette);
+        appendChunk(png, "IDAT", deflateRows(rows->rows, width + 1, 1));
+    } else {
+        appendChunk(png, "IHDR", header(picture, ColorType::rgb));
+        appendChunk(png, "IDAT", deflateRows(unfilteredRows(picture), 3 * width + 1, 3));
+    }
     appendChunk(png, "IEND", {});
     return png;
 }

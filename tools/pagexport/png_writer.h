@@ -1,20 +1,13 @@
 #pragma once
 
-#include <cstddef>
+#include "tools/pagexport/rgb_picture.h"
+
 #include <string>
 
 namespace tools {
 
-/// A picture of 8-bit red, green and blue samples without gaps between the rows.
-struct RgbPicture
-{
-    const unsigned char *samples = nullptr;
-    int width = 0;
-    int height = 0;
-};
-
-/// @p picture as a PNG file, made for speed and not for the last byte: grey samples only where no
-/// pixel has a colour, a palette where there are few of them.
+/// @p picture as a PNG file, made for speed and not for the last byte. Pictures of at most 256
+/// colours, which pages of text are, become palette pictures.
 /// @throws std::bad_alloc
 std::string encodePng(const RgbPicture &picture);
 

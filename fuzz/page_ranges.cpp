@@ -1,0 +1,74 @@
+// Page selections and command lines of any content: a selection that is taken stands for exactly
+// what was written, and a command line is either understood or refused.
+
+#include "tools/pagebinder/page_ranges.h"
+#include "tools/common/tool_error.h"
+#include "tools/pagebinder/command_line.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+/// @p number without the zeros in front of it.
+std::string plainNumber(const std::string &number)
+{
+    return number.substr(std::min(number.find_first_not_of('0'), number.size()));
+}
+
+bool standsFor(const tools::PageRange &range, const std::string &text)
+{
+    const std::size_t hyphen = text.find('-');
+    const std::string last = hyphen == std::string::npos ? text : text.substr(hyphen + 1);
+    return range.first >= 1 && range.first <= range.last &&
+           std::to_string(range.first) == plainNumber(text.substr(0, hyphen)) &&
+           std::to_string(range.last) == plainNumber(last);
+}
+
+void tryRange(const std::string &text)
+{
+    tools::PageRange range;
+    const bool taken = tools::parsePageRange(text, range);
+    if (taken ? !standsFor(range, text) : !(range == tools::PageRange())) {
+        std::abort();
+    }
+}
+
+void tryCommandLine(const std::vector<std::string> &arguments)
+{
+    try {
+        const tools::BinderCommand command = tools::parseCommandLine(arguments);
+        for (const tools::PageRange &range : command.ranges) {
+            if (range.first < 1 || range.last < range.first) {
+                std::abort();
+            }
+        }
+        if (command.action == tools::BinderCommand::Action::merge &&
+            (command.ranges.empty() || command.input.empty() || command.output.empty())) {
+            std::abort();
+        }
+    } catch (const tools::ToolError &error) {
+        if (error.status() != tools::exitUsageError) {
+            std::abort();
+        }
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    const std::string text(reinterpret_cast<const char *>(data), size);
+    std::vector<std::string> arguments;
+    std::size_t begin = 0;
+    while (begin <= text.size()) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        arguments.push_back(text.substr(begin, end - begin));
+        tryRange(arguments.back());
+        begin = end + 1;
+    }
+    tryCommandLine(arguments);
+    return 0;
+}

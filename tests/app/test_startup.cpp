@@ -1,0 +1,208 @@
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+
+namespace {
+
+struct Run
+{
+    int status = -1;
+    bool crashed = false;
+    QStringList output;
+};
+
+QStringList linesOf(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    if (lines.last().isEmpty()) {
+        lines.removeLast();
+    }
+    return lines;
+}
+
+} // namespace
+
+class TestStartup : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void theFirstLineNamesTheApplicationFolder();
+    void theCurrentFolderIsTheApplicationFolder();
+    void onlyThePluginFolderIsSearched();
+    void aMissingPluginFolderGivesItsParent();
+    void everyKindOfMessageHasItsFormat();
+    void loggingRulesDoNotSilenceTheLog();
+    void theLogHoldsTheLastRunOnly();
+    void theLogCanBeTakenAwayAtAnyTime();
+    void withoutDataFolderNothingIsWritten();
+    void anUnopenableLogDropsTheMessages();
+    void aFatalMessageAbortsWithoutALine();
+    void theProgramShowsItsWindowAndLogs();
+
+private:
+    Run run(const QStringList &arguments, const QString &program = QString(),
+            const QString &workingFolder = QStringLiteral("/"));
+    QString logPath(const QString &program) const;
+
+    std::unique_ptr<QTemporaryDir> data;
+    const QString probe = QStringLiteral(QUORLIN_STARTUP_PROBE);
+    const QString probeFolder = QFileInfo(probe).canonicalPath();
+};
+
+void TestStartup::init()
+{
+    data = std::make_unique<QTemporaryDir>();
+    QVERIFY(QDir(data->path()).mkpath(QStringLiteral("startup_probe")));
+    QVERIFY(QDir(data->path()).mkpath(QStringLiteral("quorlin-cleaver")));
+    QDir(probeFolder + QStringLiteral("/..")).mkpath(QStringLiteral("Plugins"));
+}
+
+QString TestStartup::logPath(const QString &program) const
+{
+    return data->filePath(program + QStringLiteral("/splitterlog.txt"));
+}
+
+Run TestStartup::run(const QStringList &arguments, const QString &program,
+                     const QString &workingFolder)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), data->path());
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(workingFolder);
+    process.start(program.isEmpty() ? probe : program, arguments);
+    process.waitForFinished();
+    Run result;
+    result.crashed = process.exitStatus() == QProcess::CrashExit;
+    result.status = process.exitCode();
+    result.output = QString::fromUtf8(process.readAllStandardOutput()).split(QLatin1Char('\n'));
+    return result;
+}
+
+void TestStartup::theFirstLineNamesTheApplicationFolder()
+{
+    QCOMPARE(run({}).status, 0);
+    QCOMPARE(linesOf(logPath(QStringLiteral("startup_probe"))).value(0),
+             QStringLiteral("Debug: Current path: \"%1\"  ").arg(probeFolder));
+}
+
+void TestStartup::theCurrentFolderIsTheApplicationFolder()
+{
+    for (const QString &folder : {QStringLiteral("/"), data->path()}) {
+        const Run result = run({}, {}, folder);
+        QCOMPARE(result.output.value(0), QStringLiteral("current=") + probeFolder);
+        QCOMPARE(result.output.value(3), QStringLiteral("organisation="));
+    }
+}
+
+void TestStartup::onlyThePluginFolderIsSearched()
+{
+    QCOMPARE(run({}).output.value(1),
+             QStringLiteral("plugins=") +
+                 QFileInfo(probeFolder + QStringLiteral("/../Plugins")).absoluteFilePath());
+}
+
+void TestStartup::aMissingPluginFolderGivesItsParent()
+{
+    QVERIFY(QDir(probeFolder + QStringLiteral("/..")).rmdir(QStringLiteral("Plugins")));
+    QCOMPARE(run({}).output.value(1),
+             QStringLiteral("plugins=") + QFileInfo(probeFolder).absolutePath());
+}
+
+void TestStartup::everyKindOfMessageHasItsFormat()
+{
+    run({QStringLiteral("debug=one"), QStringLiteral("info=two"), QStringLiteral("warning=abc"),
+         QStringLiteral("critical=four %1"), QString::fromUtf8("debug=grün")});
+    const QStringList lines = linesOf(logPath(QStringLiteral("startup_probe")));
+    QCOMPARE(lines.sliced(1),
+             QStringList({QStringLiteral("Debug: one"), QStringLiteral("Debug: two"),
+                          QStringLiteral("Warning: abc"), QStringLiteral("Critical: four %1"),
+                          QString::fromUtf8("Debug: grün")}));
+}
+
+void TestStartup::loggingRulesDoNotSilenceTheLog()
+{
+    qputenv("QT_LOGGING_RULES", "*.debug=false");
+    run({QStringLiteral("debug=one")});
+    qunsetenv("QT_LOGGING_RULES");
+    QCOMPARE(linesOf(logPath(QStringLiteral("startup_probe"))).size(), 2);
+}
+
+void TestStartup::theLogHoldsTheLastRunOnly()
+{
+    run({QStringLiteral("warning=first")});
+    run({QStringLiteral("warning=second")});
+    const QStringList lines = linesOf(logPath(QStringLiteral("startup_probe")));
+    QCOMPARE(lines.size(), 2);
+    QVERIFY(lines.first().startsWith(QLatin1String("Debug: Current path: ")));
+    QCOMPARE(lines.last(), QStringLiteral("Warning: second"));
+}
+
+void TestStartup::theLogCanBeTakenAwayAtAnyTime()
+{
+    run({QStringLiteral("warning=before"), QStringLiteral("remove="),
+         QStringLiteral("warning=after")});
+    QCOMPARE(linesOf(logPath(QStringLiteral("startup_probe"))),
+             QStringList({QStringLiteral("Warning: after")}));
+}
+
+void TestStartup::withoutDataFolderNothingIsWritten()
+{
+    QVERIFY(QDir(data->path()).rmdir(QStringLiteral("startup_probe")));
+    QCOMPARE(run({QStringLiteral("warning=abc")}).status, 0);
+    QCOMPARE(QDir(data->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+             QStringList({QStringLiteral("quorlin-cleaver")}));
+}
+
+void TestStartup::anUnopenableLogDropsTheMessages()
+{
+    QVERIFY(QDir(data->path()).mkpath(QStringLiteral("startup_probe/splitterlog.txt/x")));
+    const Run result = run({QStringLiteral("warning=abc")});
+    QCOMPARE(result.status, 0);
+    QVERIFY(QFileInfo(logPath(QStringLiteral("startup_probe"))).isDir());
+}
+
+void TestStartup::aFatalMessageAbortsWithoutALine()
+{
+    const Run result = run({QStringLiteral("warning=before"), QStringLiteral("fatal=end")});
+    QVERIFY(result.crashed);
+    QCOMPARE(result.status, SIGABRT);
+    QCOMPARE(linesOf(logPath(QStringLiteral("startup_probe"))).last(),
+             QStringLiteral("Warning: before"));
+}
+
+void TestStartup::theProgramShowsItsWindowAndLogs()
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), data->path());
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(QStringLiteral("/"));
+    process.start(QStringLiteral(QUORLIN_BIN_DIR "/quorlin-cleaver"), QStringList());
+    const QString log = logPath(QStringLiteral("quorlin-cleaver"));
+    const QString shown = QStringLiteral("Warning: This plugin does not support "
+                                         "propagateSizeHints()");
+    // The offscreen platform says this of every window that is shown.
+    QTRY_VERIFY_WITH_TIMEOUT(linesOf(log).contains(shown), 30000);
+    QCOMPARE(process.state(), QProcess::Running);
+    QCOMPARE(linesOf(log).first(),
+             QStringLiteral("Debug: Current path: \"%1\"  ")
+                 .arg(QFileInfo(QStringLiteral(QUORLIN_BIN_DIR)).canonicalFilePath()));
+    process.terminate();
+    QVERIFY(process.waitForFinished());
+}
+
+QTEST_GUILESS_MAIN(TestStartup)
+#include "test_startup.moc"

@@ -1,0 +1,131 @@
+#include "mainwindow/progress_pane.h"
+
+#include <QElapsedTimer>
+#include <QScrollBar>
+#include <QTest>
+#include <QTextBlock>
+#include <QTextEdit>
+
+class TestProgressPane : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void linesStandAtOnce();
+    void linesAreNoRichText();
+    void theViewFollowsTheEnd();
+    void aViewScrolledUpStays();
+    void theScreenFollows();
+    void aLineCostsTheSameAtAnyLength();
+};
+
+namespace {
+
+QStringList linesOf(const QTextEdit &edit)
+{
+    QStringList lines;
+    for (QTextBlock block = edit.document()->begin(); block.isValid(); block = block.next()) {
+        lines.append(block.text());
+    }
+    return lines;
+}
+
+} // namespace
+
+void TestProgressPane::linesStandAtOnce()
+{
+    QTextEdit edit;
+    quorlin::ProgressPane pane(&edit);
+    pane.addLine(QStringLiteral("first"));
+    QCOMPARE(linesOf(edit), QStringList({QStringLiteral("first")}));
+    pane.addLine(QStringLiteral("second"));
+    QCOMPARE(linesOf(edit), QStringList({QStringLiteral("first"), QStringLiteral("second")}));
+    QCOMPARE(edit.toPlainText(), QStringLiteral("first\nsecond"));
+}
+
+void TestProgressPane::linesAreNoRichText()
+{
+    QTextEdit edit;
+    quorlin::ProgressPane pane(&edit);
+    const QString line = QStringLiteral("/x/a<b>&amp;  c  .pdf ");
+    pane.addLine(line);
+    pane.addLine(QStringLiteral("<html><body>x</body></html>"));
+    QCOMPARE(linesOf(edit).first(), line);
+    QCOMPARE(linesOf(edit).last(), QStringLiteral("<html><body>x</body></html>"));
+}
+
+void TestProgressPane::theViewFollowsTheEnd()
+{
+    QTextEdit edit;
+    edit.resize(400, 120);
+    edit.show();
+    quorlin::ProgressPane pane(&edit);
+    for (int i = 0; i < 100; ++i) {
+        pane.addLine(QString::number(i));
+    }
+    QTRY_VERIFY(edit.viewport()->updatesEnabled());
+    const QScrollBar *bar = edit.verticalScrollBar();
+    QVERIFY(bar->maximum() > 0);
+    QCOMPARE(bar->value(), bar->maximum());
+}
+
+void TestProgressPane::aViewScrolledUpStays()
+{
+    QTextEdit edit;
+    edit.resize(400, 120);
+    edit.show();
+    quorlin::ProgressPane pane(&edit);
+    for (int i = 0; i < 100; ++i) {
+        pane.addLine(QString::number(i));
+    }
+    QTRY_VERIFY(edit.viewport()->updatesEnabled());
+    edit.verticalScrollBar()->setValue(17);
+    pane.addLine(QStringLiteral("new"));
+    QTRY_VERIFY(edit.viewport()->updatesEnabled());
+    QCOMPARE(edit.verticalScrollBar()->value(), 17);
+}
+
+void TestProgressPane::theScreenFollows()
+{
+    QTextEdit edit;
+    edit.resize(400, 120);
+    edit.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&edit));
+    const QImage empty = edit.viewport()->grab().toImage();
+    quorlin::ProgressPane pane(&edit);
+    pane.addLine(QStringLiteral("a line that shows"));
+    QVERIFY(!edit.viewport()->updatesEnabled());
+    QTRY_VERIFY(edit.viewport()->updatesEnabled());
+    QVERIFY(edit.viewport()->grab().toImage() != empty);
+}
+
+void TestProgressPane::aLineCostsTheSameAtAnyLength()
+{
+    // Told, not judged: the machine decides the times. 20,000 lines, each with a turn of the event
+    // loop, must stand in the pane in order.
+    QTextEdit edit;
+    edit.resize(800, 120);
+    edit.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&edit));
+    quorlin::ProgressPane pane(&edit);
+    constexpr int count = 20000;
+    constexpr int part = 5000;
+    QElapsedTimer timer;
+    timer.start();
+    for (int i = 0; i < count; ++i) {
+        pane.addLine(QStringLiteral("Generating /home/someone/output/batch/%1 text.pdf").arg(i));
+        QCoreApplication::processEvents();
+        if (i % part == part - 1) {
+            qInfo("lines %d to %d: %.1f us each", i + 1 - part, i,
+                  double(timer.nsecsElapsed()) / 1000 / part);
+            timer.restart();
+        }
+    }
+    const QStringList lines = linesOf(edit);
+    QCOMPARE(lines.size(), count);
+    QVERIFY(lines.first().endsWith(QLatin1String("/0 text.pdf")));
+    QVERIFY(lines.last().endsWith(QLatin1String("/19999 text.pdf")));
+}
+
+QTEST_MAIN(TestProgressPane)
+#include "test_progress_pane.moc"

@@ -1,0 +1,268 @@
+#include "tests/support/window_bench.h"
+
+#include <QHeaderView>
+#include <QPushButton>
+#include <QTest>
+
+#include <numeric>
+
+using quorlin::test::WindowBench;
+
+/// Rows keep their file, page count, size and result together, however the table is handled.
+class TestRowOrder : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void oneRowMovesWithAllItsCells();
+    void edgesStay();
+    void blocksMoveByOne_data();
+    void blocksMoveByOne();
+    void aRowWithoutSizeDoesNotMove();
+    void movingClearsTheSortIndicator();
+    void addingToASortedListMixesNothing_data();
+    void addingToASortedListMixesNothing();
+    void splittingASortedListMixesNothing_data();
+    void splittingASortedListMixesNothing();
+    void aHeaderClickedDuringARunMixesNothing();
+    void sortingWorksAfterwards();
+};
+
+namespace {
+
+/// Files of 1, 2, ... pages under names in the reverse order of the alphabet.
+QStringList addFamily(const WindowBench &bench, int count, char last = 'z')
+{
+    QStringList files;
+    for (int i = 0; i < count; ++i) {
+        quorlin::test::PageTexts texts;
+        for (int page = 0; page <= i; ++page) {
+            texts.emplace_back(QStringLiteral("T%1").arg(i));
+        }
+        files.append(
+            bench.addBatch(QStringLiteral("%1.pdf").arg(QLatin1Char(char(last - i))), texts));
+    }
+    return files;
+}
+
+/// Whether every row shows the page count and the size of its own file.
+bool rowsAreWhole(WindowBench &bench, const QStringList &files)
+{
+    QStringList seen = bench.column(0);
+    for (int row = 0; row < bench.table()->rowCount(); ++row) {
+        const qsizetype index = files.indexOf(bench.cell(row, 0));
+        const QString size =
+            QString::asprintf("%14.3f KB", double(QFile(bench.cell(row, 0)).size()) / 1000.0);
+        if (index < 0 || bench.cell(row, 1) != QString::number(index + 1) ||
+            bench.cell(row, 2) != size) {
+            return false;
+        }
+    }
+    seen.sort();
+    QStringList expected = files;
+    expected.sort();
+    return seen == expected;
+}
+
+void clickHeader(WindowBench &bench, int column, int times)
+{
+    QHeaderView *header = bench.table()->horizontalHeader();
+    for (int i = 0; i < times; ++i) {
+        const QPoint place(header->sectionViewportPosition(column) + 20, header->height() / 2);
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    }
+}
+
+} // namespace
+
+void TestRowOrder::oneRowMovesWithAllItsCells()
+{
+    WindowBench bench;
+    const QStringList files = addFamily(bench, 4);
+    bench.addFiles(files);
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.split();
+    bench.selectRows({2});
+    bench.click("pushButton_up");
+    QCOMPARE(bench.column(0), QStringList({files[0], files[2], files[1], files[3]}));
+    QVERIFY(rowsAreWhole(bench, files));
+    QCOMPARE(bench.column(3), QStringList(4, QStringLiteral("Succeed")));
+    QCOMPARE(bench.selectedRows(), QList<int>({1}));
+    QCOMPARE(bench.table()->currentRow(), 1);
+    bench.click("pushButton_down");
+    bench.click("pushButton_down");
+    QCOMPARE(bench.column(0), QStringList({files[0], files[1], files[3], files[2]}));
+    QCOMPARE(bench.table()->currentRow(), 3);
+}
+
+void TestRowOrder::edgesStay()
+{
+    WindowBench bench;
+    const QStringList files = addFamily(bench, 3);
+    bench.addFiles(files);
+    bench.selectRows({0});
+    bench.click("pushButton_up");
+    QCOMPARE(bench.column(0), files);
+    QCOMPARE(bench.selectedRows(), QList<int>({0}));
+    bench.selectRows({2});
+    bench.click("pushButton_down");
+    QCOMPARE(bench.column(0), files);
+    QCOMPARE(bench.selectedRows(), QList<int>({2}));
+}
+
+void TestRowOrder::blocksMoveByOne_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<bool>("results");
+    for (const int size : {2, 3, 4, 5}) {
+        QTest::addRow("%d rows", size) << size << false;
+        QTest::addRow("%d rows with results", size) << size << true;
+    }
+}
+
+void TestRowOrder::blocksMoveByOne()
+{
+    QFETCH(int, size);
+    QFETCH(bool, results);
+    WindowBench bench;
+    const QStringList files = addFamily(bench, size + 1);
+    bench.addFiles(files);
+    if (results) {
+        bench.setOutputFolder(bench.folders.outputs());
+        bench.split();
+    }
+    QList<int> rows(size);
+    std::iota(rows.begin(), rows.end(), 1);
+    bench.selectRows(rows);
+    bench.click("pushButton_up");
+    QStringList order = files.sliced(1);
+    order.append(files.first());
+    QCOMPARE(bench.column(0), order);
+    QList<int> moved(size);
+    std::iota(moved.begin(), moved.end(), 0);
+    QCOMPARE(bench.selectedRows(), moved);
+    bench.click("pushButton_down");
+    QCOMPARE(bench.column(0), files);
+    QCOMPARE(bench.selectedRows(), rows);
+    QVERIFY(rowsAreWhole(bench, files));
+}
+
+void TestRowOrder::aRowWithoutSizeDoesNotMove()
+{
+    WindowBench bench;
+    const QString first = bench.addBatch(QStringLiteral("a.pdf"), {QStringLiteral("A")});
+    const QString empty = bench.folders.addInput(QStringLiteral("empty.pdf"), "");
+    bench.addFiles({first, empty});
+    bench.selectRows({1});
+    bench.click("pushButton_up");
+    QCOMPARE(bench.column(0), QStringList({first, empty}));
+}
+
+void TestRowOrder::movingClearsTheSortIndicator()
+{
+    WindowBench bench;
+    const QStringList files = addFamily(bench, 3); // z, y, x
+    bench.addFiles(files);
+    clickHeader(bench, 0, 1);
+    QCOMPARE(bench.column(0), QStringList({files[2], files[1], files[0]}));
+    bench.selectRows({2});
+    bench.click("pushButton_up");
+    QCOMPARE(bench.table()->horizontalHeader()->sortIndicatorSection(), -1);
+    QCOMPARE(bench.table()->horizontalHeader()->sortIndicatorOrder(), Qt::AscendingOrder);
+    QVERIFY(bench.table()->isSortingEnabled());
+    QCOMPARE(bench.column(0), QStringList({files[2], files[0], files[1]}));
+}
+
+void TestRowOrder::addingToASortedListMixesNothing_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::addColumn<int>("clicks");
+    for (int column = 0; column < 4; ++column) {
+        for (const int clicks : {1, 2}) {
+            QTest::addRow("column %d, %d clicks", column, clicks) << column << clicks;
+        }
+    }
+}
+
+void TestRowOrder::addingToASortedListMixesNothing()
+{
+    QFETCH(int, column);
+    QFETCH(int, clicks);
+    WindowBench bench;
+    const QStringList files = addFamily(bench, 6);
+    bench.addFiles(files.sliced(0, 3));
+    clickHeader(bench, column, clicks);
+    const QStringList shown = bench.column(0);
+    bench.addFiles(files.sliced(3));
+    QVERIFY(rowsAreWhole(bench, files));
+    QCOMPARE(bench.column(0).sliced(0, 3), shown);
+    QCOMPARE(bench.column(0).sliced(3), files.sliced(3));
+}
+
+void TestRowOrder::splittingASortedListMixesNothing_data()
+{
+    addingToASortedListMixesNothing_data();
+}
+
+void TestRowOrder::splittingASortedListMixesNothing()
+{
+    QFETCH(int, column);
+    QFETCH(int, clicks);
+    WindowBench bench;
+    QStringList files = addFamily(bench, 4);
+    const QString broken = bench.folders.addInput(QStringLiteral("m.pdf"), "line no orders\n");
+    bench.addFiles(files + QStringList(broken));
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.split(); // gives the column of results something to sort
+    clickHeader(bench, column, clicks);
+    const QStringList shown = bench.column(0);
+    bench.split();
+    QCOMPARE(bench.column(0), shown);
+    QStringList exported;
+    const QStringList calls = quorlin::test::toolCalls(bench.folders.application());
+    for (const QString &call : calls) {
+        if (call.startsWith(QLatin1String("pagexport"))) {
+            exported.append(call.section(QLatin1Char('['), 2, 2).section(QLatin1Char(']'), 0, 0));
+        }
+    }
+    QCOMPARE(exported.sliced(5), shown); // every file once, in the order shown
+    for (int row = 0; row < 5; ++row) {
+        const bool isBroken = bench.cell(row, 0) == broken;
+        QCOMPARE(bench.cell(row, 3),
+                 isBroken ? QStringLiteral("Failed") : QStringLiteral("Succeed"));
+    }
+}
+
+void TestRowOrder::aHeaderClickedDuringARunMixesNothing()
+{
+    WindowBench bench;
+    const QStringList files = addFamily(bench, 5);
+    bench.addFiles(files);
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.window().progressObserver = [&](const QString &line) {
+        if (line.startsWith(QLatin1String("Generating "))) {
+            clickHeader(bench, 3, 1);
+            clickHeader(bench, 1, 2);
+        }
+    };
+    bench.split();
+    QCOMPARE(bench.column(0), files);
+    QVERIFY(rowsAreWhole(bench, files));
+    QCOMPARE(bench.column(3), QStringList(5, QStringLiteral("Succeed")));
+    QCOMPARE(bench.table()->horizontalHeader()->sortIndicatorSection(), -1);
+}
+
+void TestRowOrder::sortingWorksAfterwards()
+{
+    WindowBench bench;
+    const QStringList files = addFamily(bench, 3);
+    bench.addFiles(files);
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.split();
+    clickHeader(bench, 0, 1);
+    QCOMPARE(bench.column(0), QStringList({files[2], files[1], files[0]}));
+    QVERIFY(rowsAreWhole(bench, files));
+}
+
+QTEST_MAIN(TestRowOrder)
+#include "test_row_order.moc"

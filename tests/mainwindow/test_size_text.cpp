@@ -1,0 +1,54 @@
+#include "mainwindow/size_text.h"
+
+#include <QTest>
+
+#include <clocale>
+
+class TestSizeText : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void sizes_data();
+    void sizes();
+    void thePointIsAPointInEveryLocale();
+};
+
+void TestSizeText::sizes_data()
+{
+    QTest::addColumn<qint64>("bytes");
+    QTest::addColumn<QString>("text");
+    const auto row = [](const char *name, qint64 bytes, const char *text) {
+        QTest::newRow(name) << bytes << QString::fromLatin1(text);
+    };
+    row("nothing", 0, "");
+    row("unknown", -1, "");
+    row("one byte", 1, "         0.001 KB");
+    row("thousands are decimal", 123456, "       123.456 KB");
+    row("last of the thousands", 1048576, "      1048.576 KB");
+    row("first of the millions", 1048577, "         1.049 MB");
+    row("just below 2 GiB", 2147483647, "      2147.484 MB");
+    row("2 GiB shows no size", 2147483648, "");
+    row("just below 4 GiB shows no size", 4294967295, "");
+    row("beyond 4 GiB starts again", 4294967297, "         0.001 KB");
+}
+
+void TestSizeText::sizes()
+{
+    QFETCH(qint64, bytes);
+    QTEST(quorlin::sizeText(bytes), "text");
+}
+
+void TestSizeText::thePointIsAPointInEveryLocale()
+{
+    const char *comma = std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
+    const QString text = quorlin::sizeText(1048576);
+    std::setlocale(LC_NUMERIC, "C");
+    QCOMPARE(text, QStringLiteral("      1048.576 KB"));
+    if (comma == nullptr) {
+        qInfo("No locale with a decimal comma is installed; only the C locale was seen");
+    }
+}
+
+QTEST_APPLESS_MAIN(TestSizeText)
+#include "test_size_text.moc"

@@ -1,0 +1,331 @@
+#include "tests/support/process_state.h"
+#include "tests/support/window_bench.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+using quorlin::test::WindowBench;
+
+namespace {
+
+const QString a = QStringLiteral("A");
+const QString b = QStringLiteral("B");
+
+} // namespace
+
+/// What happens when tools, folders and rows go away while they are needed.
+class TestSplitFaults : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aMissingExportToolStopsSilently();
+    void aMissingMergeToolStopsSilently();
+    void theRunAfterAStopStartsWithTheFirstGroup();
+    void aCrashingExportGoesOn();
+    void anUnwritableOutputFolderFails();
+    void rowsRemovedDuringARunStopIt();
+    void aMovedOutputFolderStopsARun();
+    void aSecondPressStartsASecondChain();
+    void filesAddedDuringARunAreSplitToo();
+    void closingTheWindowEndsTheTools_data();
+    void closingTheWindowEndsTheTools();
+    void namesTakenAsTheyAre_data();
+    void namesTakenAsTheyAre();
+    void textsWithQuotesFailOnlyTheirOwnFile();
+    void aTextBeyondTheNameLimitFailsOnlyItsOwnOutput();
+};
+
+void TestSplitFaults::aMissingExportToolStopsSilently()
+{
+    WindowBench bench;
+    const QString file = bench.addBatch(QStringLiteral("a.pdf"), {a});
+    bench.addFiles({file});
+    QVERIFY(QFile::remove(bench.folders.application() + QStringLiteral("/pagexport")));
+    QStringList failures;
+    bench.window().toolFailureObserver = [&](const QString &command) { failures.append(command); };
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.click("runButton");
+    QTRY_COMPARE(failures.size(), 1);
+    QCOMPARE(failures.first(),
+             QStringLiteral("\"%1/pagexport\" -htmlformat \"%2\" \"%3/split.xml\"")
+                 .arg(bench.folders.application(), file, bench.folders.temporary()));
+    QTest::qWait(20);
+    QCOMPARE(bench.paneLines().last(), file);
+    QVERIFY(bench.modals.boxes().isEmpty());
+    QVERIFY(bench.folders.outputFiles().isEmpty());
+    QVERIFY(bench.table()->item(0, 3) == nullptr);
+}
+
+void TestSplitFaults::aMissingMergeToolStopsSilently()
+{
+    WindowBench bench;
+    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {a, b})});
+    QVERIFY(QFile::remove(bench.folders.application() + QStringLiteral("/pagebinder")));
+    int failures = 0;
+    bench.window().toolFailureObserver = [&](const QString &) { ++failures; };
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.click("runButton");
+    QTRY_COMPARE(failures, 1);
+    QTest::qWait(20);
+    QVERIFY(bench.paneLines().last().endsWith(QLatin1String("/a/1 A a 1.pdf")));
+    QCOMPARE(ProcessState::groupIndex(bench.window()), 1);
+    QVERIFY(bench.modals.boxes().isEmpty());
+}
+
+void TestSplitFaults::theRunAfterAStopStartsWithTheFirstGroup()
+{
+    WindowBench bench;
+    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {a, b})});
+    const QString tool = bench.folders.application() + QStringLiteral("/pagebinder");
+    QVERIFY(QFile::rename(tool, tool + QStringLiteral(".away")));
+    int failures = 0;
+    bench.window().toolFailureObserver = [&](const QString &) { ++failures; };
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.click("runButton");
+    QTRY_COMPARE(failures, 1);
+    QVERIFY(QFile::rename(tool + QStringLiteral(".away"), tool));
+    bench.split();
+    QCOMPARE(bench.folders.outputFiles(),
+             QStringList({QStringLiteral("a/1 A a 1.pdf"), QStringLiteral("a/2 B a 2.pdf")}));
+    QVERIFY(bench.table()->isSortingEnabled());
+}
+
+void TestSplitFaults::aCrashingExportGoesOn()
+{
+    WindowBench bench;
+    const QString file = bench.addBatch(QStringLiteral("a.pdf"), {a});
+    const QString other = bench.addBatch(QStringLiteral("b.pdf"), {b});
+    bench.addFiles({file, other});
+    quorlin::test::writeFile(file, "crash\n");
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.split();
+    QCOMPARE(bench.column(3), QStringList({QStringLiteral("Failed"), QStringLiteral("Succeed")}));
+    QCOMPARE(bench.folders.outputFiles(), QStringList({QStringLiteral("b/1 B b 1.pdf")}));
+}
+
+void TestSplitFaults::anUnwritableOutputFolderFails()
+{
+    WindowBench bench;
+    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {a}),
+                    bench.addBatch(QStringLiteral("b.pdf"), {a})});
+    // A file where the folder of the outputs should be.
+    quorlin::test::writeFile(bench.folders.outputs() + QStringLiteral("/a"), "in the way");
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.split();
+    QCOMPARE(bench.column(3), QStringList({QStringLiteral("Failed"), QStringLiteral("Succeed")}));
+    QCOMPARE(bench.folders.outputFiles(),
+             QStringList({QStringLiteral("a"), QStringLiteral("b/1 A b 1.pdf")}));
+}
+
+void TestSplitFaults::rowsRemovedDuringARunStopIt()
+{
+    WindowBench bench;
+    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {a}),
+                    bench.addBatch(QStringLiteral("b.pdf"), {b})});
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.window().progressObserver = [&](const QString &line) {
+        if (line.startsWith(QLatin1String("Generating "))) {
+            QTest::mouseClick(bench.widget<QPushButton>("removeallButton"), Qt::LeftButton);
+        }
+    };
+    bench.click("runButton");
+    QTRY_COMPARE(bench.modals.boxes().size(), 1);
+    QCOMPARE(bench.modals.boxes().first().title, QStringLiteral("Empty input"));
+    QCOMPARE(ProcessState::currentRow(bench.window()), 1);
+    QVERIFY(!bench.paneLines().contains(QStringLiteral("Conversion Finished.")));
+}
+
+void TestSplitFaults::aMovedOutputFolderStopsARun()
+{
+    WindowBench bench;
+    const QString first = bench.addBatch(QStringLiteral("a.pdf"), {a});
+    const QString second = bench.addBatch(QStringLiteral("b.pdf"), {b});
+    bench.addFiles({first, second});
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.window().progressObserver = [&](const QString &line) {
+        if (line.startsWith(QLatin1String("Generating "))) {
+            bench.setOutputFolder(QString());
+        }
+    };
+    bench.click("runButton");
+    QTRY_COMPARE(bench.modals.boxes().size(), 1);
+    QCOMPARE(bench.modals.boxes().first().title, QStringLiteral("Invalid order"));
+    QCOMPARE(ProcessState::currentRow(bench.window()), 1);
+    QVERIFY(bench.table()->item(0, 3) == nullptr);
+
+    // The next press goes on from there and judges the row before.
+    bench.window().progressObserver = nullptr;
+    const qsizetype before = bench.paneLines().size();
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.split();
+    QCOMPARE(bench.paneLines().at(before), second);
+    QCOMPARE(bench.column(3), QStringList(2, QStringLiteral("Succeed")));
+    QCOMPARE(bench.paneLines().count(first), 1);
+}
+
+void TestSplitFaults::aSecondPressStartsASecondChain()
+{
+    WindowBench bench;
+    quorlin::test::PageTexts texts;
+    for (int i = 0; i < 20; ++i) {
+        texts.emplace_back(QString::number(i / 2));
+    }
+    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), texts),
+                    bench.addBatch(QStringLiteral("b.pdf"), texts),
+                    bench.addBatch(QStringLiteral("c.pdf"), texts)});
+    bench.setOutputFolder(bench.folders.outputs());
+    int presses = 0;
+    bench.window().progressObserver = [&](const QString &line) {
+        const bool press =
+            line == QLatin1String("Analyzing page 7") || line.contains(QLatin1String("/3 2 b "));
+        if (press && presses < 4) {
+            ++presses;
+            QTest::mouseClick(bench.widget<QPushButton>("runButton"), Qt::LeftButton);
+        }
+    };
+    bench.split();
+    // Every chain comes to its end.
+    const auto quiet = [&] {
+        const qsizetype lines = bench.paneLines().size();
+        QTest::qWait(300);
+        return bench.paneLines().size() == lines;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(quiet(), 60000);
+    QVERIFY(presses > 0);
+    QCOMPARE(bench.table()->rowCount(), 3);
+}
+
+void TestSplitFaults::filesAddedDuringARunAreSplitToo()
+{
+    WindowBench bench;
+    const QString first = bench.addBatch(QStringLiteral("a.pdf"), {a, a, a, a});
+    const QString second = bench.addBatch(QStringLiteral("b.pdf"), {b});
+    bench.addFiles({first});
+    bench.setOutputFolder(bench.folders.outputs());
+    const QString gate = bench.folders.temporary() + QStringLiteral("/gate");
+    quorlin::test::writeFile(first, quorlin::test::ordersFor({a, a}).toUtf8() + "wait " +
+                                        gate.toUtf8() + "\n");
+    bench.click("runButton");
+    bench.dropFiles({second});
+    QTRY_VERIFY(bench.controlsEnabled());
+    QCOMPARE(bench.column(1), QStringList({QStringLiteral("4"), QStringLiteral("1")}));
+    quorlin::test::writeFile(gate, "");
+    QTRY_COMPARE(bench.paneLines().last(), QStringLiteral("Conversion Finished."));
+    QCOMPARE(bench.column(3), QStringList(2, QStringLiteral("Succeed")));
+    QVERIFY(bench.folders.outputFiles().contains(QStringLiteral("b/1 B b 1.pdf")));
+}
+
+void TestSplitFaults::closingTheWindowEndsTheTools_data()
+{
+    QTest::addColumn<QString>("stage");
+    QTest::newRow("page count") << "count";
+    QTest::newRow("export") << "export";
+    QTest::newRow("analysis") << "analysis";
+    QTest::newRow("merge") << "merge";
+}
+
+void TestSplitFaults::closingTheWindowEndsTheTools()
+{
+    QFETCH(QString, stage);
+    WindowBench bench;
+    const QString gate = bench.folders.temporary() + QStringLiteral("/never");
+    const QByteArray orders = quorlin::test::ordersFor({a, b, a, b}).toUtf8();
+    const QByteArray waiting = orders + "wait " + gate.toUtf8() + "\n";
+    const QString file = bench.folders.addInput(QStringLiteral("a.pdf"), orders);
+    bool reached = false;
+    if (stage == QLatin1String("count")) {
+        quorlin::test::writeFile(file, waiting);
+        bench.dropFiles({file});
+    } else {
+        bench.addFiles({file});
+        bench.setOutputFolder(bench.folders.outputs());
+        bench.window().progressObserver = [&](const QString &line) {
+            reached = reached || line == QLatin1String("Analyzing page 2");
+            if (stage == QLatin1String("merge") && line == QLatin1String("Analyzing page 1")) {
+                quorlin::test::writeFile(file, waiting);
+            }
+        };
+        if (stage == QLatin1String("export")) {
+            quorlin::test::writeFile(file, waiting);
+        }
+        bench.click("runButton");
+    }
+    const auto running = [&] {
+        const QStringList lines =
+            quorlin::test::linesOf(bench.folders.application() + QStringLiteral("/calls.txt"));
+        const QString start = stage == QLatin1String("export") ? QStringLiteral("start pagexport")
+                                                               : QStringLiteral("start pagebinder");
+        return !lines.isEmpty() && lines.last().startsWith(start);
+    };
+    if (stage == QLatin1String("analysis")) {
+        QTRY_VERIFY(reached);
+    } else {
+        QTRY_VERIFY(running());
+    }
+    bench.closeWindow();
+    // The tool was ended, it did not end: it waits for a file that never comes.
+    if (stage != QLatin1String("analysis")) {
+        QVERIFY(running());
+    }
+    QVERIFY(bench.folders.outputFiles().isEmpty());
+    QTest::qWait(20);
+}
+
+void TestSplitFaults::namesTakenAsTheyAre_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *name :
+         {"a b  c.pdf", "-leading.pdf", "it's.pdf", "100%1%2.pdf", "a#b?c&d;e.pdf", "a\nb.pdf",
+          "\xe6\x9d\xb1\xe4\xba\xac.pdf", "\xf0\x9f\x93\x84.pdf", "e\xcc\x81.pdf", "UPPER.PDF",
+          "$HOME `id`.pdf", "back\\slash.pdf", "[x]{y}*.pdf"}) {
+        QTest::newRow(name) << QString::fromUtf8(name);
+    }
+    QTest::newRow("255 bytes") << QString(251, QLatin1Char('n')) + QStringLiteral(".pdf");
+}
+
+void TestSplitFaults::namesTakenAsTheyAre()
+{
+    QFETCH(QString, name);
+    WindowBench bench;
+    const QString file = bench.addBatch(name, {a, b});
+    bench.dropFiles({file});
+    QTRY_VERIFY(bench.controlsEnabled());
+    QCOMPARE(bench.column(0), QStringList({file}));
+    QCOMPARE(bench.cell(0, 1), QStringLiteral("2"));
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.split();
+    const QStringList calls =
+        quorlin::test::linesOf(bench.folders.application() + QStringLiteral("/calls.txt"));
+    QVERIFY(calls.join(QLatin1Char('\n')).contains(QStringLiteral("[-htmlformat] [%1]").arg(file)));
+    if (name.size() < 200) { // shortening is the tool's affair
+        QCOMPARE(bench.folders.outputFiles().size(), 2);
+        QCOMPARE(bench.cell(0, 3), QStringLiteral("Succeed"));
+    }
+}
+
+void TestSplitFaults::textsWithQuotesFailOnlyTheirOwnFile()
+{
+    WindowBench bench;
+    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {QStringLiteral("6\" pipe")}),
+                    bench.addBatch(QStringLiteral("b.pdf"), {b})});
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.split();
+    QCOMPARE(bench.column(3), QStringList({QStringLiteral("Failed"), QStringLiteral("Succeed")}));
+}
+
+void TestSplitFaults::aTextBeyondTheNameLimitFailsOnlyItsOwnOutput()
+{
+    WindowBench bench;
+    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {QString(300, QLatin1Char('x')), b})});
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.split();
+    QVERIFY(bench.folders.outputFiles().contains(QStringLiteral("a/2 B a 2.pdf")));
+    QCOMPARE(bench.cell(0, 3), QStringLiteral("Succeed"));
+}
+
+QTEST_MAIN(TestSplitFaults)
+#include "test_split_faults.moc"
