@@ -233,8 +233,9 @@ void TestSplitFaults::closingTheWindowEndsTheTools()
     QFETCH(QString, stage);
     WindowBench bench;
     const QString gate = bench.folders.temporary() + QStringLiteral("/never");
-    // So many pages that the window is closed long before the last one is read.
-    const QByteArray orders = quorlin::test::ordersFor(quorlin::test::PageTexts(3000, a)).toUtf8();
+    // During the analysis the window must be closed before the last page is read.
+    const std::size_t pages = stage == QLatin1String("analysis") ? 1000 : 4;
+    const QByteArray orders = quorlin::test::ordersFor(quorlin::test::PageTexts(pages, a)).toUtf8();
     const QByteArray waiting = orders + "wait " + gate.toUtf8() + "\n";
     const QString file = bench.folders.addInput(QStringLiteral("a.pdf"), orders);
     bool reached = false;
