@@ -1,6 +1,7 @@
 #include "app/startup.h"
 
 #include "app/message_log.h"
+#include "app/translation.h"
 #include "common/folders.h"
 
 #include <QCoreApplication>
@@ -37,6 +38,7 @@ void prepareApplication()
     QDir::setCurrent(applicationFolder());
     QFile::remove(logFilePath());
     qDebug().noquote().nospace() << "Current path: \"" << QDir::currentPath() << "\"  ";
+    installTranslation(applicationFolder());
 }
 
 } // namespace quorlin

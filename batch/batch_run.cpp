@@ -137,6 +137,18 @@ void BatchRun::followTool(QProcess &tool)
     sinceProgress.start();
     tool.setProcessChannelMode(QProcess::SeparateChannels);
     connect(&tool, &QProcess::readyReadStandardError, this, [this, &tool] { hearTool(tool); });
+    connect(&tool, &QProcess::errorOccurred, this, [this, &tool](QProcess::ProcessError error) {
+        if (error == QProcess::Crashed) {
+            tellCrash(QFileInfo(tool.program()).fileName());
+        }
+    });
+}
+
+void BatchRun::tellCrash(const QString &tool)
+{
+    const QString complaint = tool + QStringLiteral(" ended abruptly");
+    console.complain(complaint);
+    record.addToolMessages(complaint);
 }
 
 void BatchRun::hearTool(QProcess &tool)

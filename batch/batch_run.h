@@ -43,6 +43,7 @@ private:
     void followLine(const QString &line);
     void followTool(QProcess &tool);
     void hearTool(QProcess &tool);
+    void tellCrash(const QString &tool);
     void toolCannotStart(const QString &command);
     void startSplit();
     void readResults();

@@ -24,6 +24,7 @@ rm -f "$output" "$base"_pg_*
 case $input in
 *unexportable*) echo "pagexport: $input: its fonts are broken" >&2; exit 1 ;;
 *hangexport*) exec sleep 600 ;;
+*crashexport*) kill -SEGV $$ ;;
 esac
 number=0
 page=0

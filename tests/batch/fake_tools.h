@@ -5,7 +5,8 @@
 /// Tools that keep the contract of the real ones over plain text files: every line of an input is a
 /// page, and stands on it at the position fakePosition(). What a file's name holds makes them fail:
 /// "uncountable", "unexportable" and "unmergeable" files are refused by one of the tools,
-/// "hangcount", "hangexport" and "hangmerge" make it stand still, "unfolder" takes the whole output
+/// "hangcount", "hangexport" and "hangmerge" make it stand still, "crashexport" makes it crash,
+/// "unfolder" takes the whole output
 /// folder away, "halfmerge" writes the first output only.
 class FakeTools
 {

@@ -145,10 +145,9 @@ void TestArguments::helpWinsOverWhatFollows()
 void TestArguments::everyOptionIsInTheHelp()
 {
     const QString help = helpText();
-    for (const char *option :
-         {"--rule", "--position", "--method", "--output", "--create", "--quiet", "--verbose",
-          "--timeout", "--settings", "--tools", "--list-rules", "--list-items", "--page", "--help",
-          "--version"}) {
+    for (const char *option : {"--rule", "--position", "--method", "--output", "--create",
+                               "--quiet", "--verbose", "--timeout", "--settings", "--tools",
+                               "--list-rules", "--list-items", "--page", "--help", "--version"}) {
         QVERIFY2(help.contains(QLatin1String(option)), option);
     }
 }

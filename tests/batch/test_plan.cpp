@@ -45,10 +45,14 @@ void TestPlan::relativePathsBelongToTheCaller_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("absolute");
-    QTest::newRow("plain") << "a.pdf" << "/home/ada/a.pdf";
-    QTest::newRow("up") << "../b/./a.pdf" << "/home/b/a.pdf";
-    QTest::newRow("absolute") << "/x//a.pdf" << "/x/a.pdf";
-    QTest::newRow("option-like") << "-f.pdf" << "/home/ada/-f.pdf";
+    QTest::newRow("plain") << "a.pdf"
+                           << "/home/ada/a.pdf";
+    QTest::newRow("up") << "../b/./a.pdf"
+                        << "/home/b/a.pdf";
+    QTest::newRow("absolute") << "/x//a.pdf"
+                              << "/x/a.pdf";
+    QTest::newRow("option-like") << "-f.pdf"
+                                 << "/home/ada/-f.pdf";
 }
 
 void TestPlan::relativePathsBelongToTheCaller()

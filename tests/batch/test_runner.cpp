@@ -132,9 +132,9 @@ void TestRunner::everyGroupBecomesAnOutput()
     QCOMPARE(result.errors, QString());
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(outputs("f"), names);
-    QCOMPARE(content("f/" + names.constFirst()),
-             method == "3" ? QString("A\n\nA\nA\n") : method == "1" ? QString("A\n\nA\n")
-                                                                    : QString("A\n\n"));
+    QCOMPARE(content("f/" + names.constFirst()), method == "3"   ? QString("A\n\nA\nA\n")
+                                                 : method == "1" ? QString("A\n\nA\n")
+                                                                 : QString("A\n\n"));
     QVERIFY(result.output.contains("Succeed  " + root->filePath(file) + " (5 pages, " +
                                    QString::number(names.size()) + " outputs)\n"));
     QVERIFY(result.output.endsWith("1 of 1 files split.\n"));
@@ -164,22 +164,23 @@ void TestRunner::progressIsPrintedLineByLine()
     const QString second = input("b.pdf", "C\n");
     const RunnerResult result = split({first, second});
     const QString folder = root->path();
-    QCOMPARE(result.output, "Loading " + folder + "/in/a.pdf\n" +
-                                "Loading " + folder + "/in/b.pdf\n" +
+    QCOMPARE(result.output, "Loading " + folder + "/in/a.pdf\n" + "Loading " + folder +
+                                "/in/b.pdf\n" +
                                 "Finished.\n"
                                 "Conversion Start:\n" +
                                 folder + "/in/a.pdf\n" +
                                 "Analyzing page 1\n"
                                 "Analyzing page 2\n"
-                                "Generating " + folder + "/out/a/1 A a 1.pdf\n" +
-                                "Generating " + folder + "/out/a/2 B a 2.pdf\n" +
-                                folder + "/in/b.pdf\n" +
+                                "Generating " +
+                                folder + "/out/a/1 A a 1.pdf\n" + "Generating " + folder +
+                                "/out/a/2 B a 2.pdf\n" + folder + "/in/b.pdf\n" +
                                 "Analyzing page 1\n"
-                                "Generating " + folder + "/out/b/1 C b 1.pdf\n" +
+                                "Generating " +
+                                folder + "/out/b/1 C b 1.pdf\n" +
                                 "Conversion Finished.\n"
-                                "Succeed  " + folder + "/in/a.pdf (2 pages, 2 outputs)\n" +
-                                "Succeed  " + folder + "/in/b.pdf (1 pages, 1 outputs)\n" +
-                                "2 of 2 files split.\n");
+                                "Succeed  " +
+                                folder + "/in/a.pdf (2 pages, 2 outputs)\n" + "Succeed  " + folder +
+                                "/in/b.pdf (1 pages, 1 outputs)\n" + "2 of 2 files split.\n");
 }
 
 void TestRunner::quietLeavesTheProgressOut()
@@ -213,8 +214,9 @@ void TestRunner::aTerminalGetsOneLineThatIsRewritten()
 
 void TestRunner::oddFileNamesAreSplitToo()
 {
-    const QStringList names = {"noextension", "UPPER.PDF", "-f.pdf", "two  blanks & 'quotes' ü.pdf",
-                               "%1 100%.pdf", "a<b>&amp;.pdf", "#1?.pdf", "report.v2.pdf"};
+    const QStringList names = {
+        "noextension", "UPPER.PDF",     "-f.pdf",  "two  blanks & 'quotes' ü.pdf",
+        "%1 100%.pdf", "a<b>&amp;.pdf", "#1?.pdf", "report.v2.pdf"};
     QStringList words = splitWords({"--"});
     for (const QString &name : names) {
         words.append(input(name, "A\n"));
@@ -238,6 +240,7 @@ void TestRunner::everyFailingFileIsNamedWithItsReason()
         input("unexportable.pdf", "A\n"),
         input("unmergeable.pdf", "A\nB\n"),
         input("halfmerge.pdf", "A\nB\n"),
+        input("crashexport.pdf", "A\n"),
         "in",
         input("good two.pdf", "C\n"),
     });
@@ -254,13 +257,14 @@ void TestRunner::everyFailingFileIsNamedWithItsReason()
              qPrintable(result.errors));
     QVERIFY2(named("in/halfmerge.pdf", "1 of 2 outputs .*2 B halfmerge 2.pdf"),
              qPrintable(result.errors));
+    QVERIFY2(named("in/crashexport.pdf", "pagexport ended abruptly"), qPrintable(result.errors));
     QVERIFY2(named("in", "it is a folder"), qPrintable(result.errors));
     QVERIFY(!result.errors.contains("quorlin-batch: " + root->filePath("in/good")));
     // The tools' own words are handed on.
     QVERIFY(result.errors.contains("pagebinder: " + root->filePath("in/uncountable.pdf")));
     QCOMPARE(outputs("good one"), QStringList({"1 A good one 1.pdf", "2 B good one 2.pdf"}));
     QCOMPARE(outputs("good two"), QStringList{"1 C good two 1.pdf"});
-    QVERIFY(result.output.endsWith("2 of 8 files split.\n"));
+    QVERIFY(result.output.endsWith("2 of 9 files split.\n"));
 }
 
 void TestRunner::leftoversAreNotTakenForOutputs()
@@ -304,8 +308,8 @@ void TestRunner::usageFaultsExitWithTwo_data()
     QTest::addColumn<QStringList>("words");
     QTest::newRow("nothing") << QStringList();
     QTest::newRow("no file") << QStringList{"--position", "1,2", "--output", "out"};
-    QTest::newRow("unknown rule")
-        << QStringList{"--rule", "None", "--settings", "none.ini", "--output", "out", "in/f.pdf"};
+    QTest::newRow("unknown rule") << QStringList{"--rule",   "None", "--settings", "none.ini",
+                                                 "--output", "out",  "in/f.pdf"};
     QTest::newRow("output folder is a file")
         << QStringList{"--position", "1,2", "--output", "in/f.pdf", "in/f.pdf"};
     QTest::newRow("output folder missing")
@@ -380,8 +384,7 @@ void TestRunner::messageBoxesAreAnsweredAndTold()
 {
     const RunnerResult result = split({input("unfolder.pdf", "A\n"), input("b.pdf", "B\n")});
     QCOMPARE(result.exitCode, 1);
-    QVERIFY2(result.errors.contains("Please specify an output folder."),
-             qPrintable(result.errors));
+    QVERIFY2(result.errors.contains("Please specify an output folder."), qPrintable(result.errors));
     QVERIFY(result.errors.contains("in/b.pdf: the run ended before its turn"));
 }
 
@@ -403,8 +406,8 @@ void TestRunner::aSignalEndsToolsAndRemovesScratchFiles()
     QFile hanging(root->filePath("out/hanging"));
     QTRY_VERIFY_WITH_TIMEOUT(hanging.exists() && hanging.size() > 0, 30000);
     QVERIFY(!QDir(root->filePath("tmp")).isEmpty());
-    const QFileInfoList scratch = QDir(root->filePath("tmp")).entryInfoList(QDir::Dirs |
-                                                                           QDir::NoDotAndDotDot);
+    const QFileInfoList scratch =
+        QDir(root->filePath("tmp")).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot);
     QCOMPARE(scratch.size(), 1);
     QVERIFY(!(scratch.at(0).permissions() & (QFile::ReadGroup | QFile::ReadOther)));
     QVERIFY(hanging.open(QIODevice::ReadOnly));
@@ -465,10 +468,10 @@ void TestRunner::aPageThatIsNotThereIsAnError()
     QCOMPARE(result.exitCode, 1);
     QVERIFY(result.errors.contains("there is no such page"));
     QCOMPARE(run({"--list-items", "none.pdf", "--tools", "tools"}).exitCode, 1);
-    QCOMPARE(run({"--list-items", input("hangexport.pdf", "A\n"), "--timeout", "1", "--tools",
-                  "tools"})
-                 .exitCode,
-             1);
+    QCOMPARE(
+        run({"--list-items", input("hangexport.pdf", "A\n"), "--timeout", "1", "--tools", "tools"})
+            .exitCode,
+        1);
 }
 
 void TestRunner::helpAndVersionArePrinted()
@@ -478,7 +481,8 @@ void TestRunner::helpAndVersionArePrinted()
     QVERIFY(help.output.contains("--list-items FILE"));
     const RunnerResult version = run({"--version"});
     QCOMPARE(version.exitCode, 0);
-    QVERIFY(QRegularExpression("^quorlin-batch \\d+\\.\\d+\\.\\d+\n$").match(version.output)
+    QVERIFY(QRegularExpression("^quorlin-batch \\d+\\.\\d+\\.\\d+\n$")
+                .match(version.output)
                 .hasMatch());
 }
 

@@ -26,8 +26,7 @@ QString sample(const char *name)
 
 QStringList names(const QTemporaryDir &folder, const char *subFolder)
 {
-    return QDir(folder.filePath(QLatin1String(subFolder)))
-        .entryList(QDir::Files, QDir::Name);
+    return QDir(folder.filePath(QLatin1String(subFolder))).entryList(QDir::Files, QDir::Name);
 }
 
 RunnerResult splitSamples(const QTemporaryDir &folder, const char *rule, const char *method,
@@ -88,8 +87,7 @@ void TestSamples::theRulesStandWhereTheItemsAre()
     for (const QString &line : lines) {
         const QStringList pieces = line.split('\t');
         const QStringList position = pieces.at(1).split(',');
-        const QString row =
-            position.at(0).rightJustified(7) + position.at(1).rightJustified(7);
+        const QString row = position.at(0).rightJustified(7) + position.at(1).rightJustified(7);
         QVERIFY2(items.output.contains('\n' + row), qPrintable(items.output));
         QVERIFY(items.output.contains("  " + pieces.at(2) + '\n'));
     }

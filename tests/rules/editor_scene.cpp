@@ -137,6 +137,11 @@ void ToolBench::releaseExports()
     write(canned(QStringLiteral("go")), "");
 }
 
+void ToolBench::useRealTools(const QString &folder)
+{
+    quorlin::setApplicationFolder(folder);
+}
+
 void ToolBench::removeTool()
 {
     QVERIFY(QFile::remove(application.filePath(QStringLiteral("pagexport"))));
