@@ -41,7 +41,7 @@ void Catalog::writePageMode(bool hasBookmarks)
 void Catalog::writeViewerPreferences()
 {
     pdf_obj *preferences = m_source.get(m_source.catalog(), "ViewerPreferences");
-    if (!m_source.isDictionary(preferences)) {
+    if (!m_source.isDictionary(preferences) || m_copier.isForeign(preferences)) {
         return;
     }
     // Ranges of pages to print are meant for the whole document.
