@@ -27,14 +27,15 @@ std::string reference(int object)
     return std::to_string(object) + " 0 R";
 }
 
-/// A stream that inflates to @p text a great many times over.
-int addBomb(PdfBuilder &pdf, const std::string &entries, const std::string &start,
-            const std::string &text, qsizetype megabytes)
+/// A form that draws another ten times over, and so on: more work than any machine ends.
+int addNestedForms(PdfBuilder &pdf)
 {
-    const QByteArray repeated = QByteArray::fromStdString(text).repeated(
-        static_cast<qsizetype>(megabytes * 1000000 / static_cast<qsizetype>(text.size())));
-    const QByteArray packed = qCompress(QByteArray::fromStdString(start) + repeated, 9).mid(4);
-    return pdf.addStream(entries + "/Filter/FlateDecode", packed.toStdString());
+    int inner = pdf.addStream(form("/Font<</F1 3 0 R>>"), "BT /F1 9 Tf (x) Tj ET 0 0 1 1 re f");
+    for (int level = 0; level < 25; ++level) {
+        inner = pdf.addStream(form("/XObject<</X " + reference(inner) + ">>"),
+                              "/X Do /X Do /X Do /X Do /X Do /X Do /X Do /X Do /X Do /X Do");
+    }
+    return inner;
 }
 
 } // namespace
@@ -65,13 +66,8 @@ private slots:
 void TestHostilePages::formsNestedOverAndOverAreCutOff()
 {
     PdfBuilder pdf;
-    int inner = pdf.addStream(form("/Font<</F1 3 0 R>>"), "BT /F1 9 Tf (x) Tj ET");
-    for (int level = 0; level < 25; ++level) {
-        inner = pdf.addStream(form("/XObject<</X " + reference(inner) + ">>"),
-                              "/X Do /X Do /X Do /X Do /X Do /X Do /X Do /X Do /X Do /X Do");
-    }
     PdfBuilder::Page page;
-    page.resources = "/XObject<</X " + reference(inner) + ">>";
+    page.resources = "/XObject<</X " + reference(addNestedForms(pdf)) + ">>";
     addThreePages(pdf, "/X Do", page);
     ExportRun run;
     QCOMPARE(run.run(pdf), 0);
@@ -120,8 +116,16 @@ void TestHostilePages::endlessContentIsCutOff()
 {
     PdfBuilder pdf;
     pdf.addPage(goodText);
-    pdf.addPageWithContents(
-        addBomb(pdf, {}, "BT /F1 8 Tf 10 10 Td\n", "0 -0.0001 Td (abc) Tj\n", 1500));
+    std::string block = "BT /F1 8 Tf 10 10 Td\n";
+    while (block.size() < 1000000) {
+        block += "0 -.0001 Td(abc)Tj\n";
+    }
+    const int stream = pdf.addStream({}, block);
+    std::string contents;
+    for (int i = 0; i < 5000; ++i) {
+        contents += reference(stream) + ' ';
+    }
+    pdf.addPageWithContents(pdf.add('[' + contents + ']'));
     pdf.addPage(goodText);
     ExportRun run;
     QCOMPARE(run.run(pdf), 0);
@@ -135,11 +139,12 @@ void TestHostilePages::endlessContentIsCutOff()
 void TestHostilePages::endlessGlyphIsGivenUp()
 {
     PdfBuilder pdf;
-    const int glyph = addBomb(pdf, {}, "500 0 0 0 500 500 d1\n", "0 0 1 1 re f\n", 1500);
+    const int glyph = pdf.addStream({}, "500 0 0 0 500 500 d1 /X Do");
     const int font = pdf.add(
         "<</Type/Font/Subtype/Type3/FontBBox[0 0 500 500]/FontMatrix[.001 0 0 .001 0 0]"
         "/FirstChar 97/LastChar 97/Widths[500]/Encoding<</Differences[97/a]>>/CharProcs<</a " +
-        reference(glyph) + ">>/Resources<<>>>>");
+        reference(glyph) + ">>/Resources<</XObject<</X " + reference(addNestedForms(pdf)) +
+        ">>>>>>");
     PdfBuilder::Page page;
     page.fonts = "/F9 " + reference(font);
     addThreePages(pdf, "BT /F9 12 Tf 10 10 Td (a) Tj ET", page);
@@ -217,7 +222,7 @@ void TestHostilePages::countBeyondTheTreeGivesEmptyPages()
     QCOMPARE(run.written().size(), 41);
     QCOMPARE(run.texts(1), good);
     QCOMPARE(run.texts(40), QStringList());
-    QVERIFY(run.errors().contains("page 2:"));
+    QVERIFY(run.errors().contains("warning: page "));
     QVERIFY(run.errors().count('\n') < 30);
 }
 
@@ -268,10 +273,13 @@ void TestHostilePages::hugeSizesAndPlacesDoNoHarm()
 {
     PdfBuilder pdf;
     addThreePages(pdf,
-                  "BT /F1 1e30 Tf 10 10 Td (huge) Tj ET BT /F1 0 Tf 10 10 Td (none) Tj ET "
-                  "BT /F1 9 Tf 1e30 1e30 Td (away) Tj ET BT /F1 -12 Tf 400 400 Td (back) Tj ET "
-                  "BT /F1 9 Tf 1e38 1e38 1e38 1e38 1e38 1e38 Tm (x) Tj 99999999999999999 Tc (y) Tj "
-                  "ET BT /F1 9 Tf 0 0 0 0 0 0 Tm (flat) Tj ET " +
+                  "q BT /F1 1000000000000000000000 Tf 10 10 Td (huge) Tj ET "
+                  "BT /F1 0 Tf 10 10 Td (none) Tj ET "
+                  "BT /F1 9 Tf 100000000000000000000000 0 Td (away) Tj ET "
+                  "BT /F1 -12 Tf 400 400 Td (back) Tj ET "
+                  "BT /F1 9 Tf 9 0 0 9999999999999999999 1 1 Tm (x) Tj ET "
+                  "BT 99999999999999999 Tc /F1 9 Tf 9 9 Td (yz) Tj ET "
+                  "BT /F1 9 Tf 0 0 0 0 0 0 Tm (flat) Tj ET Q " +
                       std::string(goodText),
                   {});
     ExportRun run;

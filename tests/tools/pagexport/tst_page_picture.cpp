@@ -113,7 +113,6 @@ void TestPagePicture::pictureHasOnePixelPerUnit_data()
                              << QByteArray("/CropBox[100 100 300 200]") << QSize(300, 150);
     QTest::newRow("user unit") << QByteArray("[0 0 100 200]") << QByteArray("/UserUnit 2")
                                << QSize(300, 600);
-    QTest::newRow("tiny") << QByteArray("[0 0 .2 .2]") << QByteArray() << QSize(1, 1);
 }
 
 void TestPagePicture::pictureHasOnePixelPerUnit()
