@@ -47,7 +47,8 @@ QUrl itemsUrl()
     return url;
 }
 
-/// Closes @p process without ending a tool that still runs: QProcess::close() would kill it.
+/// Lets go of @p process without ending a tool that still runs. QProcess::close() would kill it,
+/// and QIODevice::close() takes away the buffers into which the process is still read.
 void release(QProcess *process)
 {
     if (process->state() == QProcess::NotRunning) {
@@ -57,7 +58,9 @@ void release(QProcess *process)
     }
     QObject::connect(process, SIGNAL(finished(int, QProcess::ExitStatus)), process,
                      SLOT(deleteLater()));
-    process->QIODevice::close();
+    process->closeReadChannel(QProcess::StandardOutput);
+    process->closeReadChannel(QProcess::StandardError);
+    process->closeWriteChannel();
 }
 
 bool isEmptyScrollPhase(const QWheelEvent &event)
