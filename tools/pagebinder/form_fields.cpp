@@ -152,7 +152,7 @@ void FormFields::writeForm()
         text += ' ';
     }
     text += ']';
-    m_copier.writeEntries(form, kept);
+    m_copier.writePlainEntries(form, kept);
     writeCalculationOrder(form);
     writeDefaultResources(form);
     text += ">>";

@@ -182,7 +182,7 @@ void PageBinderHostileTest::oddObjectsInEveryPlaceAreNoCrash_data()
                               "99999999999999999999",
                               "1e99",
                               "(text)",
-                              "<ff",
+
                               "/Name",
                               "[]",
                               "[null]",
@@ -194,6 +194,8 @@ void PageBinderHostileTest::oddObjectsInEveryPlaceAreNoCrash_data()
                               "10 0 R",
                               "11 0 R",
                               "20 0 R",
+                              "[[20 0 R]]",
+                              "<</X 20 0 R>>",
                               "999 0 R",
                               "0 0 R",
                               "-5 0 R",
