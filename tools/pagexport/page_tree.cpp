@@ -145,6 +145,8 @@ PageObjects listPageObjects(fz_context *context, pdf_document *document, int lim
     path.reserve(deepestTree);
     long long steps = limit + spareSteps;
     bool done = false;
+    fz_var(steps);
+    fz_var(done);
     while (!done) {
         fz_try(context)
         {
