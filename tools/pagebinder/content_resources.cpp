@@ -31,7 +31,7 @@ void ContentResources::writeForPage(pdf_obj *resources, pdf_obj *contents,
         streams.push_back(m_source.numberOf(contents));
     }
     if (m_source.isDictionary(m_source.resolve(resources))) {
-        write(resources, std::move(streams), borrowers);
+        write(resources, streams, borrowers);
     } else {
         m_copier.text() += "/Resources<<>>";
     }
@@ -59,7 +59,7 @@ ContentResources::Streams ContentResources::charProcs(pdf_obj *font)
     return streams;
 }
 
-void ContentResources::write(pdf_obj *resources, Streams streams, const Streams &borrowers)
+void ContentResources::write(pdf_obj *resources, const Streams &streams, const Streams &borrowers)
 {
     pdf_obj *dictionary = m_source.resolve(resources);
     if (!m_source.isDictionary(dictionary)) {

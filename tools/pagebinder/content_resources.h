@@ -32,7 +32,7 @@ public:
 private:
     using Streams = std::vector<int>;
 
-    void write(pdf_obj *resources, Streams streams, const Streams &borrowers);
+    void write(pdf_obj *resources, const Streams &streams, const Streams &borrowers);
     void writePruned(pdf_obj *resources, const ResourceUse &use);
     void findUse(ResourceUse &use, const Streams &streams, const Streams &borrowers);
     void scan(ResourceUse &use, const Streams &streams);
