@@ -9,6 +9,8 @@
 #include <QNetworkRequest>
 #include <QXmlStreamReader>
 
+#include <utility>
+
 void Process::getAlltheText()
 {
     pageCount = currentPageText().toInt();
@@ -28,11 +30,22 @@ void Process::getAlltheText()
 
 void Process::requestPage(int page)
 {
-    const QString path = quorlin::pageFilePath(quorlin::temporaryFolder(), page);
-    pageReply = networkManager->get(QNetworkRequest(quorlin::pageFileUrl(path)));
     addProgressLine(QStringLiteral("Analyzing page ") + QString::number(page));
     ++currentPage;
-    connect(pageReply, SIGNAL(finished()), this, SLOT(gethtm()));
+    // A read ends within the turn of the event loop that began it. Begun at once, all pages of a
+    // file would be read in a single turn, and the window would stand still as long.
+    requestedPages.append(page);
+    pageTurn.start();
+}
+
+void Process::readRequestedPages()
+{
+    const QList<int> pages = std::exchange(requestedPages, {});
+    for (const int page : pages) {
+        const QString path = quorlin::pageFilePath(quorlin::temporaryFolder(), page);
+        pageReply = networkManager->get(QNetworkRequest(quorlin::pageFileUrl(path)));
+        connect(pageReply, SIGNAL(finished()), this, SLOT(gethtm()));
+    }
 }
 
 void Process::gethtm()

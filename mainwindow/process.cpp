@@ -10,7 +10,6 @@
 #include <QNetworkAccessManager>
 #include <QPixmap>
 #include <QScreen>
-#include <QTimer>
 #include <QXmlStreamReader>
 
 Process::Process() : ui(std::make_unique<Ui_process>())
@@ -60,6 +59,8 @@ void Process::createHelpers()
     idleProcess = std::make_unique<QProcess>();
     rules = std::make_unique<Rules>();
     networkManager = new QNetworkAccessManager(this);
+    pageTurn.setSingleShot(true);
+    connect(&pageTurn, &QTimer::timeout, this, [this] { readRequestedPages(); });
     progressPane = std::make_unique<quorlin::ProgressPane>(ui->textEdit_process);
 }
 

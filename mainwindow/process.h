@@ -12,6 +12,7 @@
 #include <QProcess>
 #include <QString>
 #include <QStringList>
+#include <QTimer>
 #include <QWidget>
 
 #include <array>
@@ -22,7 +23,6 @@ class QDragEnterEvent;
 class QDropEvent;
 class QKeyEvent;
 class QNetworkAccessManager;
-class QTimer;
 class QXmlStreamReader;
 class Rules;
 class Ui_process;
@@ -178,13 +178,16 @@ private:
 
     // ---- analysis/region_text.cpp
     void requestPage(int page);
+    void readRequestedPages();
 
-    int currentPage = 1;                          ///< next page to read, counted from 1
-    QStringList pageLines;                        ///< lines of the page being parsed
-    QStringList pageTexts;                        ///< text at the rule's position, one entry a page
-    QStringList pageRanges;                       ///< pages of each output
-    QStringList rangeTexts;                       ///< text that names each output
-    QPointer<QNetworkReply> pageReply;            ///< pending read of a page file
+    int currentPage = 1;               ///< next page to read, counted from 1
+    QList<int> requestedPages;         ///< pages to read in the next turn of the event loop
+    QTimer pageTurn;                   ///< lets the user's clicks in between two pages
+    QStringList pageLines;             ///< lines of the page being parsed
+    QStringList pageTexts;             ///< text at the rule's position, one entry a page
+    QStringList pageRanges;            ///< pages of each output
+    QStringList rangeTexts;            ///< text that names each output
+    QPointer<QNetworkReply> pageReply; ///< pending read of a page file
     std::unique_ptr<QXmlStreamReader> pageReader; ///< over the page read last; nothing reads it yet
     std::array<Subtext, quorlin::maximumPageItems> pageItems; ///< items of the page being parsed
 

@@ -8,6 +8,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 using quorlin::test::PageTexts;
 using quorlin::test::WindowBench;
@@ -59,6 +60,7 @@ private slots:
     void resultsAreSetOncePerFile();
     void aNewRunStartsAtTheFirstRow();
     void nothingIsDisabledDuringARun();
+    void theWindowAnswersDuringTheAnalysis();
 };
 
 void TestSplit::anEmptyListIsRefused()
@@ -522,6 +524,25 @@ void TestSplit::nothingIsDisabledDuringARun()
     bench.split();
     QVERIFY(enabled);
     QVERIFY(bench.controlsEnabled());
+}
+
+void TestSplit::theWindowAnswersDuringTheAnalysis()
+{
+    WindowBench bench;
+    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), PageTexts(1000, a))});
+    bench.setOutputFolder(bench.folders.outputs());
+    // Timers and clicks are served between the pages, not only before and after them.
+    bool analysing = false;
+    int turns = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] { turns += analysing ? 1 : 0; });
+    timer.start(1);
+    bench.window().progressObserver = [&](const QString &line) {
+        analysing = line.startsWith(QLatin1String("Analyzing page "));
+    };
+    bench.split();
+    QVERIFY2(turns > 10, qPrintable(QString::number(turns)));
+    QCOMPARE(bench.folders.outputFiles(), QStringList({QStringLiteral("a/1 A a 1-1000.pdf")}));
 }
 
 QTEST_MAIN(TestSplit)

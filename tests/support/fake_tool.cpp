@@ -64,9 +64,9 @@ Orders readOrders(const std::string &input)
             orders.information += rest + "\n";
         } else if (takeKey(line, "page", rest)) {
             orders.pages.emplace_back("<html><body>\n");
-        } else if (takeKey(line, "item", rest)) {
+        } else if (takeKey(line, "item", rest) && !orders.pages.empty()) {
             orders.pages.back() += itemLine(rest);
-        } else if (takeKey(line, "line", rest)) {
+        } else if (takeKey(line, "line", rest) && !orders.pages.empty()) {
             orders.pages.back() += rest + "\n";
         } else if (takeKey(line, "keep-pages", rest)) {
             orders.keepPages = true;
