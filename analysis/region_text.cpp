@@ -11,7 +11,7 @@
 
 void Process::getAlltheText()
 {
-    pageCount = cellText(currentRow, 1).toInt();
+    pageCount = currentPageText().toInt();
     if (currentPage <= pageCount) {
         requestPage(currentPage);
         return;

@@ -294,9 +294,13 @@ int BatchRun::printResults()
             continue;
         }
         ++split;
+        QString numbers = file.pageCount + QStringLiteral(" pages, ") +
+                          QString::number(file.outputs) + QStringLiteral(" outputs");
+        if (const qsizetype warnings = pageWarnings(file); warnings > 0) {
+            numbers += QStringLiteral(", page warnings: ") + QString::number(warnings);
+        }
         console.writeLine(QStringLiteral("Succeed  ") + printable(file.path) +
-                          QStringLiteral(" (") + file.pageCount + QStringLiteral(" pages, ") +
-                          QString::number(file.outputs) + QStringLiteral(" outputs)"));
+                          QStringLiteral(" (") + numbers + u')');
     }
     printRefused(record.files().size());
     const qsizetype total = plan.refusedFiles.size() + record.files().size();

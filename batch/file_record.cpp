@@ -1,15 +1,27 @@
 #include "batch/file_record.h"
 
+#include <algorithm>
+
 namespace quorlin::batch {
 
 namespace {
 
-/// What the tools said last about the file, or @p fallback when they said nothing.
+/// The message that best tells why a tool failed: the last one that is more than a warning.
+QString tellingMessage(const FileRecord &record, const QString &file)
+{
+    for (qsizetype index = record.toolMessages.size() - 1; index >= 0; --index) {
+        QString reason = messageReason(record.toolMessages.at(index), file);
+        if (!reason.startsWith(QLatin1String("warning: "))) {
+            return reason;
+        }
+    }
+    return {};
+}
+
 QString spokenReason(const FileRecord &record, const QString &fallback)
 {
-    return record.toolMessages.isEmpty()
-               ? fallback
-               : messageReason(record.toolMessages.constLast(), record.path);
+    const QString reason = tellingMessage(record, record.path);
+    return reason.isEmpty() ? fallback : reason;
 }
 
 QString missingReason(const FileRecord &record)
@@ -18,11 +30,9 @@ QString missingReason(const FileRecord &record)
                      QString::number(record.outputs) +
                      QStringLiteral(" outputs were not written, the first is ") +
                      record.missingOutputs.constFirst();
-    if (!record.toolMessages.isEmpty()) {
-        reason +=
-            QStringLiteral(" (") +
-            messageReason(record.toolMessages.constLast(), record.missingOutputs.constLast()) +
-            u')';
+    const QString spoken = tellingMessage(record, record.missingOutputs.constLast());
+    if (!spoken.isEmpty()) {
+        reason += QStringLiteral(" (") + spoken + u')';
     }
     return reason;
 }
@@ -79,6 +89,14 @@ QString messageReason(const QString &message, const QString &file)
     const QString rest = message.mid(tool + 2);
     const QString head = file + QStringLiteral(": ");
     return rest.startsWith(head) ? rest.mid(head.size()) : rest;
+}
+
+qsizetype pageWarnings(const FileRecord &record)
+{
+    return std::count_if(
+        record.toolMessages.begin(), record.toolMessages.end(), [&](const QString &message) {
+            return messageReason(message, record.path).startsWith(QLatin1String("warning: page "));
+        });
 }
 
 Verdict judge(const FileRecord &record)

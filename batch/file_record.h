@@ -43,6 +43,10 @@ struct Verdict
 /// new, and the file list says so too.
 Verdict judge(const FileRecord &record);
 
+/// How many warnings about single pages the export gave: pages whose text may be missing, so that
+/// they lie in the output of the page before them.
+qsizetype pageWarnings(const FileRecord &record);
+
 /// The reason in a tool's message "TOOL: FILE: REASON"; the whole message when it is built
 /// otherwise.
 QString messageReason(const QString &message, const QString &file);

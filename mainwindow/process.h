@@ -143,12 +143,22 @@ private:
     // ---- pipeline/driver.cpp
     bool refuseEmptyList();
     bool refuseMissingOutputFolder();
-    void judgePreviousRow();
+    /// @param finished the file that was split last, if this is the end of its turn
+    void judgePreviousRow(const QString &finished);
+    int rowOfFile(const QString &path) const;
+    /// The file being split. Its row may have been moved or removed meanwhile; the pages that are
+    /// read and merged stay its own.
+    QString currentInput() const;
+    /// The "Page" text of the file being split.
+    QString currentPageText();
 
-    int currentRow = 0;   ///< row of the file being split; not the table's current row
-    int fileCount = 0;    ///< rows to split, read anew for every file
-    QString outputFile;   ///< output started last
-    bool running = false; ///< a run counts on the table's row numbers
+    int currentRow = 0;    ///< row of the file being split; not the table's current row
+    int fileCount = 0;     ///< rows to split, read anew for every file
+    QString outputFile;    ///< output started last
+    QString splitInput;    ///< file being split, empty between files
+    QString splitPageText; ///< its "Page" text as it was seen last
+    QString finishedInput; ///< file whose turn has just ended
+    bool running = false;  ///< a run counts on the table's row numbers
     std::unique_ptr<QProcess> idleProcess; ///< never started
 
     // ---- pipeline/page_count.cpp

@@ -41,7 +41,8 @@ void ProgressPane::holdScreen()
     }
     const QScrollBar *bar = edit->verticalScrollBar();
     followsEnd = bar->value() >= bar->maximum();
-    edit->viewport()->setUpdatesEnabled(false);
+    // The scroll bars too: their range changes with every line.
+    edit->setUpdatesEnabled(false);
     refreshTimer.start();
 }
 
@@ -51,9 +52,9 @@ void ProgressPane::refreshScreen()
         QScrollBar *bar = edit->verticalScrollBar();
         bar->setValue(bar->maximum());
     }
-    edit->viewport()->setUpdatesEnabled(true);
+    edit->setUpdatesEnabled(true);
     // At once: the next line holds the screen again before a posted update would be served.
-    edit->viewport()->repaint();
+    edit->repaint();
 }
 
 } // namespace quorlin

@@ -5,8 +5,11 @@
 #include <QFile>
 #include <QMessageBox>
 
+#include <utility>
+
 void Process::convertbegin()
 {
+    const QString finished = std::exchange(finishedInput, QString());
     if (refuseEmptyList()) {
         return;
     }
@@ -17,7 +20,7 @@ void Process::convertbegin()
     disconnect(idleProcess.get(), SIGNAL(finished(int, QProcess::ExitStatus)), this,
                SLOT(convertbegin()));
     suspendSorting();
-    judgePreviousRow();
+    judgePreviousRow(finished);
     if (currentRow < fileCount) {
         running = true;
         if (currentRow == 0) {
@@ -55,12 +58,39 @@ bool Process::refuseMissingOutputFolder()
     return true;
 }
 
-void Process::judgePreviousRow()
+void Process::judgePreviousRow(const QString &finished)
 {
     if (currentRow == 0) {
         return;
     }
-    const int row = currentRow - 1;
+    int row = currentRow - 1;
+    if (!finished.isEmpty() && cellText(row, 0) != finished) {
+        row = rowOfFile(finished); // it was moved; no row at all when it was removed
+    }
     const bool succeeded = QFile::exists(outputFile) && !cellText(row, 1).isEmpty();
     setCellText(row, 3, succeeded ? QStringLiteral("Succeed") : QStringLiteral("Failed"));
+}
+
+int Process::rowOfFile(const QString &path) const
+{
+    for (int row = 0; row < ui->inputfiletableWidget->rowCount(); ++row) {
+        if (cellText(row, 0) == path) {
+            return row;
+        }
+    }
+    return -1;
+}
+
+QString Process::currentInput() const
+{
+    return splitInput.isEmpty() ? cellText(currentRow, 0) : splitInput;
+}
+
+QString Process::currentPageText()
+{
+    // Read afresh while the row is the file's own: its pages may still be being counted.
+    if (splitInput.isEmpty() || cellText(currentRow, 0) == splitInput) {
+        splitPageText = cellText(currentRow, 1);
+    }
+    return splitPageText;
 }

@@ -4,6 +4,8 @@
 #include "pipeline/output_path.h"
 #include "ui_process.h"
 
+#include <utility>
+
 void Process::splitpdffile()
 {
     if (groupIndex >= pageRanges.size()) {
@@ -11,11 +13,12 @@ void Process::splitpdffile()
         pageRanges.clear();
         rangeTexts.clear();
         pageTexts.clear();
+        finishedInput = std::exchange(splitInput, QString());
         ++currentRow;
         convertbegin();
         return;
     }
-    const QString input = cellText(currentRow, 0);
+    const QString input = currentInput();
     const QString range = pageRanges.at(groupIndex);
     outputFile = quorlin::outputPath(ui->outputfolderEdit->text(), input, groupIndex,
                                      rangeTexts.value(groupIndex), range,

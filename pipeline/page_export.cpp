@@ -10,6 +10,8 @@
 QStringList Process::splitPage()
 {
     pageTexts.clear();
+    splitInput = cellText(currentRow, 0);
+    splitPageText = cellText(currentRow, 1);
     const Subtext rule = quorlin::readRule(ui->comboBox_rule->currentText());
     ruleX = rule.left;
     ruleY = rule.top;
@@ -17,7 +19,7 @@ QStringList Process::splitPage()
     ruleHeight = rule.height;
     ruleText = rule.text;
     const QString command =
-        quorlin::splitExportCommand(quorlin::applicationFolder(), cellText(currentRow, 0),
+        quorlin::splitExportCommand(quorlin::applicationFolder(), splitInput,
                                     quorlin::temporaryFolder() + QStringLiteral("/split.xml"));
     startTool(command, SLOT(setlink()));
     return {};
@@ -26,6 +28,6 @@ QStringList Process::splitPage()
 void Process::setlink()
 {
     const QDir outputFolder(ui->outputfolderEdit->text());
-    outputFolder.mkdir(quorlin::inputBaseName(cellText(currentRow, 0)));
+    outputFolder.mkdir(quorlin::inputBaseName(currentInput()));
     getAlltheText();
 }

@@ -64,6 +64,7 @@ private slots:
     void verdictsNameTheReason_data();
     void verdictsNameTheReason();
     void toolMessagesLoseTheirHead();
+    void warningsAboutPagesAreCounted();
     void aWholeRunSucceeds();
     void anOutputThatWasNotWrittenIsMissing();
     void aLeftoverOfAnEarlierRunIsNoOutput();
@@ -136,6 +137,10 @@ void TestRecord::verdictsNameTheReason_data()
     QTest::newRow("no page count") << record << "could not be counted";
     record.toolMessages = QStringList{"pagebinder: /in/a.pdf: it is locked"};
     QTest::newRow("no page count, tool says why") << record << "it is locked";
+    record.toolMessages.append("pagebinder: /in/a.pdf: warning: odd trailer");
+    QTest::newRow("no page count, tool warns besides") << record << "it is locked";
+    record.toolMessages.removeFirst();
+    QTest::newRow("no page count, tool only warns") << record << "could not be counted";
 
     record = goodRecord();
     record.pageCount = "0";
@@ -189,6 +194,16 @@ void TestRecord::toolMessagesLoseTheirHead()
              "it is locked");
     QCOMPARE(messageReason("pagebinder: it is locked", "/in/a.pdf"), "it is locked");
     QCOMPARE(messageReason("Killed", "/in/a.pdf"), "Killed");
+}
+
+void TestRecord::warningsAboutPagesAreCounted()
+{
+    FileRecord record = goodRecord();
+    QCOMPARE(pageWarnings(record), 0);
+    record.toolMessages = QStringList{"pagexport: /in/a.pdf: warning: page 2: it took too long",
+                                      "pagexport: warning: odd font"};
+    QCOMPARE(pageWarnings(record), 1);
+    QVERIFY(judge(record).succeeded);
 }
 
 void TestRecord::aWholeRunSucceeds()

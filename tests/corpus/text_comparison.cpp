@@ -5,15 +5,6 @@
 
 namespace {
 
-QString withoutReferences(QString text)
-{
-    text.replace(QLatin1String("&lt;"), QLatin1String("<"));
-    text.replace(QLatin1String("&gt;"), QLatin1String(">"));
-    text.replace(QLatin1String("&quot;"), QLatin1String("\""));
-    text.replace(QLatin1String("&amp;"), QLatin1String("&"));
-    return text;
-}
-
 bool isLeftOut(QChar character)
 {
     return character.category() == QChar::Other_Format ||
@@ -27,9 +18,19 @@ bool isRightToLeft(QChar character)
 
 } // namespace
 
+QString withoutReferences(const QString &text)
+{
+    QString plain = text;
+    plain.replace(QLatin1String("&lt;"), QLatin1String("<"));
+    plain.replace(QLatin1String("&gt;"), QLatin1String(">"));
+    plain.replace(QLatin1String("&quot;"), QLatin1String("\""));
+    plain.replace(QLatin1String("&amp;"), QLatin1String("&"));
+    return plain;
+}
+
 QString comparableText(const QString &text)
 {
-    QString plain = withoutReferences(text).normalized(QString::NormalizationForm_KC);
+    QString plain = text.normalized(QString::NormalizationForm_KC);
     plain.removeIf(isLeftOut);
     return plain.simplified();
 }

@@ -2,9 +2,12 @@
 
 #include <QString>
 
-/// A text as it is compared: the page files' references spelt out, compatibility characters
-/// replaced by what they stand for, white space of any kind collapsed, control characters and
-/// direction marks dropped.
+/// A text of a page file with the references that stand for "<", ">", double quote and "&" spelt
+/// out.
+QString withoutReferences(const QString &text);
+
+/// A text as it is compared: compatibility characters replaced by what they stand for, white space
+/// of any kind collapsed, control characters and direction marks dropped.
 QString comparableText(const QString &text);
 
 /// Whether two texts say the same. Right-to-left text may stand in reading order or in the order

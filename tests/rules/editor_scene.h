@@ -47,7 +47,7 @@ public:
     void holdExports();
     void releaseExports();
     /// Runs the tools of folder @p folder from now on.
-    static void useRealTools(const QString &folder);
+    void useRealTools(const QString &folder);
     /// Takes the tool away.
     void removeTool();
     /// Puts an executable script named @p tool into the application folder.

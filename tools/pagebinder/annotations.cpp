@@ -31,15 +31,21 @@ void Annotations::add(const OutputPage &page)
             (number != 0 && added.targets.count(number) != 0)) {
             continue;
         }
+        const bool widget =
+            m_source.isName(m_source.get(dictionary, PDF_NAME(Subtype)), PDF_NAME(Widget));
+        const bool isSigned = widget && m_fields.isSigned(dictionary);
+        if (isSigned && m_source.get(dictionary, PDF_NAME(AP)) == nullptr) {
+            continue;
+        }
         const int target = m_copier.writer().allocate();
-        added.annotations.push_back({dictionary, target});
+        added.annotations.push_back({dictionary, target, isSigned});
         if (number != 0) {
             added.targets.emplace(number, target);
             if (m_copier.mapped(number) == 0) {
                 m_copier.map(number, target);
             }
         }
-        if (m_source.isName(m_source.get(dictionary, PDF_NAME(Subtype)), PDF_NAME(Widget))) {
+        if (widget && !isSigned) {
             m_fields.addWidget(dictionary, number, target);
         }
     }
@@ -59,7 +65,11 @@ void Annotations::write(std::size_t index)
     const PageAnnotations &page = m_pages[index];
     m_copier.setLocalTargets(&page.targets);
     for (const Annotation &annotation : page.annotations) {
-        writeAnnotation(annotation, page.page);
+        if (annotation.isSigned) {
+            writeSignaturePicture(annotation, page.page);
+        } else {
+            writeAnnotation(annotation, page.page);
+        }
     }
     m_copier.setLocalTargets(nullptr);
 }
@@ -88,6 +98,19 @@ void Annotations::writeAnnotation(const Annotation &annotation, int page)
         m_destinations.write(destination);
     }
     text += ">>";
+    m_copier.writer().endObject();
+}
+
+void Annotations::writeSignaturePicture(const Annotation &annotation, int page)
+{
+    const KeyFilter kept = [](std::string_view key) {
+        return key == "Rect" || key == "AP" || key == "AS" || key == "F" || key == "OC";
+    };
+    m_copier.writer().beginObject(annotation.target);
+    m_copier.text() += "<</Type/Annot/Subtype/Stamp/P ";
+    m_copier.writer().appendReference(page);
+    m_copier.writeEntries(annotation.dictionary, kept);
+    m_copier.text() += ">>";
     m_copier.writer().endObject();
 }
 

@@ -36,6 +36,7 @@ private:
     {
         pdf_obj *dictionary;
         int target;
+        bool isSigned; ///< the widget of a signature, copied as a mere picture
     };
     struct PageAnnotations
     {
@@ -45,6 +46,7 @@ private:
     };
 
     bool isKept(pdf_obj *annotation);
+    void writeSignaturePicture(const Annotation &annotation, int page);
     void writeAnnotation(const Annotation &annotation, int page);
     void writeReference(std::string_view key, pdf_obj *value);
     void addBorrower(pdf_obj *appearance, std::vector<int> &found);

@@ -108,7 +108,7 @@ void Bookmarks::writeItem(const std::vector<Item> &items, std::size_t place, int
     };
     writer.beginObject(item.target);
     writer.text() += "<<";
-    m_copier.writeEntries(item.dictionary, kept);
+    m_copier.writePlainEntries(item.dictionary, kept);
     writer.text() += "/Parent ";
     writer.appendReference(parent);
     if (place > 0) {

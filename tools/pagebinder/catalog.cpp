@@ -9,17 +9,17 @@ namespace {
 constexpr std::size_t largestMetadata = std::size_t{4} << 20U;
 constexpr std::int64_t smallProfile = 16384;
 
-bool isCatalogKey(std::string_view key)
+bool isPlainKey(std::string_view key)
 {
-    return key == "OCProperties" || key == "Lang" || key == "PageLayout" || key == "Extensions" ||
-           key == "URI";
+    return key == "Lang" || key == "PageLayout" || key == "Extensions" || key == "URI";
 }
 
 } // namespace
 
 void Catalog::writeEntries(bool hasBookmarks)
 {
-    m_copier.writeEntries(m_source.catalog(), isCatalogKey);
+    m_copier.writePlainEntries(m_source.catalog(), isPlainKey);
+    m_copier.writeEntry("OCProperties", m_source.raw(m_source.catalog(), PDF_NAME(OCProperties)));
     writePageMode(hasBookmarks);
     writeViewerPreferences();
     writeMetadata();
@@ -41,7 +41,7 @@ void Catalog::writePageMode(bool hasBookmarks)
 void Catalog::writeViewerPreferences()
 {
     pdf_obj *preferences = m_source.get(m_source.catalog(), "ViewerPreferences");
-    if (!m_source.isDictionary(preferences)) {
+    if (!m_source.isDictionary(preferences) || m_copier.isForeign(preferences)) {
         return;
     }
     // Ranges of pages to print are meant for the whole document.
@@ -49,7 +49,7 @@ void Catalog::writeViewerPreferences()
         return key != "PrintPageRange" && isCopiedKey(key);
     };
     m_copier.text() += "/ViewerPreferences<<";
-    m_copier.writeEntries(preferences, kept);
+    m_copier.writePlainEntries(preferences, kept);
     m_copier.text() += ">>";
 }
 

@@ -1,6 +1,15 @@
 #include "tools/pagebinder/content_resources.h"
 
+#include <algorithm>
+
 namespace tools {
+
+namespace {
+
+/// How much is scanned before the question whether anything is still looked for.
+constexpr std::size_t scannedPart = 512;
+
+} // namespace
 
 bool ContentResources::isTypeThreeFont(pdf_obj *dictionary) const
 {
@@ -98,6 +107,7 @@ void ContentResources::writePruned(pdf_obj *resources, const ResourceUse &use)
 void ContentResources::findUse(ResourceUse &use, const Streams &streams, const Streams &borrowers)
 {
     std::unordered_set<int> seen(streams.begin(), streams.end());
+    use.keepLightEntries();
     scan(use, streams);
     for (const int borrower : borrowers) {
         if (seen.insert(borrower).second) {
@@ -125,7 +135,12 @@ void ContentResources::scan(ResourceUse &use, const Streams &streams)
         }
         m_source.readStream(number, true,
                             [&scanner, &use](const unsigned char *data, std::size_t size) {
-                                scanner.feed(data, size);
+                                while (size > 0 && !use.isComplete()) {
+                                    const std::size_t part = std::min(size, scannedPart);
+                                    scanner.feed(data, part);
+                                    data += part;
+                                    size -= part;
+                                }
                                 return !use.isComplete();
                             });
         scanner.endStream();

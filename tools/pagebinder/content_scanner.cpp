@@ -45,10 +45,9 @@ int hexValue(char c)
     return c <= '9' ? c - '0' : (c | 0x20) - 'a' + 10;
 }
 
-bool isNumber(std::string_view word)
+bool isNotRegular(unsigned char byte)
 {
-    const char first = word.front();
-    return (first >= '0' && first <= '9') || first == '+' || first == '-' || first == '.';
+    return classes[byte] != regular;
 }
 
 bool kindOf(std::string_view word, ResourceKind &kind)
@@ -107,75 +106,82 @@ void ContentScanner::feed(const unsigned char *data, std::size_t size)
         joinName(data, end);
     }
     while (data != end) {
-        if (take(*data)) {
-            ++data;
+        switch (m_state) {
+        case State::between:
+            takeBetween(*data++);
+            break;
+        case State::name:
+        case State::word:
+            takeToken(data, end);
+            break;
+        case State::skippedWord:
+            data = std::find_if(data, end, isNotRegular);
+            if (data != end) {
+                m_state = State::between;
+            }
+            break;
+        case State::string:
+            takeInString(data, end);
+            break;
+        default:
+            takeOther(*data++);
+            break;
         }
     }
 }
 
 void ContentScanner::joinName(const unsigned char *&data, const unsigned char *end)
 {
-    const unsigned char *last = data;
-    while (last != end && classes[*last] == regular) {
-        ++last;
-    }
+    const unsigned char *const last = std::find_if(data, end, isNotRegular);
     if (last != data) {
         reportAll(decodeName(m_cutName + std::string(data, last)));
     }
     m_cutName.clear();
 }
 
-/// @returns false when the byte ended a token and has still to be looked at
-bool ContentScanner::take(unsigned char byte)
+void ContentScanner::takeToken(const unsigned char *&data, const unsigned char *end)
 {
-    switch (m_state) {
-    case State::between:
-        takeBetween(byte);
-        return true;
-    case State::name:
-    case State::word:
-        if (classes[byte] == regular) {
-            if (m_token.size() < longestToken) {
-                m_token += static_cast<char>(byte);
-            }
-            return true;
-        }
-        if (m_state == State::name) {
-            endName();
-        } else {
-            endWord();
-        }
-        return false;
-    case State::angle:
-        m_state = byte == '<' ? State::between : State::hexString;
-        return byte == '<';
-    case State::hexString:
-        if (byte == '>') {
-            m_state = State::between;
-        }
-        return true;
-    case State::comment:
-        if (byte == '\n' || byte == '\r') {
-            m_state = State::between;
-        }
-        return true;
-    case State::escape:
-        m_state = State::string;
-        return true;
-    case State::string:
-        takeInString(byte);
-        return true;
+    const unsigned char *const last = std::find_if(data, end, isNotRegular);
+    if (m_token.size() < longestToken) {
+        m_token.append(data, last);
     }
-    return true;
+    data = last;
+    if (data == end) {
+        return;
+    }
+    if (m_state == State::name) {
+        endName();
+    } else {
+        endWord();
+    }
 }
 
-void ContentScanner::takeInString(unsigned char byte)
+void ContentScanner::takeInString(const unsigned char *&data, const unsigned char *end)
 {
+    data = std::find_if(
+        data, end, [](unsigned char byte) { return byte == '(' || byte == ')' || byte == '\\'; });
+    if (data == end) {
+        return;
+    }
+    const unsigned char byte = *data++;
     if (byte == '\\') {
         m_state = State::escape;
     } else if (byte == '(') {
         ++m_stringDepth;
-    } else if (byte == ')' && --m_stringDepth == 0) {
+    } else if (--m_stringDepth == 0) {
+        m_state = State::between;
+    }
+}
+
+void ContentScanner::takeOther(unsigned char byte)
+{
+    if (m_state == State::escape) {
+        m_state = State::string;
+    } else if (m_state == State::angle) {
+        m_state = byte == '<' || byte == '>' ? State::between : State::hexString;
+    } else if (m_state == State::hexString) {
+        m_state = byte == '>' ? State::between : m_state;
+    } else if (byte == '\n' || byte == '\r') {
         m_state = State::between;
     }
 }
@@ -183,8 +189,11 @@ void ContentScanner::takeInString(unsigned char byte)
 void ContentScanner::takeBetween(unsigned char byte)
 {
     if (classes[byte] == regular) {
+        // Only words that may end operands are of interest, and the begin of an inline image.
+        const bool number = byte < 'A' && byte != '\'' && byte != '"';
+        const bool ends = !m_operands.empty() || m_inlineImage || byte == 'B';
+        m_state = number || !ends ? State::skippedWord : State::word;
         m_token.assign(1, static_cast<char>(byte));
-        m_state = State::word;
     } else if (byte == '/') {
         m_token.clear();
         m_state = State::name;
@@ -226,7 +235,7 @@ void ContentScanner::endWord()
         m_uncertain = true;
         m_inlineImage = false;
     }
-    if (m_operands.empty() || isNumber(m_token)) {
+    if (m_operands.empty()) {
         return;
     }
     ResourceKind kind = ResourceKind::font;

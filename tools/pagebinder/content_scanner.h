@@ -35,11 +35,22 @@ public:
     void endStream();
 
 private:
-    enum class State { between, name, word, angle, hexString, string, escape, comment };
+    enum class State {
+        between,
+        name,
+        word,
+        skippedWord,
+        angle,
+        hexString,
+        string,
+        escape,
+        comment
+    };
 
-    bool take(unsigned char byte);
     void takeBetween(unsigned char byte);
-    void takeInString(unsigned char byte);
+    void takeToken(const unsigned char *&data, const unsigned char *end);
+    void takeInString(const unsigned char *&data, const unsigned char *end);
+    void takeOther(unsigned char byte);
     void joinName(const unsigned char *&data, const unsigned char *end);
     void endName();
     void endWord();

@@ -57,7 +57,6 @@ int FormFields::addField(pdf_obj *dictionary, int number, int kid, int depth)
     field.dictionary = dictionary;
     field.target = m_copier.writer().allocate();
     field.kids.push_back(kid);
-    field.isSignature = isSignature(dictionary);
     const int target = field.target;
     m_fields.push_back(std::move(field));
     m_copier.map(number, target);
@@ -81,25 +80,23 @@ int FormFields::addField(pdf_obj *dictionary, int number, int kid, int depth)
     return target;
 }
 
-bool FormFields::isSignature(pdf_obj *field)
+pdf_obj *FormFields::inherited(pdf_obj *field, pdf_obj *key)
 {
     pdf_obj *node = field;
     for (int depth = 0; depth < deepestField && m_source.isDictionary(node); ++depth) {
-        pdf_obj *type = m_source.get(node, PDF_NAME(FT));
-        if (type != nullptr) {
-            return m_source.isName(type, PDF_NAME(Sig));
+        pdf_obj *value = m_source.get(node, key);
+        if (value != nullptr) {
+            return value;
         }
         node = m_source.get(node, PDF_NAME(Parent));
     }
-    return false;
+    return nullptr;
 }
 
-void FormFields::writeValue(pdf_obj *field, bool signature)
+bool FormFields::isSigned(pdf_obj *widget)
 {
-    // A signature is void on anything but the whole signed file; its picture stays.
-    if (!signature) {
-        m_copier.writeEntry("V", m_source.raw(field, PDF_NAME(V)));
-    }
+    return m_source.isName(inherited(widget, PDF_NAME(FT)), PDF_NAME(Sig)) &&
+           inherited(widget, PDF_NAME(V)) != nullptr;
 }
 
 void FormFields::writeWidgetEntries(pdf_obj *widget, int target)
@@ -109,7 +106,7 @@ void FormFields::writeWidgetEntries(pdf_obj *widget, int target)
         m_copier.text() += "/Parent ";
         m_copier.writer().appendReference(parent->second);
     }
-    writeValue(widget, isSignature(widget));
+    m_copier.writeEntry("V", m_source.raw(widget, PDF_NAME(V)));
 }
 
 void FormFields::writeFields()
@@ -125,7 +122,7 @@ void FormFields::writeField(const Field &field)
     m_copier.writer().beginObject(field.target);
     text += "<<";
     m_copier.writeEntries(field.dictionary, isFieldKey);
-    writeValue(field.dictionary, field.isSignature);
+    m_copier.writeEntry("V", m_source.raw(field.dictionary, PDF_NAME(V)));
     if (field.parent != 0) {
         text += "/Parent ";
         m_copier.writer().appendReference(field.parent);
@@ -155,7 +152,7 @@ void FormFields::writeForm()
         text += ' ';
     }
     text += ']';
-    m_copier.writeEntries(form, kept);
+    m_copier.writePlainEntries(form, kept);
     writeCalculationOrder(form);
     writeDefaultResources(form);
     text += ">>";

@@ -21,6 +21,10 @@ public:
     /// @param target its number in the output
     void addWidget(pdf_obj *widget, int number, int target);
 
+    /// Whether a widget shows a signature that has been given. On anything but the whole signed
+    /// file it is void.
+    bool isSigned(pdf_obj *widget);
+
     /// Writes what a widget needs of its field: /Parent, or the field's own value.
     void writeWidgetEntries(pdf_obj *widget, int target);
 
@@ -40,14 +44,12 @@ private:
         int target = 0;
         int parent = 0; ///< number in the output, 0 at the top
         std::vector<int> kids;
-        bool isSignature = false;
         bool isPlaced = false; ///< its parents are known
     };
 
     int addField(pdf_obj *dictionary, int number, int kid, int depth);
-    bool isSignature(pdf_obj *field);
+    pdf_obj *inherited(pdf_obj *field, pdf_obj *key);
     void writeField(const Field &field);
-    void writeValue(pdf_obj *field, bool signature);
     void writeDefaultResources(pdf_obj *form);
     void writeCalculationOrder(pdf_obj *form);
     std::vector<std::string> namedFonts(pdf_obj *form);

@@ -63,6 +63,9 @@ int ObjectCopier::target(pdf_obj *object)
             return local->second;
         }
     }
+    if (!m_followsReferences) {
+        return 0;
+    }
     const auto [place, isNew] = m_targets.try_emplace(number, 0);
     if (isNew) {
         pdf_obj *resolved = m_source.resolve(object);
@@ -172,6 +175,22 @@ void ObjectCopier::writeEntries(pdf_obj *dictionary, KeyFilter filter, int depth
             writeEntry(key, pdf_dict_get_val(context, dictionary, i), depth + 1);
         }
     }
+}
+
+void ObjectCopier::writePlainEntries(pdf_obj *dictionary, KeyFilter filter)
+{
+    fz_context *context = m_source.context();
+    const int length = pdf_dict_len(context, dictionary);
+    m_followsReferences = false;
+    for (int i = 0; i < length; ++i) {
+        const char *key = pdf_to_name(context, pdf_dict_get_key(context, dictionary, i));
+        pdf_obj *value = pdf_dict_get_val(context, dictionary, i);
+        const int number = m_source.numberOf(value);
+        if (filter(key) && (number == 0 || !m_source.isStream(number))) {
+            writeEntry(key, m_source.resolve(value), 1);
+        }
+    }
+    m_followsReferences = true;
 }
 
 void ObjectCopier::writeEntry(std::string_view key, pdf_obj *value, int depth)

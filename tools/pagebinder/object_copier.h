@@ -47,6 +47,9 @@ public:
     bool writeScalar(pdf_obj *value);
     /// Writes the entries of a dictionary, without the brackets, as far as @p filter takes them.
     void writeEntries(pdf_obj *dictionary, KeyFilter filter, int depth = 0);
+    /// The same for plain settings: no reference is followed but to a single value, so nothing can
+    /// hang on them.
+    void writePlainEntries(pdf_obj *dictionary, KeyFilter filter);
     /// Writes "/KEY value", or nothing when the value is missing or cannot be taken along.
     void writeEntry(std::string_view key, pdf_obj *value, int depth = 0);
 
@@ -96,6 +99,7 @@ private:
     std::vector<Queued> m_queue;
     std::vector<AddedStream> m_added;
     bool m_plainMetadata = false;
+    bool m_followsReferences = true;
 };
 
 /// Takes every entry that a copied object may have: not the links into the structure tree, private

@@ -95,7 +95,7 @@ void PageLabels::writeNumbering(const Numbering &numbering, int index)
         text += "/S/D";
     } else {
         const KeyFilter kept = [](std::string_view key) { return key == "S" || key == "P"; };
-        m_copier.writeEntries(numbering.dictionary, kept);
+        m_copier.writePlainEntries(numbering.dictionary, kept);
     }
     pdf_obj *start = m_source.get(numbering.dictionary, "St");
     const long long begin = start == nullptr ? 1 : pdf_to_int(context, start);

@@ -1,6 +1,5 @@
 #include "tools/pagebinder/pdf_source.h"
 
-#include <array>
 #include <new>
 
 namespace tools {
@@ -8,12 +7,14 @@ namespace tools {
 namespace {
 
 constexpr int longestReferenceChain = 10;
+constexpr std::size_t largestPiece = 65536;
 
 } // namespace
 
 bool PdfSource::run(void (*call)(void *), void *argument)
 {
     int code = FZ_ERROR_NONE;
+    fz_var(code);
     fz_try(m_context)
     {
         call(argument);
@@ -140,15 +141,19 @@ bool PdfSource::readStream(int number, bool decoded,
         return false;
     }
     const std::unique_ptr<fz_stream, StreamCloser> stream(opened, StreamCloser{m_context});
-    std::array<unsigned char, 16384> piece;
     for (;;) {
         std::size_t length = 0;
-        if (!attempt([this, opened, &piece, &length] {
-                length = fz_read(m_context, opened, piece.data(), piece.size());
+        if (!attempt([this, opened, &length] {
+                length = fz_available(m_context, opened, largestPiece);
             })) {
             return false;
         }
-        if (length == 0 || !take(piece.data(), length)) {
+        if (length == 0) {
+            return true;
+        }
+        const unsigned char *piece = opened->rp;
+        opened->rp += length;
+        if (!take(piece, length)) {
             return true;
         }
     }

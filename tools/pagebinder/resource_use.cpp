@@ -96,11 +96,47 @@ bool ResourceUse::isWorthScanning()
             return true;
         }
     }
-    const auto &fonts = entries(ResourceKind::font);
-    const auto isHeavy = [this](const Entry &entry) { return isHeavyFont(entry.value); };
-    return entries(ResourceKind::colorSpace).size() > 1 ||
-           hasSoftMask(entries(ResourceKind::graphicsState)) ||
-           std::any_of(fonts.begin(), fonts.end(), isHeavy);
+    for (const ResourceKind kind :
+         {ResourceKind::font, ResourceKind::graphicsState, ResourceKind::colorSpace}) {
+        const auto &kindEntries = entries(kind);
+        if (std::any_of(kindEntries.begin(), kindEntries.end(),
+                        [this, kind](const Entry &entry) { return isHeavy(kind, entry.value); })) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void ResourceUse::keepLightEntries()
+{
+    for (const ResourceKind kind :
+         {ResourceKind::font, ResourceKind::graphicsState, ResourceKind::colorSpace}) {
+        auto &kindEntries = m_entries[static_cast<std::size_t>(kind)];
+        if (kindEntries.size() > fewEntries) {
+            continue;
+        }
+        for (Entry &entry : kindEntries) {
+            if (!entry.used && !isHeavy(kind, entry.value)) {
+                entry.used = true;
+                --m_unused;
+            }
+        }
+    }
+}
+
+bool ResourceUse::isHeavy(ResourceKind kind, pdf_obj *value)
+{
+    if (kind == ResourceKind::font) {
+        return isHeavyFont(value);
+    }
+    if (kind == ResourceKind::graphicsState) {
+        return m_source.isDictionary(m_source.get(value, PDF_NAME(SMask))) ||
+               m_source.get(value, PDF_NAME(Font)) != nullptr;
+    }
+    pdf_obj *resolved = m_source.resolve(value);
+    return m_source.isArray(resolved) &&
+           (entries(kind).size() > 1 ||
+            !m_source.isName(m_source.at(resolved, 0), PDF_NAME(ICCBased)));
 }
 
 bool ResourceUse::isHeavyFont(pdf_obj *font)
@@ -113,13 +149,6 @@ bool ResourceUse::isHeavyFont(pdf_obj *font)
     }
     return m_source.get(font, PDF_NAME(FontDescriptor)) != nullptr ||
            m_source.get(font, PDF_NAME(DescendantFonts)) != nullptr;
-}
-
-bool ResourceUse::hasSoftMask(const std::vector<Entry> &states)
-{
-    return std::any_of(states.begin(), states.end(), [this](const Entry &entry) {
-        return m_source.isDictionary(m_source.get(entry.value, PDF_NAME(SMask)));
-    });
 }
 
 } // namespace tools

@@ -39,10 +39,13 @@ public:
     /// pictures, forms, patterns or embedded fonts of other pages might come along.
     bool isWorthScanning();
 
+    /// Counts entries as used that cost nothing to keep, so that a search ends sooner.
+    void keepLightEntries();
+
 private:
     void readKind(pdf_obj *resources, ResourceKind kind);
+    bool isHeavy(ResourceKind kind, pdf_obj *value);
     bool isHeavyFont(pdf_obj *font);
-    bool hasSoftMask(const std::vector<Entry> &states);
 
     PdfSource &m_source;
     std::array<std::vector<Entry>, resourceKindCount> m_entries;

@@ -17,10 +17,13 @@ constexpr std::size_t mostWorkers = 8;
 constexpr std::size_t pagesPerWorker = 8;
 constexpr int mostMissingPages = 10000;
 constexpr int mostPageWarnings = 10;
-constexpr Watchdog::Milliseconds pageTime{5000};
-constexpr Watchdog::Milliseconds pictureTime{10000};
-constexpr Watchdog::Milliseconds shortPageTime{500};
+constexpr std::chrono::milliseconds tick{50};
+constexpr std::chrono::seconds openTime{60};
+constexpr std::chrono::milliseconds pageTime{5000};
+constexpr std::chrono::milliseconds pictureTime{10000};
+constexpr std::chrono::milliseconds shortPageTime{500};
 constexpr int pagesWithFullTime = 12; // that may run past it before the others get less
+constexpr int mostLostThreads = 4;
 
 void appendEscaped(std::string &xml, std::string_view text)
 {
@@ -54,14 +57,162 @@ void appendAttribute(std::string &xml, std::string_view name, std::string_view v
 } // namespace
 
 ExportJob::ExportJob(const ExportOptions &options, const OutputFolder &folder)
-    : m_options(options), m_folder(folder), m_reader(options.input)
+    : m_options(options), m_folder(folder)
 {
-    const int pages = m_reader.statedPageCount();
-    if (pages <= 0) {
-        throw ToolError(options.input, "has no pages");
+}
+
+void ExportJob::run()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        startWorker(0, 0);
     }
-    setRange(pages);
-    findPages(pages);
+    supervise();
+    for (const std::unique_ptr<Worker> &worker : m_workers) {
+        if (worker->isLost) {
+            worker->thread.detach();
+        } else {
+            worker->thread.join();
+        }
+    }
+    if (m_error) {
+        std::rethrow_exception(m_error);
+    }
+}
+
+void ExportJob::supervise()
+{
+    std::unique_lock lock(m_mutex);
+    while (!m_changed.wait_for(lock, tick, [this] { return m_running == 0; })) {
+        for (std::size_t i = 0; i < m_workers.size(); ++i) {
+            if (m_workers[i]->watch.check()) {
+                abandon(*m_workers[i]);
+            }
+        }
+    }
+}
+
+// Called with the mutex held. The thread itself cannot be ended; it is left alone with its page.
+void ExportJob::abandon(Worker &worker)
+{
+    worker.isLost = true;
+    --m_running;
+    ++m_lost;
+    const int position = worker.position;
+    try {
+        if (position < 0) {
+            throw ToolError(m_options.input, "takes too long to open");
+        }
+        if (m_lost > mostLostThreads) {
+            throw ToolError(m_options.input, "has too many pages that take too long");
+        }
+        warn(position, "takes too long; its text is left out");
+        std::string html;
+        writePageHtml(html, PageItems(), m_first + position + 1);
+        m_folder.write(m_folder.pageName(position + 1), html);
+        startWorker(position + 1, worker.end);
+    } catch (...) {
+        m_stops = true;
+        if (!m_error) {
+            m_error = std::current_exception();
+        }
+    }
+}
+
+// Called with the mutex held.
+void ExportJob::startWorker(int next, int end)
+{
+    m_workers.push_back(std::make_unique<Worker>());
+    Worker &worker = *m_workers.back();
+    worker.next = next;
+    worker.end = end;
+    const bool isFirst = m_workers.size() == 1;
+    worker.thread = std::thread(
+        [this, &worker, isFirst] { isFirst ? workAsFirst(worker) : workAsOther(worker); });
+    ++m_running;
+}
+
+void ExportJob::finishWorker(std::exception_ptr error) noexcept
+{
+    const std::lock_guard lock(m_mutex);
+    if (error) {
+        m_stops = true;
+        if (!m_error) {
+            m_error = error;
+        }
+    }
+    --m_running;
+    m_changed.notify_one();
+}
+
+void ExportJob::workAsFirst(Worker &worker) noexcept
+{
+    std::exception_ptr error;
+    try {
+        std::unique_ptr<PageReader> reader;
+        if (openDocument(worker, reader) == Step::lost) {
+            return;
+        }
+        {
+            const std::lock_guard lock(m_mutex);
+            while (m_workers.size() < workerCount()) {
+                startWorker(0, 0);
+            }
+        }
+        if (work(worker, *reader) == Step::lost) {
+            return;
+        }
+    } catch (...) {
+        error = std::current_exception();
+    }
+    finishWorker(error);
+}
+
+void ExportJob::workAsOther(Worker &worker) noexcept
+{
+    std::exception_ptr error;
+    try {
+        fz_cookie cookie{};
+        worker.watch.begin(cookie, openTime);
+        std::unique_ptr<PageReader> reader;
+        try {
+            reader = std::make_unique<PageReader>(m_options.input, PageReader::Warnings::silent);
+        } catch (...) {
+            error = std::current_exception();
+        }
+        if (worker.watch.end() == PageWatch::Outcome::abandoned ||
+            (reader && work(worker, *reader) == Step::lost)) {
+            return;
+        }
+    } catch (...) {
+        error = std::current_exception();
+    }
+    finishWorker(error);
+}
+
+ExportJob::Step ExportJob::openDocument(Worker &worker, std::unique_ptr<PageReader> &reader)
+{
+    fz_cookie cookie{};
+    std::exception_ptr error;
+    worker.watch.begin(cookie, openTime);
+    try {
+        reader = std::make_unique<PageReader>(m_options.input, PageReader::Warnings::shown);
+        const int pages = reader->statedPageCount();
+        if (pages <= 0) {
+            throw ToolError(m_options.input, "has no pages");
+        }
+        setRange(pages);
+        findPages(*reader, pages);
+    } catch (...) {
+        error = std::current_exception();
+    }
+    if (worker.watch.end() == PageWatch::Outcome::abandoned) {
+        return Step::lost;
+    }
+    if (error) {
+        std::rethrow_exception(error);
+    }
+    return Step::done;
 }
 
 void ExportJob::setRange(int pages)
@@ -71,37 +222,32 @@ void ExportJob::setRange(int pages)
     if (first < 1 || last > pages || first > last) {
         throw ToolError(m_options.input,
                         "pages " + std::to_string(first) + " to " + std::to_string(last) +
-                            " do not exist, it has pages 1 to " + std::to_string(pages));
+                            " do not exist; it has pages 1 to " + std::to_string(pages));
     }
     m_first = static_cast<int>(first) - 1;
-    m_objects.assign(
-        static_cast<std::size_t>(std::min(last - first + 1, 1LL * pagesLookedUpSingly)), 0);
-    if (last - first + 1 > pagesLookedUpSingly) {
-        m_objects.clear();
-    }
+    m_records.resize(static_cast<std::size_t>(last - first + 1));
 }
 
-void ExportJob::findPages(int statedPages)
+void ExportJob::findPages(PageReader &reader, int statedPages)
 {
-    bool allFound = !m_objects.empty();
-    for (std::size_t i = 0; i < m_objects.size(); ++i) {
-        m_objects[i] = m_reader.findPageObject(m_first + static_cast<int>(i));
-        allFound = allFound && m_objects[i] != 0;
-    }
-    if (!allFound) {
-        const long long wanted = m_objects.empty()
-                                     ? m_options.lastPage.value_or(statedPages) - m_first
-                                     : static_cast<long long>(m_objects.size());
-        const int most = std::min(statedPages, m_reader.objectCount() + mostMissingPages);
-        PageObjects all = m_reader.listPageObjects(most);
-        if (statedPages - static_cast<long long>(all.size()) > mostMissingPages) {
-            throw ToolError(m_options.input, "states " + std::to_string(statedPages) +
-                                                 " pages and has " + std::to_string(all.size()));
+    const std::size_t wanted = m_records.size();
+    if (wanted <= pagesLookedUpSingly) {
+        for (std::size_t i = 0; i < wanted; ++i) {
+            m_objects.push_back(reader.findPageObject(m_first + static_cast<int>(i)));
         }
-        all.resize(static_cast<std::size_t>(statedPages), 0);
-        m_objects.assign(all.begin() + m_first, all.begin() + m_first + wanted);
+        if (std::find(m_objects.begin(), m_objects.end(), 0) == m_objects.end()) {
+            return;
+        }
     }
-    m_records.resize(m_objects.size());
+    const int most = std::min(statedPages, reader.objectCount() + mostMissingPages);
+    PageObjects all = reader.listPageObjects(most);
+    if (statedPages - static_cast<long long>(all.size()) > mostMissingPages) {
+        throw ToolError(m_options.input, "states " + std::to_string(statedPages) +
+                                             " pages and has " + std::to_string(all.size()));
+    }
+    all.resize(static_cast<std::size_t>(statedPages), 0);
+    const auto begin = all.begin() + m_first;
+    m_objects.assign(begin, begin + static_cast<std::ptrdiff_t>(wanted));
 }
 
 std::size_t ExportJob::workerCount() const
@@ -111,88 +257,57 @@ std::size_t ExportJob::workerCount() const
     return std::min({processors, useful, mostWorkers});
 }
 
-void ExportJob::run()
-{
-    const std::size_t workers = workerCount();
-    Watchdog watchdog(workers);
-    m_watchdog = &watchdog;
-    std::vector<std::thread> threads;
-    threads.reserve(workers);
-    for (std::size_t worker = 1; worker < workers; ++worker) {
-        threads.emplace_back([this, worker] { workWithOwnReader(worker); });
-    }
-    try {
-        work(0, m_reader);
-    } catch (...) {
-        m_stops = true;
-        const std::lock_guard lock(m_errorMutex);
-        m_error = std::current_exception();
-    }
-    for (std::thread &thread : threads) {
-        thread.join();
-    }
-    m_watchdog = nullptr;
-    if (m_error) {
-        std::rethrow_exception(m_error);
-    }
-}
-
-void ExportJob::workWithOwnReader(std::size_t worker) noexcept
-{
-    try {
-        PageReader reader(m_options.input);
-        work(worker, reader);
-    } catch (...) {
-        m_stops = true;
-        const std::lock_guard lock(m_errorMutex);
-        if (!m_error) {
-            m_error = std::current_exception();
-        }
-    }
-}
-
-void ExportJob::work(std::size_t worker, PageReader &reader)
+ExportJob::Step ExportJob::work(Worker &worker, PageReader &reader)
 {
     std::string html;
     PageItems items;
     const int pages = static_cast<int>(m_objects.size());
     while (!m_stops) {
-        const int begin = m_next.fetch_add(pagesPerStep, std::memory_order_relaxed);
-        if (begin >= pages) {
-            return;
+        if (worker.next >= worker.end) {
+            worker.next = m_next.fetch_add(pagesPerStep, std::memory_order_relaxed);
+            worker.end = std::min(worker.next + pagesPerStep, pages);
+            if (worker.next >= pages) {
+                break;
+            }
         }
-        const int end = std::min(begin + pagesPerStep, pages);
-        for (int position = begin; position < end && !m_stops; ++position) {
-            exportPage(worker, reader, position, html, items);
+        worker.position = worker.next++;
+        if (exportPage(worker, reader, html, items) == Step::lost) {
+            return Step::lost;
         }
     }
+    return Step::done;
 }
 
-void ExportJob::exportPage(std::size_t worker, PageReader &reader, int position, std::string &html,
-                           PageItems &items)
+ExportJob::Step ExportJob::exportPage(Worker &worker, PageReader &reader, std::string &html,
+                                      PageItems &items)
 {
-    readPage(worker, reader, position, items);
-    if (m_options.hasBounds()) {
-        drawPage(worker, reader, position);
+    if (readPage(worker, reader, items) == Step::lost) {
+        return Step::lost;
+    }
+    const int number = worker.position + 1;
+    if (m_options.hasBounds() && reader.hasPage() && drawPage(worker, reader) == Step::lost) {
+        return Step::lost;
     }
     reader.closePage();
-    writePageHtml(html, items, m_first + position + 1);
-    m_folder.write(m_folder.pageName(position + 1), html);
+    writePageHtml(html, items, m_first + number);
+    m_folder.write(m_folder.pageName(number), html);
+    return Step::done;
 }
 
-Watchdog::Milliseconds ExportJob::timeLimit() const noexcept
+PageWatch::Duration ExportJob::textTime() const noexcept
 {
     return m_expired < pagesWithFullTime ? pageTime : shortPageTime;
 }
 
-void ExportJob::readPage(std::size_t worker, PageReader &reader, int position, PageItems &items)
+ExportJob::Step ExportJob::readPage(Worker &worker, PageReader &reader, PageItems &items)
 {
+    const auto position = static_cast<std::size_t>(worker.position);
     fz_cookie cookie{};
     std::string reason;
-    m_watchdog->begin(worker, cookie, timeLimit());
+    worker.watch.begin(cookie, textTime());
     try {
         items.clear();
-        reason = reader.openPage(m_first + position, m_objects[static_cast<std::size_t>(position)]);
+        reason = reader.openPage(m_first + worker.position, m_objects[position]);
         if (reason.empty()) {
             reason = reader.readText(items, cookie);
         }
@@ -200,45 +315,51 @@ void ExportJob::readPage(std::size_t worker, PageReader &reader, int position, P
         items = PageItems();
         reason = "out of memory";
     }
-    if (m_watchdog->end(worker)) {
+    const PageWatch::Outcome outcome = worker.watch.end();
+    if (outcome == PageWatch::Outcome::abandoned) {
+        return Step::lost;
+    }
+    if (outcome == PageWatch::Outcome::expired) {
         ++m_expired;
         items.clear();
         reason = "takes too long; its text is left out";
     }
-    PageRecord &record = m_records[static_cast<std::size_t>(position)];
+    PageRecord &record = m_records[position];
     record.width = toUnits(reader.pageSize().width);
     record.height = toUnits(reader.pageSize().height);
     record.items = static_cast<int>(items.items.size());
     if (!reason.empty()) {
-        warn(position, reason);
+        warn(worker.position, reason);
     }
+    return Step::done;
 }
 
-void ExportJob::drawPage(std::size_t worker, PageReader &reader, int position)
+ExportJob::Step ExportJob::drawPage(Worker &worker, PageReader &reader)
 {
-    if (!reader.hasPage()) {
-        return;
-    }
     fz_cookie cookie{};
-    std::string png;
-    std::string reason;
-    m_watchdog->begin(worker, cookie, pictureTime);
+    Picture picture;
+    worker.watch.begin(cookie, pictureTime);
     try {
-        png = reader.drawPicture(cookie);
-    } catch (const ToolError &error) {
-        reason = std::string("no picture: ") + error.what();
+        picture = reader.drawPicture(cookie);
     } catch (const std::bad_alloc &) {
-        reason = "no picture: out of memory";
+        picture = {{}, "out of memory"};
     }
-    if (m_watchdog->end(worker)) {
-        reason = "no picture: drawing takes too long";
+    const PageWatch::Outcome outcome = worker.watch.end();
+    if (outcome == PageWatch::Outcome::abandoned) {
+        return Step::lost;
     }
-    if (!reason.empty()) {
-        warn(position, reason);
-        return;
+    if (outcome == PageWatch::Outcome::expired) {
+        picture = {{}, "drawing takes too long"};
     }
-    m_folder.write(m_folder.pictureName(position + 1), png);
-    m_records[static_cast<std::size_t>(position)].hasPicture = true;
+    if (!picture.error.empty()) {
+        warn(worker.position,
+             (picture.png.empty() ? "no picture: " : "picture not complete: ") + picture.error);
+    }
+    if (!picture.png.empty()) {
+        m_folder.write(m_folder.pictureName(worker.position + 1), picture.png);
+        m_records[static_cast<std::size_t>(worker.position)].hasPicture = true;
+    }
+    return Step::done;
 }
 
 void ExportJob::warn(int position, const std::string &reason)

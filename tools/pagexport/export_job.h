@@ -3,12 +3,15 @@
 #include "tools/pagexport/export_options.h"
 #include "tools/pagexport/output_folder.h"
 #include "tools/pagexport/page_reader.h"
-#include "tools/pagexport/watchdog.h"
+#include "tools/pagexport/page_watch.h"
 
 #include <atomic>
+#include <condition_variable>
 #include <exception>
+#include <memory>
 #include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace tools {
@@ -23,46 +26,69 @@ struct PageRecord
     bool isComplete = true; ///< false for pages that gave a warning
 };
 
-/// Exports a range of pages of one document, by as many threads as there are processors.
+/// Exports a range of pages of one document, by as many threads as there are processors. The thread
+/// that calls run() works on no page: it watches over the others, and goes on without one that a
+/// hostile page holds for good.
 class ExportJob
 {
 public:
-    /// Opens the document and checks the bounds.
-    /// @throws ToolError
     ExportJob(const ExportOptions &options, const OutputFolder &folder);
 
-    /// Writes the page files and pictures.
-    /// @throws ToolError when one cannot be written
+    /// Opens the document and writes the page files and pictures.
+    /// @throws ToolError when it cannot be read, the pages do not exist or cannot be written
     void run();
     /// The index file, once run() is done.
     std::string index() const;
+    /// True when a thread could not be ended: it still uses this object, which must then live on.
+    bool hasLostThreads() const noexcept { return m_lost > 0; }
 
 private:
+    /// One thread with what it works on; pages are counted from 0 as exported.
+    struct Worker
+    {
+        std::thread thread;
+        PageWatch watch;
+        std::atomic<int> position{-1}; ///< the page in work; -1 while the document is opened
+        int next = 0;                  ///< the pages from here on, up to "end", are this worker's
+        int end = 0;
+        bool isLost = false;
+    };
+    enum class Step { done, lost };
+
+    void startWorker(int next, int end);
+    void finishWorker(std::exception_ptr error) noexcept;
+    void workAsFirst(Worker &worker) noexcept;
+    void workAsOther(Worker &worker) noexcept;
+    Step openDocument(Worker &worker, std::unique_ptr<PageReader> &reader);
+    Step work(Worker &worker, PageReader &reader);
+    Step exportPage(Worker &worker, PageReader &reader, std::string &html, PageItems &items);
+    Step readPage(Worker &worker, PageReader &reader, PageItems &items);
+    Step drawPage(Worker &worker, PageReader &reader);
+
+    void supervise();
+    void abandon(Worker &worker);
     void setRange(int pages);
-    void findPages(int statedPages);
+    void findPages(PageReader &reader, int statedPages);
     std::size_t workerCount() const;
-    void work(std::size_t worker, PageReader &reader);
-    void workWithOwnReader(std::size_t worker) noexcept;
-    void exportPage(std::size_t worker, PageReader &reader, int position, std::string &html,
-                    PageItems &items);
-    void readPage(std::size_t worker, PageReader &reader, int position, PageItems &items);
-    void drawPage(std::size_t worker, PageReader &reader, int position);
-    Watchdog::Milliseconds timeLimit() const noexcept;
+    PageWatch::Duration textTime() const noexcept;
     void warn(int position, const std::string &reason);
 
-    const ExportOptions &m_options;
+    const ExportOptions m_options;
     const OutputFolder &m_folder;
-    PageReader m_reader;
     PageObjects m_objects; ///< of the pages exported
     int m_first = 0;       ///< 0-based
     std::vector<PageRecord> m_records;
-    Watchdog *m_watchdog = nullptr;
 
     std::atomic<int> m_next{0};
     std::atomic<int> m_expired{0};
     std::atomic<int> m_warnings{0};
     std::atomic<bool> m_stops{false};
-    std::mutex m_errorMutex;
+
+    std::mutex m_mutex; ///< guards what follows
+    std::condition_variable m_changed;
+    std::vector<std::unique_ptr<Worker>> m_workers;
+    int m_running = 0;
+    int m_lost = 0;
     std::exception_ptr m_error;
 };
 

@@ -6,6 +6,7 @@
 #include "tools/pagexport/output_folder.h"
 
 #include <cstdio>
+#include <memory>
 #include <new>
 
 namespace tools {
@@ -40,14 +41,21 @@ void exportPages(const ExportOptions &options)
 {
     OutputFolder folder(options.output);
     folder.removeEarlierExport(options.input);
-    ExportJob job(options, folder);
+    auto job = std::make_unique<ExportJob>(options, folder);
+    const auto keepForLostThreads = [&job] {
+        if (job->hasLostThreads()) {
+            static_cast<void>(job.release());
+        }
+    };
     try {
-        job.run();
-        folder.writeIndex(job.index());
+        job->run();
+        folder.writeIndex(job->index());
     } catch (...) {
         folder.removeThisExport();
+        keepForLostThreads();
         throw;
     }
+    keepForLostThreads();
 }
 
 int runPageExport(int argc, const char *const *argv)

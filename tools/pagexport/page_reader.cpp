@@ -7,6 +7,8 @@
 #include "tools/pagexport/png_writer.h"
 
 #include <algorithm>
+#include <array>
+#include <memory>
 
 namespace tools {
 
@@ -14,15 +16,32 @@ namespace {
 
 constexpr long long mostPixels = 40'000'000;
 
+void ignoreMessage(void * /*user*/, const char * /*message*/) {}
+
+PdfContext &quietened(PdfContext &context, PageReader::Warnings warnings)
+{
+    if (warnings == PageReader::Warnings::silent) {
+        fz_set_warning_callback(context.get(), ignoreMessage, nullptr);
+        fz_set_error_callback(context.get(), ignoreMessage, nullptr);
+    }
+    return context;
+}
+
 struct DrawnPage
 {
-    fz_pixmap *pixmap = nullptr;
-    const char *error = nullptr;
+    fz_pixmap *pixmap;
+    std::array<char, 256> error; ///< empty when all went well
 };
 
+void keepError(fz_context *context, DrawnPage &drawn)
+{
+    fz_strlcpy(drawn.error.data(), fz_caught_message(context), drawn.error.size());
+}
+
 // The page as a list of drawing steps first: the list knows what lies inside each clip, and drawing
-// then works on that part only instead of on the whole page.
-fz_display_list *newStepList(fz_context *context, pdf_page *page, fz_cookie &cookie)
+// then works on that part only instead of on the whole page. What comes before an error is kept.
+fz_display_list *newStepList(fz_context *context, pdf_page *page, DrawnPage &drawn,
+                             fz_cookie &cookie)
 {
     fz_display_list *list = fz_new_display_list(context, pdf_bound_page(context, page));
     fz_device *device = nullptr;
@@ -39,24 +58,21 @@ fz_display_list *newStepList(fz_context *context, pdf_page *page, fz_cookie &coo
     }
     fz_catch(context)
     {
-        fz_drop_display_list(context, list);
-        fz_rethrow(context);
+        keepError(context, drawn);
     }
     return list;
 }
 
-DrawnPage draw(fz_context *context, pdf_page *page, int width, int height, fz_cookie &cookie)
+DrawnPage draw(fz_context *context, pdf_page *page, fz_irect area, fz_cookie &cookie)
 {
-    DrawnPage drawn;
+    DrawnPage drawn{nullptr, {}};
     fz_display_list *list = nullptr;
     fz_device *device = nullptr;
-    fz_var(drawn);
     fz_var(list);
     fz_var(device);
     fz_try(context)
     {
-        const fz_irect area = fz_make_irect(0, 0, width, height);
-        list = newStepList(context, page, cookie);
+        list = newStepList(context, page, drawn, cookie);
         drawn.pixmap = fz_new_pixmap_with_bbox(context, fz_device_rgb(context), area, nullptr, 0);
         fz_clear_pixmap_with_value(context, drawn.pixmap, 0xff);
         device = fz_new_draw_device(context, fz_identity, drawn.pixmap);
@@ -71,15 +87,22 @@ DrawnPage draw(fz_context *context, pdf_page *page, int width, int height, fz_co
     }
     fz_catch(context)
     {
-        drawn.error = fz_caught_message(context);
+        keepError(context, drawn);
     }
     return drawn;
 }
 
+/// Gives a pixmap back to the library.
+struct DropPixmap
+{
+    fz_context *context;
+    void operator()(fz_pixmap *pixmap) const { fz_drop_pixmap(context, pixmap); }
+};
+
 } // namespace
 
-PageReader::PageReader(const std::string &path)
-    : m_context("pagexport"), m_file(m_context, path), m_fonts(m_context.get())
+PageReader::PageReader(const std::string &path, Warnings warnings)
+    : m_context("pagexport"), m_file(quietened(m_context, warnings), path), m_fonts(m_context.get())
 {
 }
 
@@ -149,28 +172,26 @@ std::string PageReader::readText(PageItems &items, fz_cookie &cookie)
     return error.empty() ? annotationError : error;
 }
 
-std::string PageReader::drawPicture(fz_cookie &cookie)
+Picture PageReader::drawPicture(fz_cookie &cookie)
 {
     const int width = std::max(1, toUnits(m_size.width));
     const int height = std::max(1, toUnits(m_size.height));
     if (static_cast<long long>(width) * height > mostPixels) {
-        throw ToolError(m_file.path(), "the page is too large for a picture (" +
-                                           std::to_string(width) + " x " + std::to_string(height) +
-                                           " pixels)");
+        return {{},
+                "the page is too large (" + std::to_string(width) + " x " + std::to_string(height) +
+                    " pixels)"};
     }
     if (m_page->transparency != 0 && !needsPageGroup(context(), m_page)) {
         m_page->transparency = 0;
     }
-    const DrawnPage drawn = draw(context(), m_page, width, height, cookie);
-    std::string png;
-    if (drawn.error == nullptr) {
-        png = encodePng({drawn.pixmap->samples, width, height});
+    const DrawnPage drawn = draw(context(), m_page, fz_make_irect(0, 0, width, height), cookie);
+    const std::unique_ptr<fz_pixmap, DropPixmap> pixmap(drawn.pixmap, {context()});
+    Picture picture;
+    picture.error = drawn.error.data();
+    if (pixmap && cookie.abort == 0) {
+        picture.png = encodePng({pixmap->samples, width, height});
     }
-    fz_drop_pixmap(context(), drawn.pixmap);
-    if (drawn.error != nullptr) {
-        throw ToolError(m_file.path(), std::string("the page cannot be drawn: ") + drawn.error);
-    }
-    return png;
+    return picture;
 }
 
 } // namespace tools

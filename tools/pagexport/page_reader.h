@@ -16,13 +16,23 @@ struct PageSize
     double height = 0;
 };
 
+/// A page's picture as a PNG file. Part of a page may be there in spite of an error.
+struct Picture
+{
+    std::string png;   ///< empty when there is none
+    std::string error; ///< empty when the picture is whole
+};
+
 /// One open document with what is kept from page to page. Belongs to one thread.
 class PageReader
 {
 public:
+    /// Whether the library's own warnings about the file are printed.
+    enum class Warnings { shown, silent };
+
     /// @param path the PDF file
     /// @throws ToolError when it cannot be read
-    explicit PageReader(const std::string &path);
+    PageReader(const std::string &path, Warnings warnings);
     ~PageReader();
     PageReader(const PageReader &) = delete;
     PageReader &operator=(const PageReader &) = delete;
@@ -49,9 +59,8 @@ public:
     /// Replaces @p items by the open page's text items.
     /// @return empty, or why something of the page could not be read; the rest is there
     std::string readText(PageItems &items, fz_cookie &cookie);
-    /// Draws the open page, one pixel per unit, and gives it as a PNG file.
-    /// @throws ToolError when the page is too large or cannot be drawn
-    std::string drawPicture(fz_cookie &cookie);
+    /// Draws the open page, one pixel per unit.
+    Picture drawPicture(fz_cookie &cookie);
 
 private:
     fz_context *context() const noexcept { return m_context.get(); }

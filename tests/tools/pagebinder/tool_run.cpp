@@ -1,0 +1,30 @@
+#include "tool_run.h"
+
+#include <QProcess>
+
+QString binderPath()
+{
+    return QStringLiteral(QUORLIN_BIN_DIR "/pagebinder");
+}
+
+ToolRun runBinder(const QStringList &arguments)
+{
+    QProcess process;
+    process.start(binderPath(), arguments);
+    ToolRun run;
+    if (!process.waitForFinished(60000)) {
+        process.kill();
+        process.waitForFinished();
+        return run;
+    }
+    run.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    run.output = process.readAllStandardOutput();
+    run.errors = process.readAllStandardError();
+    return run;
+}
+
+ToolRun merge(const QString &input, const QString &ranges, const QString &output)
+{
+    return runBinder(QStringList{input, "-merge"} + ranges.split(' ', Qt::SkipEmptyParts) +
+                     QStringList{"-outfile", output});
+}
