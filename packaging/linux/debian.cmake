@@ -38,4 +38,4 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 # The plug-ins are loaded by name at run time; these packages hold them, whatever the scan finds.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6gui6, libqt6network6, libqt6widgets6")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
+set(CPACK_DEBIAN_COMPRESSION_TYPE zstd)

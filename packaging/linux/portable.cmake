@@ -81,4 +81,4 @@ endfunction()
 
 configure_file(linux/metainfo.xml.in com.example.cleaver.metainfo.xml @ONLY)
 quorlin_install_shared(portable "")
-list(APPEND CPACK_GENERATOR TXZ)
+list(APPEND CPACK_GENERATOR TGZ)
