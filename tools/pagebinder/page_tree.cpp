@@ -137,15 +137,12 @@ void PageTree::walk(pdf_obj *node, int depth, std::vector<int> &path)
     }
 }
 
-pdf_obj *PageTree::inherited(pdf_obj *page, pdf_obj *key, bool *ownValue)
+pdf_obj *PageTree::inherited(pdf_obj *page, pdf_obj *key)
 {
     pdf_obj *node = page;
     for (int depth = 0; depth < deepestTree && m_source.isDictionary(node); ++depth) {
         pdf_obj *value = m_source.raw(node, key);
         if (m_source.resolve(value) != nullptr) {
-            if (ownValue != nullptr) {
-                *ownValue = depth == 0;
-            }
             return value;
         }
         node = m_source.get(node, PDF_NAME(Parent));

@@ -31,7 +31,7 @@ public:
     FoundPage find(int page);
 
     /// The value of a key that a page may take over from the nodes above it.
-    pdf_obj *inherited(pdf_obj *page, pdf_obj *key, bool *ownValue = nullptr);
+    pdf_obj *inherited(pdf_obj *page, pdf_obj *key);
 
 private:
     FoundPage descend(pdf_obj *node, int index, int depth);

@@ -35,7 +35,6 @@ public:
 
     /// A number for an object that is written later.
     int allocate();
-    int objectCount() const noexcept { return static_cast<int>(m_offsets.size()); }
 
     /// Begins object @p number; its value is appended to text().
     /// @param plain whether its strings are never encrypted

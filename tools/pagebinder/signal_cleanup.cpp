@@ -46,7 +46,7 @@ void endBySignal(int signal)
     std::raise(signal);
 }
 
-void endByOverflow(int)
+[[maybe_unused]] void endByOverflow(int)
 {
     removeHiddenFile();
     say(overflowLine.data());

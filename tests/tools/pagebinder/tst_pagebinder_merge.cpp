@@ -17,6 +17,7 @@ private slots:
     void writesInheritedAttributesOntoThePage();
     void keepsTheContentAsItStands();
     void sharedResourcesCarryNoOtherPagesPictures();
+    void aPartIsAsSmallAsItsPages();
     void keepsEveryResourceInUse();
     void formsWithoutResourcesUseThePages();
     void nestedFormsArePrunedToo();
@@ -145,6 +146,28 @@ void PageBinderMergeTest::sharedResourcesCarryNoOtherPagesPictures()
     QVERIFY(!all.contains("of page 1"));
     QVERIFY(!all.contains("of page 3"));
     QVERIFY(output->value("Root/Pages/Kids/0/Resources").contains("/ProcSet"));
+}
+
+void PageBinderMergeTest::aPartIsAsSmallAsItsPages()
+{
+    // All pages share one dictionary of 300 pictures, each page draws two of them.
+    TestPdf pdf = TestPdf::pages(300, "", "/Resources 4 0 R");
+    QByteArray pictures;
+    for (int number = 1; number <= 300; ++number) {
+        const QByteArray place = QByteArray::number(5000 + number);
+        pdf.stream(5000 + number,
+                   "/Type/XObject/Subtype/Image/Width 50/Height 50/ColorSpace/DeviceGray"
+                   "/BitsPerComponent 8",
+                   QByteArray(2500, char(number)));
+        pictures += "/Im" + QByteArray::number(number) + " " + place + " 0 R";
+        pdf.object(10 * number, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 99 99]/Contents " +
+                                    QByteArray::number(10 * number + 1) + " 0 R/Resources 4 0 R>>");
+        pdf.stream(10 * number + 1, "", "/Im" + QByteArray::number(number) + " Do /Im7 Do");
+    }
+    pdf.object(4, "<</XObject<<" + pictures + ">>>>");
+    QVERIFY(merged(pdf, "100-101"));
+    const qint64 size = QFileInfo(m_folder->filePath("out.pdf")).size();
+    QVERIFY2(size > 3 * 2500 && size < 3 * 2500 + 2500, qPrintable(QString::number(size)));
 }
 
 void PageBinderMergeTest::keepsEveryResourceInUse()

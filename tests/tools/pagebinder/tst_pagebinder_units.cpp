@@ -24,6 +24,7 @@ private slots:
     void readsCommandLines();
     void keepsShortNames();
     void shortensTheTextBeforeTheLastPart();
+    void keepsTheBaseNameWhereNoPagesFollow();
     void shortensBetweenCharacters();
     void shortensTheBaseNameWhenItIsTooLongItself();
     void namesThatDifferOnlyWhereTheyAreCutStayApart();
@@ -167,6 +168,15 @@ void PageBinderUnitsTest::shortensTheTextBeforeTheLastPart()
     QVERIFY(shortened.size() > 245);
     QVERIFY(QByteArray::fromStdString(shortened).startsWith("12 text text "));
     QVERIFY(QByteArray::fromStdString(shortened).endsWith(" report 1-3.pdf"));
+}
+
+void PageBinderUnitsTest::keepsTheBaseNameWhereNoPagesFollow()
+{
+    const std::string shortened =
+        shortenOutputName("4 " + repeated("text ", 60) + "big report.pdf", "big report", 255);
+    QVERIFY(shortened.size() <= 255);
+    QVERIFY(QByteArray::fromStdString(shortened).startsWith("4 text text "));
+    QVERIFY(QByteArray::fromStdString(shortened).endsWith(" big report.pdf"));
 }
 
 void PageBinderUnitsTest::shortensBetweenCharacters()
