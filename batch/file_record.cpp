@@ -10,7 +10,7 @@ namespace {
 QString tellingMessage(const FileRecord &record, const QString &file)
 {
     for (qsizetype index = record.toolMessages.size() - 1; index >= 0; --index) {
-        const QString reason = messageReason(record.toolMessages.at(index), file);
+        QString reason = messageReason(record.toolMessages.at(index), file);
         if (!reason.startsWith(QLatin1String("warning: "))) {
             return reason;
         }

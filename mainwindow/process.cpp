@@ -237,4 +237,3 @@ void Process::startTool(const QString &command, const char *finishedSlot)
 {
     prepareTool(command, finishedSlot)->startCommand(command, QIODevice::ReadWrite);
 }
-

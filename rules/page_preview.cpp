@@ -22,6 +22,8 @@
 #include <QUrl>
 #include <QWheelEvent>
 
+#include <utility>
+
 using namespace quorlin;
 
 namespace {
@@ -47,7 +49,8 @@ QUrl itemsUrl()
     return url;
 }
 
-/// Closes @p process without ending a tool that still runs: QProcess::close() would kill it.
+/// Lets go of @p process without ending a tool that still runs. QProcess::close() would kill it,
+/// and QIODevice::close() takes away the buffers into which the process is still read.
 void release(QProcess *process)
 {
     if (process->state() == QProcess::NotRunning) {
@@ -57,7 +60,9 @@ void release(QProcess *process)
     }
     QObject::connect(process, SIGNAL(finished(int, QProcess::ExitStatus)), process,
                      SLOT(deleteLater()));
-    process->QIODevice::close();
+    process->closeReadChannel(QProcess::StandardOutput);
+    process->closeReadChannel(QProcess::StandardError);
+    process->closeWriteChannel();
 }
 
 bool isEmptyScrollPhase(const QWheelEvent &event)
@@ -138,19 +143,20 @@ void Rules::setframeImage()
 {
     // Loaded as an image, not as a pixmap: QPixmap keeps files in a cache by name, size and second
     // of change, and would show the page before when pages are turned fast.
-    const QImage picture = pngPath.isEmpty() ? QImage() : QImage(pngPath);
+    QImage picture = pngPath.isEmpty() ? QImage() : QImage(pngPath);
     imageWidth = static_cast<float>(picture.width());
     imageHeight = static_cast<float>(picture.height());
     const QSize box = previewSize(imageWidth, imageHeight, zoomFactor);
     if (box.isEmpty()) {
         return;
     }
-    const QImage scaled = picture.scaled(box, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    if (scaled.isNull()) {
+    picture = picture.scaled(box, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    if (picture.isNull()) {
         return;
     }
-    imageLabel->setPixmap(QPixmap::fromImage(scaled));
-    imageLabel->resize(scaled.size());
+    const QSize shown = picture.size();
+    imageLabel->setPixmap(QPixmap::fromImage(std::move(picture)));
+    imageLabel->resize(shown);
     renewRuleButton();
     readItems();
 }

@@ -87,6 +87,7 @@ void Rules::drawlabels()
         auto *button = new QPushButton(imageLabel);
         itemButtons[i] = button;
         button->setAutoDefault(false);
+        button->setAccessibleName(items[i].text);
         button->setGeometry(itemFrame(items[i], zoomFactor));
         button->setFlat(true);
         button->setStyleSheet(sheet);
@@ -119,7 +120,7 @@ void Rules::textmessagebox()
     currentItem = items[picked];
     // Without a widget: it would lend the tip its style sheet.
     QToolTip::showText(cursor, positionTip(currentItem));
-    ruleButton->setText(QStringLiteral("Make it be the rule"));
+    ruleButton->setText(tr("Make it be the rule"));
     ruleButton->setGeometry(confirmGeometry(index ? frames[picked] : QRect()));
     ruleButton->raise();
     ruleButton->show();

@@ -35,6 +35,7 @@ private slots:
     void namesSpeltLikeGeneralLoseTheirValues();
     void namesWithASlashAreUsableAndTakenButNotListed();
     void programSectionsKeepWorkingUnderARuleOfTheirName();
+    void ruleNamedLikeTheListShowsItsKeysInIt();
     void takenMeansTheMarkerIsOne();
     void markerWithoutValuesReadsAsZeros();
     void missingFileIsEmptyAndStaysMissing();
@@ -225,6 +226,14 @@ void TestRuleStore::programSectionsKeepWorkingUnderARuleOfTheirName()
     QCOMPARE(settings.value("file/file").toString(), QStringLiteral("/in/a.pdf"));
     QCOMPARE(settings.value("Image/Image").toString(), QStringLiteral("Ok"));
     QCOMPARE(currentRuleName(), QStringLiteral("Annot"));
+}
+
+void TestRuleStore::ruleNamedLikeTheListShowsItsKeysInIt()
+{
+    saveRule(QStringLiteral("orbi"), invoice);
+    const QJsonObject after = readInAnotherProcess(QStringLiteral("orbi"));
+    QCOMPARE(after["names"].toArray(), QJsonArray({"hei", "orbi", "text", "wid", "xpos", "ypos"}));
+    QCOMPARE(ruleOf(after), invoice);
 }
 
 void TestRuleStore::takenMeansTheMarkerIsOne()

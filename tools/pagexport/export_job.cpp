@@ -84,9 +84,8 @@ void ExportJob::supervise()
 {
     std::unique_lock lock(m_mutex);
     while (!m_changed.wait_for(lock, tick, [this] { return m_running == 0; })) {
-        const PageWatch::Clock::time_point now = PageWatch::Clock::now();
         for (std::size_t i = 0; i < m_workers.size(); ++i) {
-            if (m_workers[i]->watch.check(now)) {
+            if (m_workers[i]->watch.check()) {
                 abandon(*m_workers[i]);
             }
         }
@@ -295,7 +294,7 @@ ExportJob::Step ExportJob::exportPage(Worker &worker, PageReader &reader, std::s
     return Step::done;
 }
 
-PageWatch::Clock::duration ExportJob::textTime() const noexcept
+PageWatch::Duration ExportJob::textTime() const noexcept
 {
     return m_expired < pagesWithFullTime ? pageTime : shortPageTime;
 }

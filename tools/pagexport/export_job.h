@@ -70,7 +70,7 @@ private:
     void setRange(int pages);
     void findPages(PageReader &reader, int statedPages);
     std::size_t workerCount() const;
-    PageWatch::Clock::duration textTime() const noexcept;
+    PageWatch::Duration textTime() const noexcept;
     void warn(int position, const std::string &reason);
 
     const ExportOptions m_options;

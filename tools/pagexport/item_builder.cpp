@@ -93,6 +93,7 @@ void ItemBuilder::add(const Glyph &glyph)
         const int code = glyph.codes[i];
         switch (codeKind(code)) {
         case CodeKind::dropped:
+            passDropped(glyph);
             break;
         case CodeKind::blank:
             noteBlank(glyph);
@@ -115,6 +116,17 @@ void ItemBuilder::noteBlank(const Glyph &glyph) noexcept
 {
     ++m_blanks;
     m_blankAdvance = std::max(m_blankAdvance, glyph.advance);
+}
+
+// A mark that is left out leaves no gap: the next letter stands behind its width.
+void ItemBuilder::passDropped(const Glyph &glyph) noexcept
+{
+    if (!m_run.empty() && m_blanks == 0) {
+        const double along = positionOf(glyph).along;
+        if (std::abs(along - m_lastEnd) < gluedGap * m_style.em) {
+            m_lastEnd = along + glyph.advance;
+        }
+    }
 }
 
 bool ItemBuilder::place(const Glyph &glyph, int code)

@@ -78,6 +78,7 @@ private:
     double widestGap(double em) const noexcept;
     void extendRun(const Glyph &glyph, int code, Position position);
     void noteBlank(const Glyph &glyph) noexcept;
+    void passDropped(const Glyph &glyph) noexcept;
     double usualGap();
     void decideBlanks();
     void glueEqualGaps();
