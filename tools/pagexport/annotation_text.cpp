@@ -115,7 +115,6 @@ std::string readOne(fz_context *context, pdf_annot *annotation, ItemBuilder &bui
                     fz_cookie *cookie)
 {
     fz_device *device = nullptr;
-    const char *error = nullptr;
     fz_var(device);
     fz_try(context)
     {
@@ -129,9 +128,9 @@ std::string readOne(fz_context *context, pdf_annot *annotation, ItemBuilder &bui
     }
     fz_catch(context)
     {
-        error = fz_caught_message(context);
+        return fz_caught_message(context);
     }
-    return error == nullptr ? std::string() : std::string(error);
+    return {};
 }
 
 } // namespace

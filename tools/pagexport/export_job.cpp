@@ -201,6 +201,10 @@ ExportJob::Step ExportJob::openDocument(Worker &worker, std::unique_ptr<PageRead
         if (pages <= 0) {
             throw ToolError(m_options.input, "has no pages");
         }
+        if (pages - mostMissingPages > reader->objectCount()) {
+            throw ToolError(m_options.input,
+                            "states more pages than it can have: " + std::to_string(pages));
+        }
         setRange(pages);
         findPages(*reader, pages);
     } catch (...) {

@@ -50,6 +50,10 @@ void exportPages(const ExportOptions &options)
     try {
         job->run();
         folder.writeIndex(job->index());
+    } catch (const std::bad_alloc &) {
+        folder.removeThisExport();
+        keepForLostThreads();
+        throw ToolError(options.input, "needs more memory than there is");
     } catch (...) {
         folder.removeThisExport();
         keepForLostThreads();

@@ -145,6 +145,8 @@ PageObjects listPageObjects(fz_context *context, pdf_document *document, int lim
     path.reserve(deepestTree);
     long long steps = limit + spareSteps;
     bool done = false;
+    fz_var(steps);
+    fz_var(done);
     while (!done) {
         fz_try(context)
         {
@@ -171,7 +173,10 @@ pdf_page *loadPage(fz_context *context, pdf_document *document, int index, int o
 {
     if (object != 0) {
         setPageMap(context, document, object);
-        return pdf_load_page(context, document, 0);
+        pdf_page *page = pdf_load_page(context, document, 0);
+        // Looked up through the map the page's object is owned twice, and given back once only.
+        pdf_drop_obj(context, page->obj);
+        return page;
     }
     dropPageMap(context, document);
     return pdf_load_page(context, document, index);
