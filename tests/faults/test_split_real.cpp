@@ -74,6 +74,7 @@ private slots:
     void aStaleInformationFileIsNotTaken();
     void settingsOfAllKinds_data();
     void settingsOfAllKinds();
+    void aPageOfVeryManyLinesIsRead();
     void rowsMayMoveDuringARun_data();
     void rowsMayMoveDuringARun();
     void splitPressedTwiceHarmsNothing();
@@ -534,6 +535,22 @@ void TestSplitReal::settingsOfAllKinds()
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), settings); // splitting changes no setting
     }
+}
+
+void TestSplitReal::aPageOfVeryManyLinesIsRead()
+{
+    const QString single =
+        bench->addStatements(QStringLiteral("single.pdf"), {QStringLiteral("A")});
+    bench->list({single});
+    bench->setOutputFolder(bench->folders.outputs());
+    bench->replaceTool(
+        QStringLiteral("pagexport"),
+        "page=\"${3%.xml}_pg_0001.htm\"\n"
+        "seq -f '<span style=\"left:5;top:%.0f;width:9;height:9\">x</span>' 300000 > \"$page\"\n"
+        "echo '<span style=\"left:108;top:123;width:9;height:9\">END</span>' >> \"$page\"\n");
+    bench->split();
+    QCOMPARE(bench->folders.outputFiles(),
+             QStringList{QStringLiteral("single/1 END single 1.pdf")});
 }
 
 void TestSplitReal::rowsMayMoveDuringARun_data()

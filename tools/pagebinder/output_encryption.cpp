@@ -17,6 +17,19 @@ void appendBytes(fz_context *, void *text, const unsigned char *data, std::size_
     static_cast<std::string *>(text)->append(reinterpret_cast<const char *>(data), size);
 }
 
+bool isPlainKey(std::string_view key)
+{
+    return key != "O" && key != "U" && key != "OE" && key != "UE" && key != "Perms" &&
+           isCopiedKey(key);
+}
+
+void writeBytes(PdfWriter &writer, std::string_view name, const unsigned char *bytes,
+                std::size_t size)
+{
+    writer.appendName(name);
+    writer.appendString({reinterpret_cast<const char *>(bytes), size});
+}
+
 } // namespace
 
 pdf_obj *OutputEncryption::dictionary()
@@ -64,12 +77,28 @@ std::string OutputEncryption::encrypt(int object, std::string_view bytes)
     return text;
 }
 
+void OutputEncryption::writeKeys(PdfWriter &writer)
+{
+    // Not from the dictionary: after a repair the library reads it again, and decrypts its strings.
+    fz_context *context = m_source.context();
+    pdf_crypt *crypt = m_source.document()->crypt;
+    const bool isLong = pdf_crypt_revision(context, crypt) >= 5;
+    writeBytes(writer, "O", pdf_crypt_owner_password(context, crypt), isLong ? 48 : 32);
+    writeBytes(writer, "U", pdf_crypt_user_password(context, crypt), isLong ? 48 : 32);
+    if (isLong) {
+        writeBytes(writer, "OE", pdf_crypt_owner_encryption(context, crypt), 32);
+        writeBytes(writer, "UE", pdf_crypt_user_encryption(context, crypt), 32);
+        writeBytes(writer, "Perms", pdf_crypt_permissions_encryption(context, crypt), 16);
+    }
+}
+
 int OutputEncryption::write(ObjectCopier &copier)
 {
     const int target = copier.writer().allocate();
     copier.writer().beginObject(target, true);
     copier.text() += "<<";
-    copier.writeEntries(dictionary(), isCopiedKey);
+    copier.writeEntries(dictionary(), isPlainKey);
+    writeKeys(copier.writer());
     copier.text() += ">>";
     copier.writer().endObject();
     return target;

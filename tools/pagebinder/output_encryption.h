@@ -31,6 +31,7 @@ public:
 
 private:
     pdf_obj *dictionary();
+    void writeKeys(PdfWriter &writer);
 
     PdfSource &m_source;
 };
