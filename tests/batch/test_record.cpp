@@ -358,6 +358,5 @@ void TestRecord::itemsAreListedInColumns()
                                "    600   1104     21     12  two  words\n");
 }
 
-Q_DECLARE_METATYPE(FileRecord)
 QTEST_GUILESS_MAIN(TestRecord)
 #include "test_record.moc"
