@@ -29,6 +29,7 @@ public:
 fz_buffer *readPage(fz_context *context, fz_document *document, int number)
 {
     fz_buffer *buffer = nullptr;
+    fz_var(buffer);
     fz_try(context)
     {
         buffer = fz_new_buffer_from_page_number(context, document, number, nullptr);
