@@ -169,6 +169,5 @@ void TestCorpusBatches::everyGroupIsRight()
     }
 }
 
-Q_DECLARE_METATYPE(CorpusFile)
 QTEST_GUILESS_MAIN(TestCorpusBatches)
 #include "test_corpus_batches.moc"
