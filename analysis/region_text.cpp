@@ -64,7 +64,7 @@ void Process::gethtm()
     getTextPosition(html);
 }
 
-void Process::getTextPosition(QString sxml)
+void Process::getTextPosition(const QString &sxml)
 {
     pageLines = quorlin::pageFileLines(sxml);
     QString text = quorlin::noTextMarker();
@@ -82,17 +82,17 @@ void Process::getTextPosition(QString sxml)
     getAlltheText();
 }
 
-Subtext Process::getSubtextInfo(QString sRow)
+Subtext Process::getSubtextInfo(const QString &sRow)
 {
     return quorlin::parseItem(sRow);
 }
 
-int Process::getpos(QString sPos, QString sRow)
+int Process::getpos(const QString &sPos, const QString &sRow)
 {
     return quorlin::styleValue(sPos, sRow);
 }
 
-QString Process::gettext(QString sRow)
+QString Process::gettext(const QString &sRow)
 {
     return quorlin::itemText(sRow);
 }

@@ -76,10 +76,10 @@ public slots:
     QStringList splitPage();                              // pipeline/page_export.cpp
     void getAlltheText();                                 // analysis/region_text.cpp
     void gethtm();                                        // analysis/region_text.cpp
-    void getTextPosition(QString sxml);                   // analysis/region_text.cpp
-    Subtext getSubtextInfo(QString sRow);                 // analysis/region_text.cpp
-    int getpos(QString sPos, QString sRow);               // analysis/region_text.cpp
-    QString gettext(QString sRow);                        // analysis/region_text.cpp
+    void getTextPosition(const QString &sxml);            // analysis/region_text.cpp
+    Subtext getSubtextInfo(const QString &sRow);          // analysis/region_text.cpp
+    int getpos(const QString &sPos, const QString &sRow); // analysis/region_text.cpp
+    QString gettext(const QString &sRow);                 // analysis/region_text.cpp
     void splitpdffile();                                  // pipeline/output_assembly.cpp
     void setlink();                                       // pipeline/page_export.cpp
     void setrowup();                                      // mainwindow/file_list.cpp

@@ -104,28 +104,31 @@ void TestPreviewGeometry::pictureIsScaledToTruncatedSides()
 
 void TestPreviewGeometry::frameLiesWhereTheItemLies_data()
 {
-    QTest::addColumn<QRect>("item");
+    QTest::addColumn<QPoint>("corner");
+    QTest::addColumn<QSize>("size");
     QTest::addColumn<float>("zoom");
     QTest::addColumn<QRect>("frame");
     const int most = std::numeric_limits<int>::max();
-    QTest::newRow("zoom 1") << QRect(72, 104, 210, 12) << 1.F << QRect(72, 104, 210, 12);
-    QTest::newRow("zoom 1.25") << QRect(72, 104, 210, 12) << 1.25F << QRect(90, 130, 262, 15);
-    QTest::newRow("zoom 0.8") << QRect(72, 104, 210, 12) << 0.8F << QRect(57, 83, 168, 9);
-    QTest::newRow("no item") << QRect(0, 0, 0, 0) << 1.25F << QRect(0, 0, 0, 0);
-    QTest::newRow("no width") << QRect(5, 5, 0, 12) << 1.F << QRect(5, 5, 0, 12);
+    QTest::newRow("zoom 1") << QPoint(72, 104) << QSize(210, 12) << 1.F << QRect(72, 104, 210, 12);
+    QTest::newRow("zoom 1.25") << QPoint(72, 104) << QSize(210, 12) << 1.25F
+                               << QRect(90, 130, 262, 15);
+    QTest::newRow("zoom 0.8") << QPoint(72, 104) << QSize(210, 12) << 0.8F << QRect(57, 83, 168, 9);
+    QTest::newRow("no item") << QPoint(0, 0) << QSize(0, 0) << 1.25F << QRect(0, 0, 0, 0);
+    QTest::newRow("no width") << QPoint(5, 5) << QSize(0, 12) << 1.F << QRect(5, 5, 0, 12);
     QTest::newRow("numbers beyond every picture")
-        << QRect(most - 1, 7, 2, 12) << 1.F << QRect(16777215, 7, 2, 12);
+        << QPoint(most - 1, 7) << QSize(2, 12) << 1.F << QRect(16777215, 7, 2, 12);
     QTest::newRow("zoom beyond every picture")
-        << QRect(72, 0, 210, 12) << std::numeric_limits<float>::infinity()
+        << QPoint(72, 0) << QSize(210, 12) << std::numeric_limits<float>::infinity()
         << QRect(16777215, 0, 16777215, 16777215);
 }
 
 void TestPreviewGeometry::frameLiesWhereTheItemLies()
 {
-    QFETCH(QRect, item);
+    QFETCH(QPoint, corner);
+    QFETCH(QSize, size);
     QFETCH(float, zoom);
     QFETCH(QRect, frame);
-    const Subtext text = place(item.x(), item.y(), item.width(), item.height());
+    const Subtext text = place(corner.x(), corner.y(), size.width(), size.height());
     QCOMPARE(itemFrame(text, zoom), frame);
 }
 

@@ -136,13 +136,15 @@ void ObjectCopier::write(pdf_obj *value, int depth)
         } else {
             m_writer.appendReference(number);
         }
-    } else if (writeScalar(value)) {
         return;
-    } else if (depth >= deepestValue || isForeign(value)) {
-        text() += "null";
-    } else if (m_source.isArray(value)) {
+    }
+    if (writeScalar(value)) {
+        return;
+    }
+    const bool isCopied = depth < deepestValue && !isForeign(value);
+    if (isCopied && m_source.isArray(value)) {
         writeArray(value, depth);
-    } else if (m_source.isDictionary(value)) {
+    } else if (isCopied && m_source.isDictionary(value)) {
         text() += "<<";
         writeEntries(value, isCopiedKey, depth);
         text() += ">>";

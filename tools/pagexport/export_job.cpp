@@ -5,6 +5,7 @@
 #include "tools/pagexport/page_html.h"
 
 #include <algorithm>
+#include <system_error>
 #include <thread>
 
 namespace tools {
@@ -119,20 +120,39 @@ void ExportJob::abandon(Worker &worker)
     }
 }
 
-// Called with the mutex held.
+// Called with the mutex held. A worker whose thread the system refuses is not kept.
 void ExportJob::startWorker(int next, int end)
 {
-    m_workers.push_back(std::make_unique<Worker>());
-    Worker &worker = *m_workers.back();
-    worker.next = next;
-    worker.end = end;
-    const bool isFirst = m_workers.size() == 1;
-    worker.thread = std::thread(
-        [this, &worker, isFirst] { isFirst ? workAsFirst(worker) : workAsOther(worker); });
+    auto worker = std::make_unique<Worker>();
+    worker->next = next;
+    worker->end = end;
+    const bool isFirst = m_workers.empty();
+    m_workers.push_back(std::move(worker));
+    Worker &started = *m_workers.back();
+    try {
+        started.thread = std::thread(
+            [this, &started, isFirst] { isFirst ? workAsFirst(started) : workAsOther(started); });
+    } catch (...) {
+        m_workers.pop_back();
+        throw;
+    }
     ++m_running;
 }
 
-void ExportJob::finishWorker(std::exception_ptr error) noexcept
+// The first worker can do all pages alone, so a refused thread costs time and no page.
+void ExportJob::startOtherWorkers()
+{
+    const std::lock_guard lock(m_mutex);
+    try {
+        while (m_workers.size() < workerCount()) {
+            startWorker(0, 0);
+        }
+    } catch (const std::system_error &) {
+        return;
+    }
+}
+
+void ExportJob::finishWorker(const std::exception_ptr &error) noexcept
 {
     const std::lock_guard lock(m_mutex);
     if (error) {
@@ -153,12 +173,7 @@ void ExportJob::workAsFirst(Worker &worker) noexcept
         if (openDocument(worker, reader) == Step::lost) {
             return;
         }
-        {
-            const std::lock_guard lock(m_mutex);
-            while (m_workers.size() < workerCount()) {
-                startWorker(0, 0);
-            }
-        }
+        startOtherWorkers();
         if (work(worker, *reader) == Step::lost) {
             return;
         }

@@ -56,7 +56,8 @@ private:
     enum class Step { done, lost };
 
     void startWorker(int next, int end);
-    void finishWorker(std::exception_ptr error) noexcept;
+    void startOtherWorkers();
+    void finishWorker(const std::exception_ptr &error) noexcept;
     void workAsFirst(Worker &worker) noexcept;
     void workAsOther(Worker &worker) noexcept;
     Step openDocument(Worker &worker, std::unique_ptr<PageReader> &reader);

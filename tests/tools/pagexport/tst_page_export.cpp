@@ -59,6 +59,7 @@ private slots:
     void unremovableLeftoverIsAnError();
     void missingFolderIsAnError();
     void fullDiskLeavesNothing();
+    void refusedThreadCostsNoPage();
     void filesAreReadableByTheirOwnerOnly();
     void awkwardNamesWork_data();
     void awkwardNamesWork();
@@ -326,6 +327,26 @@ void TestPageExport::fullDiskLeavesNothing()
     QCOMPARE(process.exitCode(), 1);
     QVERIFY(process.readAllStandardError().contains("page_pg_0004.htm"));
     QCOMPARE(run.written(), QStringList());
+}
+
+void TestPageExport::refusedThreadCostsNoPage()
+{
+    const int pages = 64;
+    ExportRun run;
+    const QString input = run.save(pagesOf(pages));
+    QProcess process; // one stack of this size fits into the tool's address space, two do not
+    process.setChildProcessModifier([] {
+        rlimit limit{};
+        getrlimit(RLIMIT_STACK, &limit);
+        limit.rlim_cur = std::min<rlim_t>(limit.rlim_max, 3'500'000'000U);
+        setrlimit(RLIMIT_STACK, &limit);
+    });
+    process.start(QUORLIN_BIN_DIR "/pagexport", {"-htmlformat", input, run.indexPath()});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 0);
+    QCOMPARE(process.readAllStandardError(), QByteArray());
+    QCOMPARE(run.written().size(), pages + 1);
 }
 
 void TestPageExport::filesAreReadableByTheirOwnerOnly()
