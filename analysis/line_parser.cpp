@@ -52,4 +52,13 @@ QStringList pageFileLines(const QString &html)
     return html.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
+QStringList pageFileLinesWithin(const QString &html)
+{
+    QStringList lines;
+    for (const QStringView line : QStringView(html).tokenize(u'\n', Qt::SkipEmptyParts)) {
+        lines.append(QString::fromRawData(line.data(), line.size()));
+    }
+    return lines;
+}
+
 } // namespace quorlin

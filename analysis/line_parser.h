@@ -30,4 +30,8 @@ Subtext parseItem(const QString &line);
 /// The lines of a page file: split at line feeds, empty lines dropped.
 QStringList pageFileLines(const QString &html);
 
+/// The same lines without copying them: they share the memory of @p html, which has to stay as it
+/// is for as long as they are used. A long file has millions of lines.
+QStringList pageFileLinesWithin(const QString &html);
+
 } // namespace quorlin

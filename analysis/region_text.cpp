@@ -7,13 +7,15 @@
 
 #include <QNetworkAccessManager>
 #include <QNetworkRequest>
-#include <QXmlStreamReader>
 
 #include <utility>
 
 void Process::getAlltheText()
 {
     pageCount = currentPageText().toInt();
+    if (currentPage == 1) {
+        pageFolder = quorlin::temporaryFolder();
+    }
     if (currentPage <= pageCount) {
         requestPage(currentPage);
         return;
@@ -42,7 +44,7 @@ void Process::readRequestedPages()
 {
     const QList<int> pages = std::exchange(requestedPages, {});
     for (const int page : pages) {
-        const QString path = quorlin::pageFilePath(quorlin::temporaryFolder(), page);
+        const QString path = quorlin::pageFilePath(pageFolder, page);
         pageReply = networkManager->get(QNetworkRequest(quorlin::pageFileUrl(path)));
         connect(pageReply, SIGNAL(finished()), this, SLOT(gethtm()));
     }
@@ -60,13 +62,15 @@ void Process::gethtm()
     }
     const QString html = QString::fromUtf8(reply->readAll());
     reply->deleteLater();
-    pageReader = std::make_unique<QXmlStreamReader>(html);
+    pageReader.clear();
+    pageReader.addData(html);
     getTextPosition(html);
 }
 
 void Process::getTextPosition(const QString &sxml)
 {
-    pageLines = quorlin::pageFileLines(sxml);
+    pageHtml = sxml;
+    pageLines = quorlin::pageFileLinesWithin(pageHtml);
     QString text = quorlin::noTextMarker();
     for (qsizetype i = 0; i < pageLines.size(); ++i) {
         const Subtext item = getSubtextInfo(pageLines.at(i));

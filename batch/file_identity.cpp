@@ -1,8 +1,6 @@
 #include "batch/file_identity.h"
 
-#include <QDateTime>
 #include <QFile>
-#include <QFileInfo>
 
 #include <sys/stat.h>
 
@@ -19,7 +17,12 @@ FileIdentity identifyFile(const QString &path)
     identity.device = static_cast<quint64>(status.st_dev);
     identity.inode = static_cast<quint64>(status.st_ino);
     identity.size = static_cast<qint64>(status.st_size);
-    identity.modified = QFileInfo(path).lastModified().toMSecsSinceEpoch();
+#ifdef Q_OS_DARWIN
+    const timespec &modified = status.st_mtimespec;
+#else
+    const timespec &modified = status.st_mtim;
+#endif
+    identity.modified = qint64{modified.tv_sec} * 1000 + modified.tv_nsec / 1000000;
     return identity;
 }
 

@@ -10,7 +10,6 @@
 #include <QNetworkAccessManager>
 #include <QPixmap>
 #include <QScreen>
-#include <QXmlStreamReader>
 
 Process::Process() : ui(std::make_unique<Ui_process>())
 {

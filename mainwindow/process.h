@@ -14,6 +14,7 @@
 #include <QStringList>
 #include <QTimer>
 #include <QWidget>
+#include <QXmlStreamReader>
 
 #include <array>
 #include <functional>
@@ -23,7 +24,6 @@ class QDragEnterEvent;
 class QDropEvent;
 class QKeyEvent;
 class QNetworkAccessManager;
-class QXmlStreamReader;
 class Rules;
 class Ui_process;
 namespace quorlin {
@@ -183,12 +183,14 @@ private:
     int currentPage = 1;               ///< next page to read, counted from 1
     QList<int> requestedPages;         ///< pages to read in the next turn of the event loop
     QTimer pageTurn;                   ///< lets the user's clicks in between two pages
+    QString pageFolder;                ///< where the page files of the file being split lie
+    QString pageHtml;                  ///< page file being parsed; its lines share its memory
     QStringList pageLines;             ///< lines of the page being parsed
     QStringList pageTexts;             ///< text at the rule's position, one entry a page
     QStringList pageRanges;            ///< pages of each output
     QStringList rangeTexts;            ///< text that names each output
     QPointer<QNetworkReply> pageReply; ///< pending read of a page file
-    std::unique_ptr<QXmlStreamReader> pageReader; ///< over the page read last; nothing reads it yet
+    QXmlStreamReader pageReader;       ///< over the page read last; nothing reads it yet
     std::array<Subtext, quorlin::maximumPageItems> pageItems; ///< items of the page being parsed
 
     // ---- pipeline/output_assembly.cpp

@@ -14,6 +14,7 @@ private slots:
     void wholeItem_data();
     void wholeItem();
     void pageFileLinesDropEmptyLinesOnly();
+    void linesWithinAPageFileAreTheSame();
 };
 
 void TestLineParser::styleValue_data()
@@ -152,6 +153,20 @@ void TestLineParser::pageFileLinesDropEmptyLinesOnly()
     QCOMPARE(quorlin::pageFileLines(QStringLiteral("\na\n\n b\n\r\n")),
              QStringList({QStringLiteral("a"), QStringLiteral(" b"), QStringLiteral("\r")}));
     QVERIFY(quorlin::pageFileLines(QString()).isEmpty());
+}
+
+void TestLineParser::linesWithinAPageFileAreTheSame()
+{
+    for (const QString &html :
+         {QString(), QStringLiteral("\n"), QStringLiteral("a"), QStringLiteral("a\nb"),
+          QStringLiteral("\na\n\n b\n\r\n"), QStringLiteral("<span>\u00e9\u4e00</span>\n\nx")}) {
+        const QStringList lines = quorlin::pageFileLinesWithin(html);
+        QCOMPARE(lines, quorlin::pageFileLines(html));
+        for (const QString &line : lines) {
+            QVERIFY(line.constData() >= html.constData());
+            QVERIFY(line.constData() + line.size() <= html.constData() + html.size());
+        }
+    }
 }
 
 QTEST_APPLESS_MAIN(TestLineParser)

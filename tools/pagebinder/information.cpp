@@ -100,7 +100,7 @@ std::string cleanValue(const std::string &value)
     return cleaned;
 }
 
-std::string describeDocument(PdfFile &file)
+std::string describeDocument(SourceFile &file)
 {
     for (int attempt = 0;; ++attempt) {
         try {
@@ -117,14 +117,15 @@ std::string describeDocument(PdfFile &file)
             appendNature(text, source);
             return text;
         } catch (const FileRepaired &) {
-            if (attempt == 2) {
+            if (attempt == 3) {
                 throw ToolError(file.path(), "is too damaged");
             }
+            file.useLibrary();
         }
     }
 }
 
-void writeInformation(PdfFile &file, const std::string &output)
+void writeInformation(SourceFile &file, const std::string &output)
 {
     const std::string text = describeDocument(file);
     AtomicOutput destination(output);

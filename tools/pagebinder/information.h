@@ -1,6 +1,7 @@
 #pragma once
 
-#include "tools/common/pdf_file.h"
+#include "tools/common/tool_error.h"
+#include "tools/pagebinder/source_file.h"
 
 #include <string>
 
@@ -9,10 +10,10 @@ namespace tools {
 /// What is known about @p file, a line a fact. The first line is "NumberOfPages: N"; no value holds
 /// a line break.
 /// @throws ToolError when the file has no pages
-std::string describeDocument(PdfFile &file);
+std::string describeDocument(SourceFile &file);
 
 /// Writes that to @p output, which appears whole or not at all.
-void writeInformation(PdfFile &file, const std::string &output);
+void writeInformation(SourceFile &file, const std::string &output);
 
 /// @p value as it may stand in a line: control characters become blanks, and a text too long for a
 /// line is cut between two characters.

@@ -16,14 +16,14 @@ namespace tools {
 namespace {
 
 constexpr long long mostPages = 1'000'000;
-constexpr int mostAttempts = 3;
+constexpr int mostAttempts = 4;
 
 /// The copying of one selection of pages. It is made anew when the library repairs the file on the
 /// way.
 class Merge
 {
 public:
-    Merge(PdfFile &file, AtomicOutput &output)
+    Merge(SourceFile &file, AtomicOutput &output)
         : m_file(file), m_source(file), m_writer(output), m_tree(m_source),
           m_copier(m_source, m_writer), m_resources(m_copier),
           m_pageWriter(m_copier, m_resources, m_tree), m_destinations(m_copier, m_tree),
@@ -46,7 +46,7 @@ private:
     void appendIdentifiers();
     void finish();
 
-    PdfFile &m_file;
+    SourceFile &m_file;
     PdfSource m_source;
     PdfWriter m_writer;
     PageTree m_tree;
@@ -221,7 +221,7 @@ void Merge::finish()
 
 } // namespace
 
-void mergePages(PdfFile &file, const std::vector<PageRange> &ranges, const std::string &output)
+void mergePages(SourceFile &file, const std::vector<PageRange> &ranges, const std::string &output)
 {
     if (countPages(ranges) > mostPages) {
         throw ToolError(file.path(), "more than 1,000,000 pages in one output are refused");
@@ -236,6 +236,7 @@ void mergePages(PdfFile &file, const std::vector<PageRange> &ranges, const std::
             if (attempt == mostAttempts) {
                 throw ToolError(file.path(), "is too damaged");
             }
+            file.useLibrary();
             destination.restart();
         }
     }

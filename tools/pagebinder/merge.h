@@ -1,7 +1,8 @@
 #pragma once
 
-#include "tools/common/pdf_file.h"
+#include "tools/common/tool_error.h"
 #include "tools/pagebinder/page_ranges.h"
+#include "tools/pagebinder/source_file.h"
 
 #include <string>
 #include <vector>
@@ -10,6 +11,6 @@ namespace tools {
 
 /// Writes the pages of @p file that @p ranges name to @p output, which appears whole or not at all.
 /// @throws ToolError when a page does not exist or the output cannot be written
-void mergePages(PdfFile &file, const std::vector<PageRange> &ranges, const std::string &output);
+void mergePages(SourceFile &file, const std::vector<PageRange> &ranges, const std::string &output);
 
 } // namespace tools

@@ -68,14 +68,14 @@ void PageTree::walkOnce(pdf_obj *root)
     }
 }
 
-FoundPage PageTree::leafAt(pdf_obj *kids, int index)
+FoundPage PageTree::leafAt(const PageKids &kids, int index)
 {
-    pdf_obj *kid = m_source.at(kids, index);
-    pdf_obj *reference = pdf_array_get(m_source.context(), kids, index);
+    const OwnedObject reference = m_source.kid(kids, index);
+    pdf_obj *kid = m_source.resolve(reference.get());
     if (isPage(kid)) {
-        return {kid, m_source.numberOf(reference), false};
+        return {kid, m_source.numberOf(reference.get()), false};
     }
-    if (pdf_is_indirect(m_source.context(), reference) && !m_source.isDictionary(kid)) {
+    if (pdf_is_indirect(m_source.context(), reference.get()) && !m_source.isDictionary(kid)) {
         return {nullptr, 0, true};
     }
     return {};
@@ -84,9 +84,9 @@ FoundPage PageTree::leafAt(pdf_obj *kids, int index)
 FoundPage PageTree::descend(pdf_obj *node, int index, int depth)
 {
     fz_context *context = m_source.context();
-    pdf_obj *kids = m_source.get(node, PDF_NAME(Kids));
+    const PageKids kids = m_source.kids(node);
     const int count = pdf_to_int(context, m_source.get(node, PDF_NAME(Count)));
-    const int length = pdf_array_len(context, kids);
+    const int length = m_source.countOf(kids);
     if (depth > deepestTree || index >= count) {
         return {};
     }
@@ -94,7 +94,7 @@ FoundPage PageTree::descend(pdf_obj *node, int index, int depth)
         return leafAt(kids, index);
     }
     for (int i = 0; i < length; ++i) {
-        pdf_obj *kid = m_source.at(kids, i);
+        pdf_obj *kid = m_source.resolve(m_source.kid(kids, i).get());
         if (!m_source.isDictionary(kid)) {
             return {};
         }
@@ -120,12 +120,12 @@ FoundPage PageTree::descend(pdf_obj *node, int index, int depth)
 
 void PageTree::walk(pdf_obj *node, int depth, std::vector<int> &path)
 {
-    fz_context *context = m_source.context();
-    pdf_obj *kids = m_source.get(node, PDF_NAME(Kids));
-    const int length = pdf_array_len(context, kids);
+    const PageKids kids = m_source.kids(node);
+    const int length = m_source.countOf(kids);
     for (int i = 0; i < length && m_pages.size() < mostPages; ++i) {
-        pdf_obj *kid = m_source.at(kids, i);
-        const int number = m_source.numberOf(pdf_array_get(context, kids, i));
+        const OwnedObject reference = m_source.kid(kids, i);
+        pdf_obj *kid = m_source.resolve(reference.get());
+        const int number = m_source.numberOf(reference.get());
         if (isPage(kid)) {
             m_pages.push_back({kid, number, false});
         } else if (m_source.isDictionary(kid) && isNode(kid) && depth < deepestTree &&

@@ -35,7 +35,7 @@ public:
 
 private:
     FoundPage descend(pdf_obj *node, int index, int depth);
-    FoundPage leafAt(pdf_obj *kids, int index);
+    FoundPage leafAt(const PageKids &kids, int index);
     void walkOnce(pdf_obj *root);
     void walk(pdf_obj *node, int depth, std::vector<int> &path);
     bool isNode(pdf_obj *node);

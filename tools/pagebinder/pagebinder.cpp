@@ -62,7 +62,7 @@ void execute(const BinderCommand &command)
         removeFile(command.output);
     }
     PdfContext context(toolName);
-    PdfFile file(context, command.input);
+    SourceFile file(context, command.input);
     if (merging) {
         mergePages(file, command.ranges, fittingOutput(command));
     } else {

@@ -86,6 +86,34 @@ int PdfSource::objectCount() const
     return pdf_xref_len(m_context, m_document);
 }
 
+PageKids PdfSource::kids(pdf_obj *node)
+{
+    if (node != nullptr && node == m_file.quickNode()) {
+        return {nullptr, &m_file.quickKids()};
+    }
+    return {get(node, PDF_NAME(Kids)), nullptr};
+}
+
+int PdfSource::countOf(const PageKids &kids) const
+{
+    return kids.numbers != nullptr ? static_cast<int>(kids.numbers->size())
+                                   : pdf_array_len(m_context, kids.array);
+}
+
+OwnedObject PdfSource::kid(const PageKids &kids, int index)
+{
+    pdf_obj *object = nullptr;
+    if (kids.numbers == nullptr) {
+        object = pdf_keep_obj(m_context, pdf_array_get(m_context, kids.array, index));
+    } else if (index >= 0 && static_cast<std::size_t>(index) < kids.numbers->size()) {
+        const int number = (*kids.numbers)[static_cast<std::size_t>(index)];
+        attempt([this, number, &object] {
+            object = pdf_new_indirect(m_context, m_document, number, 0);
+        });
+    }
+    return {object, ObjectDropper{m_context}};
+}
+
 bool PdfSource::isDictionary(pdf_obj *resolved) const
 {
     return pdf_is_dict(m_context, resolved) != 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/common/pdf_file.h"
+#include "tools/pagebinder/source_file.h"
 
 #include <functional>
 #include <memory>
@@ -14,6 +14,22 @@ struct FileRepaired
 {
 };
 
+/// The children of a node of the page tree: an array of the document, or numbers that were read
+/// without it.
+struct PageKids
+{
+    pdf_obj *array = nullptr;
+    const std::vector<int> *numbers = nullptr;
+};
+
+/// Drops a reference to an object of the library.
+struct ObjectDropper
+{
+    fz_context *context = nullptr;
+    void operator()(pdf_obj *object) const { pdf_drop_obj(context, object); }
+};
+using OwnedObject = std::unique_ptr<pdf_obj, ObjectDropper>;
+
 /// Reading access to a document. Every call of the library that can fail is made here and ends in a
 /// null object, a false or a C++ exception, so that no jump of the library ever passes a caller's
 /// frame. Objects that are handed out belong to the document and live as long as it does.
@@ -23,7 +39,10 @@ struct FileRepaired
 class PdfSource
 {
 public:
-    explicit PdfSource(PdfFile &file) : m_context(file.context()), m_document(file.document()) {}
+    explicit PdfSource(SourceFile &file)
+        : m_file(file), m_context(file.context()), m_document(file.document())
+    {
+    }
 
     fz_context *context() const noexcept { return m_context; }
     pdf_document *document() const noexcept { return m_document; }
@@ -43,6 +62,12 @@ public:
     pdf_obj *trailer() const;
     pdf_obj *catalog();
     int objectCount() const;
+
+    /// The children of a node of the page tree, which must be resolved.
+    PageKids kids(pdf_obj *node);
+    int countOf(const PageKids &kids) const;
+    /// A child as it stands in the list.
+    OwnedObject kid(const PageKids &kids, int index);
 
     bool isDictionary(pdf_obj *resolved) const;
     bool isArray(pdf_obj *resolved) const;
@@ -77,6 +102,7 @@ public:
 private:
     bool run(void (*call)(void *), void *argument);
 
+    const SourceFile &m_file;
     fz_context *m_context;
     pdf_document *m_document;
 };

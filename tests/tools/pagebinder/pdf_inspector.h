@@ -39,6 +39,6 @@ private:
     pdf_obj *find(const QByteArray &path);
 
     tools::PdfContext m_context;
-    tools::PdfFile m_file;
+    tools::SourceFile m_file;
     tools::PdfSource m_source;
 };

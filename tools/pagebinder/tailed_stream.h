@@ -1,0 +1,18 @@
+#pragma once
+
+#include <mupdf/fitz.h>
+
+#include <cstdint>
+
+namespace tools {
+
+/// A stream of the library that shows the first @p size bytes of a file followed by @p tail (at
+/// most 255 bytes). A seek to a place that is buffered already reads nothing.
+/// @param descriptor of the file; it is duplicated, the caller keeps its own
+/// @throws the library's error (to be called under fz_try)
+fz_stream *openTailedStream(fz_context *context, int descriptor, int64_t size, const char *tail);
+
+/// Lets @p stream, made by openTailedStream(), end with the file from now on. Its position is lost.
+void cutTail(fz_stream *stream);
+
+} // namespace tools
