@@ -38,7 +38,8 @@ fz_buffer *loadText(fz_context *context, pdf_document *document, int page)
 } // namespace
 
 PdfInspector::PdfInspector(const QString &path)
-    : m_context("inspector"), m_file(m_context, path.toStdString()), m_source(m_file)
+    : m_context("inspector"),
+      m_file(m_context, path.toStdString(), tools::SourceFile::Opening::byLibrary), m_source(m_file)
 {
 }
 
