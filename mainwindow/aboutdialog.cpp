@@ -25,7 +25,7 @@ AboutDialog::AboutDialog(QWidget *parent) : QDialog(parent), ui(std::make_unique
 {
     ui->setupUi(this);
     setFixedSize(size());
-    ui->label_4->setText(QString::fromLatin1(makerNotice));
+    ui->label_4->setText(tr(makerNotice));
     const QString homePage = QString::fromLatin1(homePageAddress);
     ui->label_homepage->setText(anchor(homePage, homePage));
     connect(ui->label_homepage, SIGNAL(linkActivated(QString)), this, SLOT(openMainpage(QString)));

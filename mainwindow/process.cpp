@@ -1,6 +1,7 @@
 #include "mainwindow/process.h"
 
 #include "common/folders.h"
+#include "mainwindow/plain_tip.h"
 #include "rules/rule_store.h"
 #include "rules/rules.h"
 #include "ui_process.h"
@@ -27,6 +28,7 @@ Process::Process() : ui(std::make_unique<Ui_process>())
     previewTimer = new QTimer(this);
     connect(previewTimer, SIGNAL(timeout()), this, SLOT(dopreview()));
     fitCaptions();
+    darkenCaptions();
     styleTable();
     createTableActions();
     setBackground();
@@ -97,6 +99,24 @@ void Process::fitCaptions()
             font.setStretch(--stretch);
         }
         caption->setFont(font);
+    }
+}
+
+void Process::darkenCaptions()
+{
+    // Their backgrounds are light on every desktop, so the texts must not follow a dark one.
+    QWidgetList captions = {ui->label, ui->label_2, ui->outputfolderlabel, ui->label_4,
+                            ui->label_3};
+    for (QPushButton *button : ui->frame->findChildren<QPushButton *>()) {
+        captions.append(button);
+    }
+    for (QWidget *caption : captions) {
+        QPalette colours = caption->palette();
+        for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+            colours.setColor(group, QPalette::WindowText, Qt::black);
+            colours.setColor(group, QPalette::ButtonText, Qt::black);
+        }
+        caption->setPalette(colours);
     }
 }
 
@@ -172,7 +192,11 @@ void Process::setCellText(int row, int column, const QString &text)
     if (row < 0 || row >= table->rowCount()) {
         return;
     }
-    table->setItem(row, column, new QTableWidgetItem(text));
+    auto *item = new QTableWidgetItem(text);
+    if (column == 0) {
+        item->setToolTip(quorlin::plainTip(text)); // the column is too narrow for most paths
+    }
+    table->setItem(row, column, item);
 }
 
 void Process::suspendSorting()

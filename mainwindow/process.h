@@ -96,6 +96,7 @@ private:
     void connectControls();
     void fillRuleList();
     void fitCaptions();
+    void darkenCaptions();
     void styleTable();
     void addTableAction(const QString &text, const char *slot);
     void createTableActions();

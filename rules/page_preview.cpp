@@ -123,8 +123,10 @@ void Rules::showWithoutSample()
     ui->spinBox_pagenumber->setMaximum(0);
     ui->spinBox_pagenumber->setMinimum(0);
     ui->spinBox_pagenumber->setValue(0);
-    for (QPushButton *button : {ui->pushButton_down, ui->pushButton_up, ui->pushButton_zoomin,
-                                ui->pushButton_zoomout, ui->pushButton_save}) {
+    const std::initializer_list<QPushButton *> buttons = {
+        ui->pushButton_down, ui->pushButton_up, ui->pushButton_zoomin, ui->pushButton_zoomout,
+        ui->pushButton_save};
+    for (QPushButton *button : buttons) {
         button->setEnabled(false);
     }
     ui->lineEdit_rule->setEnabled(false);

@@ -43,6 +43,7 @@ void Rules::buildPreview()
 
     scrollArea = new QScrollArea(ui->frame_back);
     scrollArea->setObjectName(QStringLiteral("scrollArea"));
+    scrollArea->setAccessibleName(tr("Page Preview"));
     scrollArea->setWidgetResizable(true);
     scrollArea->setBackgroundRole(QPalette::Dark);
     scrollArea->setWidget(imageLabel);

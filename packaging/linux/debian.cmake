@@ -19,13 +19,8 @@ install(CODE "
     file(CREATE_LINK \"${QUORLIN_QT_PLUGINS}\" \"\${home}/Plugins\" SYMBOLIC)
     file(MAKE_DIRECTORY \"\${root}/bin\")
     foreach(program ${QUORLIN_PROGRAMS})
-        # The tools keep nothing beside themselves and need no launcher.
-        if(program MATCHES \"^quorlin-\")
-            set(target ../${home}/launcher)
-        else()
-            set(target ../${home}/bin/\${program})
-        endif()
-        file(CREATE_LINK \"\${target}\" \"\${root}/bin/\${program}\" SYMBOLIC)
+        # The tools, too: CPack would count what a link leads to in the package's size again.
+        file(CREATE_LINK ../${home}/launcher \"\${root}/bin/\${program}\" SYMBOLIC)
     endforeach()
     file(GLOB pages \"\${root}/share/man/man1/*.1\")
     execute_process(COMMAND gzip -9nf \${pages} COMMAND_ERROR_IS_FATAL ANY)

@@ -205,7 +205,7 @@ void AboutDialogTest::allPicturesAreThere_data()
 {
     QTest::addColumn<QByteArray>("signature");
     const QByteArray png = "\x89PNG";
-    const QByteArray ico("\0\0\1\0\4\0", 6);
+    const QByteArray ico("\0\0\1\0\5\0", 6);
     for (const char *name : {"about.png", "add.png", "clear.png", "content32.png", "del.png",
                              "downa.png", "go_down.png", "go_up.png", "graybackgr.png",
                              "pdfcompress32.png", "segmentation.png", "setting.png", "up.png"}) {
@@ -236,7 +236,7 @@ void AboutDialogTest::iconsHaveSeveralSizes()
 {
     for (const char *name : {"alert.ico", "folder_green_open.ico", "zoom_in.ico", "zoom_out.ico"}) {
         const QIcon icon(QStringLiteral(":/iconoption/icons/") + QString::fromLatin1(name));
-        for (const int side : {16, 24, 32, 48}) {
+        for (const int side : {16, 24, 32, 48, 64}) {
             QVERIFY2(icon.availableSizes().contains(QSize(side, side)), name);
         }
     }

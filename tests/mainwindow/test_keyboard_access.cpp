@@ -1,12 +1,20 @@
+#include "mainwindow/aboutdialog.h"
 #include "mainwindow/process.h"
+#include "options/opdialog.h"
 #include "rules/rules.h"
 
+#include <QAccessible>
+#include <QComboBox>
+#include <QDesktopServices>
 #include <QDir>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextEdit>
+#include <QUrl>
 
 /// Names of the widgets in the order in which Tab reaches them, beginning with @p first.
 static QStringList tabOrder(QWidget &window, const QString &first)
@@ -24,9 +32,38 @@ static QStringList tabOrder(QWidget &window, const QString &first)
     return names;
 }
 
+/// Names of the buttons of @p window that look the same with and without the keyboard's focus.
+static QString buttonsWithoutFocusMark(QWidget &window)
+{
+    window.show();
+    window.activateWindow();
+    if (!QTest::qWaitForWindowActive(&window)) {
+        return QStringLiteral("the window is not active");
+    }
+    QTest::keyClick(&window, Qt::Key_Tab); // from here on the focus is shown
+    QString unmarked;
+    for (QPushButton *button : window.findChildren<QPushButton *>()) {
+        if (!button->isVisible() || button->autoDefault()) {
+            continue; // a dialog's default button is marked with and without the focus
+        }
+        button->setEnabled(true);
+        window.setFocus(Qt::TabFocusReason);
+        const QImage before = button->grab().toImage();
+        button->setFocus(Qt::TabFocusReason);
+        if (button->grab().toImage() == before) {
+            unmarked += button->objectName() + ' ';
+        }
+    }
+    return unmarked;
+}
+
 class TestKeyboardAccess : public QObject
 {
     Q_OBJECT
+
+public slots:
+    /// Stands in for the desktop's browser.
+    void takeLink(const QUrl &url) { opened << url.toString(); }
 
 private slots:
     void initTestCase()
@@ -74,11 +111,54 @@ private slots:
     void tabFollowsTheEyeThroughTheRuleEditor()
     {
         Rules editor;
-        const QStringList order = tabOrder(editor, QStringLiteral("pushButton_zoomout"));
-        QCOMPARE(order.mid(0, 5),
-                 QStringList({"pushButton_zoomout", "pushButton_zoomin", "pushButton_down",
-                              "pushButton_up", "spinBox_pagenumber"}));
-        QVERIFY(order.indexOf("lineEdit_rulebefore") < order.indexOf("pushButton_save"));
+        QStringList order = tabOrder(editor, QStringLiteral("pushButton_zoomout"));
+        order.removeAll(QStringLiteral("scrollArea")); // scrolls by the arrow keys
+        QCOMPARE(order, QStringList({"pushButton_zoomout", "pushButton_zoomin", "pushButton_down",
+                                     "pushButton_up", "spinBox_pagenumber", "lineEdit_rulebefore",
+                                     "pushButton_save", "lineEdit_rule", "ruleButton"}));
+    }
+
+    void aButtonShowsThatItHasTheFocus()
+    {
+        Process window;
+        QCOMPARE(buttonsWithoutFocusMark(window), QString());
+        Rules editor;
+        QCOMPARE(buttonsWithoutFocusMark(editor), QString());
+        OpDialog options;
+        QCOMPARE(buttonsWithoutFocusMark(options), QString());
+    }
+
+    void theHomePageOpensByKeyboard()
+    {
+        QDesktopServices::setUrlHandler(QStringLiteral("https"), this, "takeLink");
+        AboutDialog about;
+        about.show();
+        about.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&about));
+        auto *link = about.findChild<QWidget *>(QStringLiteral("label_homepage"));
+        for (int i = 0; i < 3 && QApplication::focusWidget() != link; ++i) {
+            QTest::keyClick(&about, Qt::Key_Tab);
+        }
+        QCOMPARE(QApplication::focusWidget(), link);
+        QTest::keyClick(link, Qt::Key_Tab); // to the link in the text
+        QCOMPARE(QApplication::focusWidget(), link);
+        QTest::keyClick(link, Qt::Key_Return);
+        QCOMPARE(opened, QStringList({"https://cleaver.example.com"}));
+        QDesktopServices::unsetUrlHandler(QStringLiteral("https"));
+    }
+
+    void escapeClosesTheDialogs()
+    {
+        AboutDialog about;
+        OpDialog options;
+        Rules editor;
+        for (QDialog *dialog : std::initializer_list<QDialog *>{&about, &options, &editor}) {
+            dialog->show();
+            QVERIFY(QTest::qWaitForWindowExposed(dialog));
+            QTest::keyClick(dialog, Qt::Key_Escape);
+            QVERIFY(dialog->isHidden());
+            QCOMPARE(dialog->result(), static_cast<int>(QDialog::Rejected));
+        }
     }
 
     void everyLabelOfAFieldIsItsBuddy_data()
@@ -107,23 +187,29 @@ private slots:
         QCOMPARE(buddy->objectName(), field);
     }
 
-    void everyControlWithoutTextHasANameForScreenReaders()
+    void screenReadersHaveANameForEveryControl()
     {
         Process window;
         Rules editor;
-        for (QWidget *parent : {static_cast<QWidget *>(&window), static_cast<QWidget *>(&editor)}) {
-            const QList<QPushButton *> buttons = parent->findChildren<QPushButton *>();
-            for (const QPushButton *button : buttons) {
-                if (button->isHidden()) {
-                    continue; // gets its text before it is shown
+        OpDialog options;
+        for (QWidget *parent : std::initializer_list<QWidget *>{&window, &editor, &options}) {
+            for (QWidget *control : parent->findChildren<QWidget *>()) {
+                const bool named = !control->objectName().isEmpty() &&
+                                   !control->objectName().startsWith("qt_") &&
+                                   (control->focusPolicy() & Qt::TabFocus) != 0;
+                // The button that makes the rule gets its text before it is shown.
+                if (!named || control->objectName() == "ruleButton") {
+                    continue;
                 }
-                QVERIFY2(!button->text().isEmpty() || !button->accessibleName().isEmpty(),
-                         qPrintable(button->objectName()));
+                QAccessibleInterface *told = QAccessible::queryAccessibleInterface(control);
+                QVERIFY2(told != nullptr && !told->text(QAccessible::Name).isEmpty(),
+                         qPrintable(control->objectName()));
             }
         }
     }
 
 private:
+    QStringList opened;
     QTemporaryDir folder;
 };
 
