@@ -131,6 +131,7 @@ private slots:
     void storedStandardStaysStandardWhenLoaded();
     void everyEditTurnsToCustom_data();
     void everyEditTurnsToCustom();
+    void editsCanBeKeptFromTurningToCustom();
     void standardResetsEverything();
     void customChangesNothing();
     void editAfterStandardTurnsToCustomAgain();
@@ -487,6 +488,19 @@ void OpDialogTest::everyEditTurnsToCustom()
         QTest::keyClick(list, Qt::Key_Space);
     }
     QVERIFY(shown(dialog, option) != before);
+    QCOMPARE(shown(dialog, ruleOf("Set/Set")), QString("1"));
+}
+
+void OpDialogTest::editsCanBeKeptFromTurningToCustom()
+{
+    OpDialog dialog;
+    open(dialog);
+    dialog.allCustomDisconnection();
+    changeEverything(dialog);
+    QCOMPARE(shown(dialog, ruleOf("Set/Set")), QString("0"));
+    QVERIFY(child(dialog, "stackedWidget_image")->isEnabled()); // its entry is not listened to
+    dialog.allCustomConnection();
+    type(dialog, "lineEdit_title", "y");
     QCOMPARE(shown(dialog, ruleOf("Set/Set")), QString("1"));
 }
 
