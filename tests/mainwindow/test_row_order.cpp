@@ -22,6 +22,10 @@ private slots:
     void movingClearsTheSortIndicator();
     void addingToASortedListMixesNothing_data();
     void addingToASortedListMixesNothing();
+    void droppingOnASortedListMixesNothing_data();
+    void droppingOnASortedListMixesNothing();
+    void aHeaderClickedWhileCountingMixesNothing_data();
+    void aHeaderClickedWhileCountingMixesNothing();
     void splittingASortedListMixesNothing_data();
     void splittingASortedListMixesNothing();
     void aHeaderClickedDuringARunMixesNothing();
@@ -197,6 +201,52 @@ void TestRowOrder::addingToASortedListMixesNothing()
     QVERIFY(rowsAreWhole(bench, files));
     QCOMPARE(bench.column(0).sliced(0, 3), shown);
     QCOMPARE(bench.column(0).sliced(3), files.sliced(3));
+}
+
+void TestRowOrder::droppingOnASortedListMixesNothing_data()
+{
+    addingToASortedListMixesNothing_data();
+}
+
+void TestRowOrder::droppingOnASortedListMixesNothing()
+{
+    QFETCH(int, column);
+    QFETCH(int, clicks);
+    WindowBench bench;
+    const QStringList files = addFamily(bench, 6);
+    bench.addFiles(files.sliced(0, 3));
+    clickHeader(bench, column, clicks);
+    const QStringList shown = bench.column(0);
+    bench.dropFiles(files.sliced(3));
+    QTRY_VERIFY(bench.controlsEnabled());
+    QVERIFY(rowsAreWhole(bench, files));
+    QCOMPARE(bench.column(0), shown + files.sliced(3));
+}
+
+void TestRowOrder::aHeaderClickedWhileCountingMixesNothing_data()
+{
+    addingToASortedListMixesNothing_data();
+}
+
+void TestRowOrder::aHeaderClickedWhileCountingMixesNothing()
+{
+    QFETCH(int, column);
+    QFETCH(int, clicks);
+    WindowBench bench;
+    const QStringList files = addFamily(bench, 5);
+    int counted = 0;
+    bench.window().progressObserver = [&](const QString &line) {
+        if (line.startsWith(QLatin1String("Loading "))) {
+            ++counted;
+            clickHeader(bench, column, clicks);
+        }
+    };
+    bench.addFiles(files);
+    QCOMPARE(counted, 5);
+    QVERIFY(rowsAreWhole(bench, files));
+    QCOMPARE(bench.column(0), files);
+    QCOMPARE(bench.table()->horizontalHeader()->sortIndicatorSection(), -1);
+    QVERIFY(bench.table()->isSortingEnabled());
 }
 
 void TestRowOrder::splittingASortedListMixesNothing_data()
