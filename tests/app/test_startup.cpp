@@ -1,3 +1,5 @@
+#include "tests/support/text_files.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -7,6 +9,8 @@
 
 #include <csignal>
 
+using quorlin::test::linesOf;
+
 namespace {
 
 struct Run
@@ -15,19 +19,6 @@ struct Run
     bool crashed = false;
     QStringList output;
 };
-
-QStringList linesOf(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
-    if (lines.last().isEmpty()) {
-        lines.removeLast();
-    }
-    return lines;
-}
 
 } // namespace
 

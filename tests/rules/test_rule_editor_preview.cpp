@@ -14,8 +14,6 @@
 
 namespace {
 
-const QList<Subtext> twoItems{{72, 104, 210, 12, "Invoice"}, {72, 200, 60, 20, "Total 5"}};
-const QList<Subtext> oneItem{{300, 40, 80, 10, "Page two"}};
 constexpr QSize sheet(400, 500);
 
 QStringList messages;
