@@ -407,6 +407,15 @@ void TestFileList::clearReconnectsThePreview()
     bench.click("openfileButton");
     bench.table()->clearSelection();
     QVERIFY(timer->isActive());
+
+    // Or by the next "Romove", which finds nothing to take.
+    bench.selectRows({0});
+    bench.click("removeButton");
+    timer->stop();
+    bench.click("removeButton");
+    bench.dropFiles({a});
+    QTRY_VERIFY(bench.controlsEnabled());
+    QVERIFY(timer->isActive());
 }
 
 void TestFileList::selectingStartsThePreviewTimer()

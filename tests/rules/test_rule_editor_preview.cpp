@@ -44,6 +44,7 @@ private slots:
     void noPagesSwitchEverythingOff_data();
     void noPagesSwitchEverythingOff();
     void noPagesKeepTheEarlierPictureWithoutFrames();
+    void documentAfterNoneBringsTheControlsBack();
     void firstPageIsExportedAndShown();
     void exportCommandIsLogged();
     void pageZeroLeavesThePageBoundsOut();
@@ -113,6 +114,27 @@ void TestRuleEditorPreview::noPagesKeepTheEarlierPictureWithoutFrames()
     QCOMPARE(scene.pictureSize(), sheet);
     QCOMPARE(scene.frames().size(), 0);
     QCOMPARE(scene.calls().size(), 1);
+}
+
+void TestRuleEditorPreview::documentAfterNoneBringsTheControlsBack()
+{
+    EditorScene scene;
+    scene.storeSample("Empty input", "0");
+    scene.open();
+    scene.editor().close();
+    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(2, sheet, oneItem, Qt::cyan);
+    scene.storeDocument(2);
+    scene.openWithFrames(2);
+    QVERIFY(scene.button("pushButton_zoomin")->isEnabled());
+    QVERIFY(scene.button("pushButton_zoomout")->isEnabled());
+    QVERIFY(scene.button("pushButton_up")->isEnabled());
+    QVERIFY(!scene.button("pushButton_save")->isEnabled()); // not before an item is confirmed
+    scene.click("pushButton_up");
+    QTRY_COMPARE(scene.frames().size(), 1);
+    scene.click("pushButton_down");
+    QTRY_COMPARE(scene.frames().size(), 2);
+    QCOMPARE(scene.calls().size(), 3);
 }
 
 void TestRuleEditorPreview::firstPageIsExportedAndShown()
