@@ -29,6 +29,8 @@ private slots:
     void splittingASortedListMixesNothing_data();
     void splittingASortedListMixesNothing();
     void aHeaderClickedDuringARunMixesNothing();
+    void sortingStaysOffUntilTheRunEnds();
+    void sortingStaysOffUntilThePagesAreCounted();
     void sortingWorksAfterwards();
 };
 
@@ -300,6 +302,68 @@ void TestRowOrder::aHeaderClickedDuringARunMixesNothing()
     QVERIFY(rowsAreWhole(bench, files));
     QCOMPARE(bench.column(3), QStringList(5, QStringLiteral("Succeed")));
     QCOMPARE(bench.table()->horizontalHeader()->sortIndicatorSection(), -1);
+}
+
+void TestRowOrder::sortingStaysOffUntilTheRunEnds()
+{
+    WindowBench bench;
+    const QStringList files = addFamily(bench, 4);
+    bench.addFiles(files.sliced(0, 3));
+    bench.setOutputFolder(bench.folders.outputs());
+    // The run waits at its first file.
+    QFile first(files.first());
+    const qint64 size = first.size();
+    const QString gate = bench.folders.temporary() + QStringLiteral("/gate");
+    QVERIFY(first.open(QIODevice::Append));
+    first.write("wait " + gate.toUtf8() + "\n");
+    first.close();
+    bench.click("runButton");
+    QTRY_COMPARE(quorlin::test::toolCalls(bench.folders.application()).size(), 4);
+    // The end of another count and a move would both let the user sort again.
+    bench.dropFiles({files.last()});
+    QTRY_VERIFY(bench.controlsEnabled());
+    QVERIFY(!bench.table()->isSortingEnabled());
+    bench.selectRows({3});
+    bench.click("pushButton_up");
+    QVERIFY(!bench.table()->isSortingEnabled());
+    clickHeader(bench, 0, 1);
+    const QStringList order = {files[0], files[1], files[3], files[2]};
+    QCOMPARE(bench.column(0), order);
+    quorlin::test::writeFile(gate, {});
+    QTRY_COMPARE(bench.paneLines().last(), QStringLiteral("Conversion Finished."));
+    QCOMPARE(bench.column(0), order);
+    QCOMPARE(bench.column(3), QStringList(4, QStringLiteral("Succeed")));
+    QVERIFY(bench.table()->isSortingEnabled());
+    QVERIFY(first.resize(size));
+    QVERIFY(rowsAreWhole(bench, files));
+}
+
+void TestRowOrder::sortingStaysOffUntilThePagesAreCounted()
+{
+    WindowBench bench;
+    const QStringList files = addFamily(bench, 3);
+    const QString gate = bench.folders.temporary() + QStringLiteral("/gate");
+    QFile first(files.first());
+    const qint64 size = first.size();
+    QVERIFY(first.open(QIODevice::Append));
+    first.write("wait " + gate.toUtf8() + "\n");
+    first.close();
+    bench.dropFiles(files);
+    QVERIFY(bench.controlsDisabled());
+    // The buttons are off, their slots are not.
+    bench.window().setrowdown();
+    bench.window().setrowup();
+    QVERIFY(!bench.table()->isSortingEnabled());
+    clickHeader(bench, 0, 1);
+    QCOMPARE(bench.column(0), files);
+    QVERIFY(first.resize(size));
+    bench.table()->item(0, 2)->setText(
+        QString::asprintf("%14.3f KB", double(first.size()) / 1000.0));
+    quorlin::test::writeFile(gate, {});
+    QTRY_VERIFY(bench.controlsEnabled());
+    QCOMPARE(bench.column(0), files);
+    QVERIFY(rowsAreWhole(bench, files));
+    QVERIFY(bench.table()->isSortingEnabled());
 }
 
 void TestRowOrder::sortingWorksAfterwards()

@@ -434,9 +434,12 @@ void TestRuleEditorPreview::wheelOverThePictureOnlyScrolls()
     // At the end of the scrolling the wheel reaches the dialog, which leaves it alone there.
     area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum());
     turnWheel(area->viewport(), QPoint(50, 50), QPoint(0, -120));
-    turnWheel(&scene.editor(), scene.find<QFrame>("frame_back")->geometry().center(),
-              QPoint(0, 120));
+    const QRect frame = scene.find<QFrame>("frame_back")->geometry();
+    turnWheel(&scene.editor(), frame.center(), QPoint(0, 120));
+    turnWheel(&scene.editor(), frame.topLeft(), QPoint(0, 120));
     QCOMPARE(scene.pictureSize(), QSize(400, 3000));
+    turnWheel(&scene.editor(), frame.topLeft() - QPoint(0, 1), QPoint(0, 120));
+    QCOMPARE(scene.pictureSize(), QSize(500, 3750));
 }
 
 void TestRuleEditorPreview::touchpadGesturesDoNotZoomByTheirEdges()
