@@ -1,10 +1,12 @@
-// Starts as the program does, sends the messages given as arguments ("warning=abc") and tells what
-// start-up left behind on standard output.
+// Starts as the program does, sends the messages given as arguments ("warning=abc"), reads the
+// pictures given as arguments ("picture=FILE") and tells what start-up left behind on standard
+// output.
 #include "app/startup.h"
 
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
+#include <QImage>
 #include <QImageReader>
 #include <QLoggingCategory>
 #include <QTextStream>
@@ -34,6 +36,9 @@ int main(int argc, char *argv[])
             qWarning("%s", text.constData());
         } else if (kind == QLatin1String("critical")) {
             qCritical("%s", text.constData());
+        } else if (kind == QLatin1String("picture")) {
+            const QImage picture = QImageReader(QFile::decodeName(text)).read();
+            out << text << (picture.isNull() ? " cannot be read" : " is read") << "\n";
         } else if (kind == QLatin1String("remove")) {
             QFile::remove(quorlin::logFilePath());
         } else if (kind == QLatin1String("fatal")) {

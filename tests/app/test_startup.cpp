@@ -1,3 +1,5 @@
+#include "tests/support/text_files.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -7,6 +9,8 @@
 
 #include <csignal>
 
+using quorlin::test::linesOf;
+
 namespace {
 
 struct Run
@@ -15,19 +19,6 @@ struct Run
     bool crashed = false;
     QStringList output;
 };
-
-QStringList linesOf(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
-    if (lines.last().isEmpty()) {
-        lines.removeLast();
-    }
-    return lines;
-}
 
 } // namespace
 
@@ -41,6 +32,7 @@ private slots:
     void theCurrentFolderIsTheApplicationFolder();
     void onlyThePluginFolderIsSearched();
     void aMissingPluginFolderGivesItsParent();
+    void thePluginFolderBringsEveryKindOfPicture();
     void everyKindOfMessageHasItsFormat();
     void loggingRulesDoNotSilenceTheLog();
     void theLogHoldsTheLastRunOnly();
@@ -118,6 +110,30 @@ void TestStartup::aMissingPluginFolderGivesItsParent()
     QVERIFY(QDir(probeFolder + QStringLiteral("/..")).rmdir(QStringLiteral("Plugins")));
     QCOMPARE(run({}).output.value(1),
              QStringLiteral("plugins=") + QFileInfo(probeFolder).absolutePath());
+}
+
+void TestStartup::thePluginFolderBringsEveryKindOfPicture()
+{
+    const QStringList pictures = {QStringLiteral(QUORLIN_ICONS_DIR "/stock-ved.jpg"),
+                                  QStringLiteral(QUORLIN_ICONS_DIR "/zoom_in.ico"),
+                                  QStringLiteral(QUORLIN_ICONS_DIR "/content32.png")};
+    QStringList arguments;
+    for (const QString &picture : pictures) {
+        arguments.append(QStringLiteral("picture=") + picture);
+    }
+    // What is built into the libraries is read without any plug-in.
+    const QStringList without = run(arguments).output.mid(4, 3);
+    const QString folder = probeFolder + QStringLiteral("/../Plugins");
+    QVERIFY(QDir().rmdir(folder));
+    QVERIFY(QFile::link(QStringLiteral(QUORLIN_BIN_DIR "/../Plugins"), folder));
+    const QStringList with = run(arguments).output.mid(4, 3);
+    QVERIFY(QFile::remove(folder));
+    QCOMPARE(without, QStringList({pictures.at(0) + QStringLiteral(" cannot be read"),
+                                   pictures.at(1) + QStringLiteral(" cannot be read"),
+                                   pictures.at(2) + QStringLiteral(" is read")}));
+    QCOMPARE(with, QStringList({pictures.at(0) + QStringLiteral(" is read"),
+                                pictures.at(1) + QStringLiteral(" is read"),
+                                pictures.at(2) + QStringLiteral(" is read")}));
 }
 
 void TestStartup::everyKindOfMessageHasItsFormat()

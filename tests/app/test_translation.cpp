@@ -1,8 +1,10 @@
 #include "app/translation.h"
 #include "mainwindow/process.h"
+#include "tests/support/modal_answer.h"
 
 #include <QDir>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -33,6 +35,23 @@ private slots:
         QCOMPARE(splitCaption(window), QStringLiteral("Teilen"));
         QCOMPARE(Process::tr("Please choose files to split."),
                  QStringLiteral("Bitte Dateien wählen."));
+    }
+
+    void onlyTheBoxOfAnEmptyListIsTranslated()
+    {
+        // The catalogue of the test before is still installed, and knows both boxes.
+        const quorlin::test::ModalAnswer modals;
+        Process window;
+        window.show();
+        window.convertbegin();
+        auto *table = window.findChild<QTableWidget *>(QStringLiteral("inputfiletableWidget"));
+        table->insertRow(0);
+        window.convertbegin();
+        QCOMPARE(modals.boxes().size(), 2);
+        QCOMPARE(modals.boxes().at(0).title, QStringLiteral("Keine Eingabe"));
+        QCOMPARE(modals.boxes().at(0).text, QStringLiteral("Bitte Dateien wählen."));
+        QCOMPARE(modals.boxes().at(1).title, QStringLiteral("Invalid order"));
+        QCOMPARE(modals.boxes().at(1).text, QStringLiteral("Please specify an output folder."));
     }
 
     void aCatalogueOfAnotherLanguageIsLeftAlone()

@@ -126,6 +126,12 @@ void TestFileList::theAddDialogRemembersItsFolder()
         [&](QFileDialog *dialog) { secondFolder = dialog->directory().absolutePath(); });
     bench.addFiles({file});
     QCOMPARE(secondFolder, bench.folders.inputs());
+
+    // Of files from several folders, the first one's is remembered.
+    const QString inner = bench.folders.inputs() + QStringLiteral("/inner");
+    QVERIFY(QDir().mkpath(inner));
+    bench.addFiles({bench.addBatch(QStringLiteral("inner/b.pdf"), {textA}), file});
+    QCOMPARE(setting(bench, "dir/input"), inner);
 }
 
 void TestFileList::aCancelledAddDialogChangesNothing()
@@ -231,6 +237,17 @@ void TestFileList::dragsNeedFilesAndAnEnabledAddButton()
     QVERIFY(!accepted(text));
     bench.widget<QPushButton>("openfileButton")->setEnabled(false);
     QVERIFY(!accepted(files));
+    bench.widget<QPushButton>("openfileButton")->setEnabled(true);
+
+    // A split refuses nothing.
+    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {textA})});
+    bench.setOutputFolder(bench.folders.outputs());
+    QList<bool> duringSplit;
+    bench.window().progressObserver = [&](const QString &) {
+        duringSplit.append(accepted(files) && !accepted(text));
+    };
+    bench.split();
+    QCOMPARE(duringSplit, QList<bool>(5, true));
 }
 
 void TestFileList::droppedPdfsAreListed()
@@ -389,6 +406,15 @@ void TestFileList::clearReconnectsThePreview()
     bench.modals.cancelNext();
     bench.click("openfileButton");
     bench.table()->clearSelection();
+    QVERIFY(timer->isActive());
+
+    // Or by the next "Romove", which finds nothing to take.
+    bench.selectRows({0});
+    bench.click("removeButton");
+    timer->stop();
+    bench.click("removeButton");
+    bench.dropFiles({a});
+    QTRY_VERIFY(bench.controlsEnabled());
     QVERIFY(timer->isActive());
 }
 

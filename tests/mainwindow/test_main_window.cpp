@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDialog>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -13,6 +14,7 @@
 #include <QNetworkAccessManager>
 #include <QPushButton>
 #include <QScreen>
+#include <QStandardPaths>
 #include <QTest>
 #include <QTextEdit>
 #include <QTimer>
@@ -69,6 +71,8 @@ private slots:
     void longRuleNamesDoNotWidenTheWindow();
     void thePreviewTimerDoesNotRunAtFirst();
     void theAboutButtonOpensTheBox();
+    void theDialogsAreMadeWithTheWindowAndShownNowhere();
+    void closingTheWindowEndsTheProgram();
     void everySlotCanBeInvokedByName_data();
     void everySlotCanBeInvokedByName();
 };
@@ -79,7 +83,9 @@ void TestMainWindow::theWindowOpensCentred()
     Process window;
     QCOMPARE(window.objectName(), QStringLiteral("process"));
     QCOMPARE(window.windowTitle(), QStringLiteral("Quorlin Cleaver"));
-    QVERIFY(!window.windowIcon().isNull());
+    const QIcon icon(QStringLiteral(":/iconoption/icons/content32.png"));
+    QVERIFY(!icon.pixmap(32, 32).isNull());
+    QCOMPARE(window.windowIcon().pixmap(32, 32).toImage(), icon.pixmap(32, 32).toImage());
     QCOMPARE(window.size(), QSize(840, 490));
     const QRect screen = QGuiApplication::screens().first()->geometry();
     QCOMPARE(window.pos(), QPoint((screen.left() + screen.right()) / 2 - 839 / 2,
@@ -259,6 +265,12 @@ void TestMainWindow::theTable()
     QCOMPARE(table->verticalHeader()->defaultSectionSize(), 18);
     QVERIFY(!table->verticalHeader()->stretchLastSection());
     QCOMPARE(table->styleSheet(), QStringLiteral("backgrouond-color:rgb(122,122,122)"));
+    QCOMPARE(table->horizontalHeader()->styleSheet(),
+             QStringLiteral("QHeaderView::section {background-color:CornflowerBlue;color: black;"
+                            "padding-left: 0px;border: 0px solid #6c6c6c;}"));
+    QCOMPARE(table->verticalHeader()->styleSheet(),
+             QStringLiteral("QHeaderView::section {background-color:GhostWhite;color: black;"
+                            "padding-left: 2px;border: 0px solid #6c6c6c;}"));
 }
 
 void TestMainWindow::thePlaceOfTheButtons()
@@ -348,12 +360,17 @@ void TestMainWindow::theBackgroundIsNotRescaled()
     WindowBench bench;
     Process &window = bench.window();
     QVERIFY(window.autoFillBackground());
+    const QImage picture =
+        QPixmap(QStringLiteral(":/iconoption/icons/stock-ved.jpg"))
+            .scaled(QSize(840, 490), Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+            .toImage();
+    QCOMPARE(picture.size(), QSize(840, 490));
     for (const QPalette::ColorGroup group :
          {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-        QCOMPARE(window.palette().brush(group, QPalette::Window).texture().size(), QSize(840, 490));
+        QCOMPARE(window.palette().brush(group, QPalette::Window).texture().toImage(), picture);
     }
     window.resize(1000, 700);
-    QCOMPARE(window.palette().brush(QPalette::Window).texture().size(), QSize(840, 490));
+    QCOMPARE(window.palette().brush(QPalette::Window).texture().toImage(), picture);
 }
 
 void TestMainWindow::connections()
@@ -378,6 +395,9 @@ void TestMainWindow::connections()
     QVERIFY(connected("aboutpushButton", SIGNAL(clicked()), SLOT(setabout1())));
     QVERIFY(connected("pushButton_up", SIGNAL(clicked()), SLOT(setrowup())));
     QVERIFY(connected("pushButton_down", SIGNAL(clicked()), SLOT(setrowdown())));
+    QTimer *timer = ProcessState::previewTimer(bench.window());
+    QVERIFY(QObject::disconnect(timer, SIGNAL(timeout()), &bench.window(), SLOT(dopreview())));
+    QVERIFY(!QObject::disconnect(timer, SIGNAL(timeout()), &bench.window(), SLOT(dopreview())));
 }
 
 void TestMainWindow::theRuleListShowsTheSavedRules()
@@ -438,7 +458,49 @@ void TestMainWindow::theAboutButtonOpensTheBox()
     });
     bench.click("aboutpushButton");
     QVERIFY(modal);
-    QVERIFY(ProcessState::dataFolderPath(bench.window()).startsWith(QLatin1Char('/')));
+    QCOMPARE(ProcessState::dataFolderPath(bench.window()),
+             QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation));
+}
+
+void TestMainWindow::theDialogsAreMadeWithTheWindowAndShownNowhere()
+{
+    WindowBench bench;
+    const auto dialogs = [] {
+        QStringList found;
+        const QWidgetList widgets = QApplication::topLevelWidgets();
+        for (const QWidget *widget : widgets) {
+            if (qobject_cast<const QDialog *>(widget) != nullptr) {
+                found.append(widget->objectName() +
+                             (widget->isVisible() ? QStringLiteral(" shown") : QString()));
+            }
+        }
+        found.sort();
+        return found;
+    };
+    QCOMPARE(dialogs(), QStringList());
+    bench.window();
+    const QStringList made = {QStringLiteral("AboutDialog"), QStringLiteral("OpDialog"),
+                              QStringLiteral("Rules")};
+    QCOMPARE(dialogs(), made);
+    bench.closeWindow();
+    QCOMPARE(dialogs(), QStringList());
+}
+
+void TestMainWindow::closingTheWindowEndsTheProgram()
+{
+    WindowBench bench;
+    Process &window = bench.window();
+    bool late = false;
+    QTimer watchdog;
+    watchdog.setSingleShot(true);
+    QObject::connect(&watchdog, &QTimer::timeout, &watchdog, [&] {
+        late = true;
+        QCoreApplication::exit(1);
+    });
+    watchdog.start(30000);
+    QTimer::singleShot(0, &window, [&] { window.close(); });
+    QCOMPARE(QApplication::exec(), 0);
+    QVERIFY(!late);
 }
 
 void TestMainWindow::everySlotCanBeInvokedByName_data()

@@ -22,9 +22,15 @@ private slots:
     void movingClearsTheSortIndicator();
     void addingToASortedListMixesNothing_data();
     void addingToASortedListMixesNothing();
+    void droppingOnASortedListMixesNothing_data();
+    void droppingOnASortedListMixesNothing();
+    void aHeaderClickedWhileCountingMixesNothing_data();
+    void aHeaderClickedWhileCountingMixesNothing();
     void splittingASortedListMixesNothing_data();
     void splittingASortedListMixesNothing();
     void aHeaderClickedDuringARunMixesNothing();
+    void sortingStaysOffUntilTheRunEnds();
+    void sortingStaysOffUntilThePagesAreCounted();
     void sortingWorksAfterwards();
 };
 
@@ -199,6 +205,52 @@ void TestRowOrder::addingToASortedListMixesNothing()
     QCOMPARE(bench.column(0).sliced(3), files.sliced(3));
 }
 
+void TestRowOrder::droppingOnASortedListMixesNothing_data()
+{
+    addingToASortedListMixesNothing_data();
+}
+
+void TestRowOrder::droppingOnASortedListMixesNothing()
+{
+    QFETCH(int, column);
+    QFETCH(int, clicks);
+    WindowBench bench;
+    const QStringList files = addFamily(bench, 6);
+    bench.addFiles(files.sliced(0, 3));
+    clickHeader(bench, column, clicks);
+    const QStringList shown = bench.column(0);
+    bench.dropFiles(files.sliced(3));
+    QTRY_VERIFY(bench.controlsEnabled());
+    QVERIFY(rowsAreWhole(bench, files));
+    QCOMPARE(bench.column(0), shown + files.sliced(3));
+}
+
+void TestRowOrder::aHeaderClickedWhileCountingMixesNothing_data()
+{
+    addingToASortedListMixesNothing_data();
+}
+
+void TestRowOrder::aHeaderClickedWhileCountingMixesNothing()
+{
+    QFETCH(int, column);
+    QFETCH(int, clicks);
+    WindowBench bench;
+    const QStringList files = addFamily(bench, 5);
+    int counted = 0;
+    bench.window().progressObserver = [&](const QString &line) {
+        if (line.startsWith(QLatin1String("Loading "))) {
+            ++counted;
+            clickHeader(bench, column, clicks);
+        }
+    };
+    bench.addFiles(files);
+    QCOMPARE(counted, 5);
+    QVERIFY(rowsAreWhole(bench, files));
+    QCOMPARE(bench.column(0), files);
+    QCOMPARE(bench.table()->horizontalHeader()->sortIndicatorSection(), -1);
+    QVERIFY(bench.table()->isSortingEnabled());
+}
+
 void TestRowOrder::splittingASortedListMixesNothing_data()
 {
     addingToASortedListMixesNothing_data();
@@ -250,6 +302,68 @@ void TestRowOrder::aHeaderClickedDuringARunMixesNothing()
     QVERIFY(rowsAreWhole(bench, files));
     QCOMPARE(bench.column(3), QStringList(5, QStringLiteral("Succeed")));
     QCOMPARE(bench.table()->horizontalHeader()->sortIndicatorSection(), -1);
+}
+
+void TestRowOrder::sortingStaysOffUntilTheRunEnds()
+{
+    WindowBench bench;
+    const QStringList files = addFamily(bench, 4);
+    bench.addFiles(files.sliced(0, 3));
+    bench.setOutputFolder(bench.folders.outputs());
+    // The run waits at its first file.
+    QFile first(files.first());
+    const qint64 size = first.size();
+    const QString gate = bench.folders.temporary() + QStringLiteral("/gate");
+    QVERIFY(first.open(QIODevice::Append));
+    first.write("wait " + gate.toUtf8() + "\n");
+    first.close();
+    bench.click("runButton");
+    QTRY_COMPARE(quorlin::test::toolCalls(bench.folders.application()).size(), 4);
+    // The end of another count and a move would both let the user sort again.
+    bench.dropFiles({files.last()});
+    QTRY_VERIFY(bench.controlsEnabled());
+    QVERIFY(!bench.table()->isSortingEnabled());
+    bench.selectRows({3});
+    bench.click("pushButton_up");
+    QVERIFY(!bench.table()->isSortingEnabled());
+    clickHeader(bench, 0, 1);
+    const QStringList order = {files[0], files[1], files[3], files[2]};
+    QCOMPARE(bench.column(0), order);
+    quorlin::test::writeFile(gate, {});
+    QTRY_COMPARE(bench.paneLines().last(), QStringLiteral("Conversion Finished."));
+    QCOMPARE(bench.column(0), order);
+    QCOMPARE(bench.column(3), QStringList(4, QStringLiteral("Succeed")));
+    QVERIFY(bench.table()->isSortingEnabled());
+    QVERIFY(first.resize(size));
+    QVERIFY(rowsAreWhole(bench, files));
+}
+
+void TestRowOrder::sortingStaysOffUntilThePagesAreCounted()
+{
+    WindowBench bench;
+    const QStringList files = addFamily(bench, 3);
+    const QString gate = bench.folders.temporary() + QStringLiteral("/gate");
+    QFile first(files.first());
+    const qint64 size = first.size();
+    QVERIFY(first.open(QIODevice::Append));
+    first.write("wait " + gate.toUtf8() + "\n");
+    first.close();
+    bench.dropFiles(files);
+    QVERIFY(bench.controlsDisabled());
+    // The buttons are off, their slots are not.
+    bench.window().setrowdown();
+    bench.window().setrowup();
+    QVERIFY(!bench.table()->isSortingEnabled());
+    clickHeader(bench, 0, 1);
+    QCOMPARE(bench.column(0), files);
+    QVERIFY(first.resize(size));
+    bench.table()->item(0, 2)->setText(
+        QString::asprintf("%14.3f KB", double(first.size()) / 1000.0));
+    quorlin::test::writeFile(gate, {});
+    QTRY_VERIFY(bench.controlsEnabled());
+    QCOMPARE(bench.column(0), files);
+    QVERIFY(rowsAreWhole(bench, files));
+    QVERIFY(bench.table()->isSortingEnabled());
 }
 
 void TestRowOrder::sortingWorksAfterwards()

@@ -1,12 +1,15 @@
 #include "opdialog_fixture.h"
 
 #include "mainwindow/aboutdialog.h"
+#include "tests/support/scratch_folders.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QGroupBox>
 #include <QLabel>
 #include <QStyleFactory>
+
+using quorlin::test::ScratchFolders;
 
 namespace {
 
@@ -82,13 +85,13 @@ private slots:
     void tabReachesEveryControl();
 
 private:
-    std::unique_ptr<ScratchFolder> scratch;
+    std::unique_ptr<ScratchFolders> scratch;
     QFont font;
 };
 
 void DialogScreenTest::init()
 {
-    scratch = std::make_unique<ScratchFolder>();
+    scratch = std::make_unique<ScratchFolders>();
     font = QApplication::font();
 }
 

@@ -3,40 +3,10 @@
 #include "options/opdialog.h"
 
 #include <QComboBox>
-#include <QDir>
-#include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
-
-/// A scratch application folder; it is the current folder as long as the object lives.
-class ScratchFolder
-{
-public:
-    ScratchFolder() : previous(QDir::currentPath()) { QDir::setCurrent(folder.path()); }
-    ~ScratchFolder() { QDir::setCurrent(previous); }
-    ScratchFolder(const ScratchFolder &) = delete;
-    ScratchFolder &operator=(const ScratchFolder &) = delete;
-
-    static QByteArray read(const QString &name)
-    {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    static void write(const QString &name, const QByteArray &bytes)
-    {
-        QFile file(name);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write(bytes), bytes.size());
-    }
-
-private:
-    QString previous;
-    QTemporaryDir folder;
-};
 
 /// The child @p name of @p dialog; fails the program when there is none.
 template <typename Widget = QWidget> Widget *child(const OpDialog &dialog, const char *name)

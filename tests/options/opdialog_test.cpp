@@ -1,8 +1,12 @@
 #include "opdialog_fixture.h"
 
 #include "options/option_rules.h"
+#include "tests/support/scratch_folders.h"
+#include "tests/support/text_files.h"
 
 #include <QCheckBox>
+#include <QDir>
+#include <QFile>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMetaMethod>
@@ -15,6 +19,9 @@
 #include <unistd.h>
 
 using namespace quorlin;
+using quorlin::test::readFile;
+using quorlin::test::ScratchFolders;
+using quorlin::test::writeFile;
 
 namespace {
 
@@ -58,7 +65,7 @@ QStringList storedLines()
 {
     QStringList lines;
     QString group;
-    for (const QByteArray &line : ScratchFolder::read("setting.ini").split('\n')) {
+    for (const QByteArray &line : readFile("setting.ini").split('\n')) {
         if (line.startsWith('[')) {
             group = QString::fromUtf8(line.mid(1, line.indexOf(']') - 1));
         } else if (line.contains('=')) {
@@ -131,6 +138,7 @@ private slots:
     void storedStandardStaysStandardWhenLoaded();
     void everyEditTurnsToCustom_data();
     void everyEditTurnsToCustom();
+    void editsCanBeKeptFromTurningToCustom();
     void standardResetsEverything();
     void customChangesNothing();
     void editAfterStandardTurnsToCustomAgain();
@@ -151,12 +159,12 @@ private slots:
     void slotsCanBeInvokedByName();
 
 private:
-    std::unique_ptr<ScratchFolder> scratch;
+    std::unique_ptr<ScratchFolders> scratch;
 };
 
 void OpDialogTest::init()
 {
-    scratch = std::make_unique<ScratchFolder>();
+    scratch = std::make_unique<ScratchFolders>();
 }
 
 void OpDialogTest::cleanup()
@@ -322,7 +330,7 @@ void OpDialogTest::storedTextsAreReadByTheirRule()
 {
     QFETCH(QByteArray, key);
     QFETCH(QByteArray, stored);
-    ScratchFolder::write("setting.ini", settingsWith(key, stored));
+    writeFile("setting.ini", settingsWith(key, stored));
     const OpDialog dialog;
     QTEST(shown(dialog, ruleOf(key)), "control");
     for (const OptionRule &rule : optionRules()) {
@@ -389,7 +397,7 @@ void OpDialogTest::everyKeyMakesTheRoundTrip()
         const OptionRule &rule = optionRules().at(static_cast<size_t>(i));
         QVERIFY2(shown(reopened, rule) == changedValues.at(i), rule.key);
     }
-    const QByteArray information = ScratchFolder::read("pdfinfo.txt");
+    const QByteArray information = readFile("pdfinfo.txt");
     QCOMPARE(information, QByteArray("[ /Title (T 1)\n /Author (A) \n /Subject (S;ubject) \n "
                                      "/Keywords (key,word) \n /Creator (\"C\") \n /Producer (P%1) "
                                      "\n /DOCINFO pdfmark"));
@@ -440,7 +448,7 @@ void OpDialogTest::uncheckedEntryDisablesItsPageAndTurnsToCustom()
 
 void OpDialogTest::uncheckedPageStartsDisabled()
 {
-    ScratchFolder::write("setting.ini", settingsWith("Fonts/Fonts", "No"));
+    writeFile("setting.ini", settingsWith("Fonts/Fonts", "No"));
     const OpDialog dialog;
     QVERIFY(!child(dialog, "stackedWidget_fonts")->isEnabled());
     QVERIFY(child(dialog, "stackedWidget_image")->isEnabled());
@@ -450,8 +458,8 @@ void OpDialogTest::uncheckedPageStartsDisabled()
 
 void OpDialogTest::storedStandardStaysStandardWhenLoaded()
 {
-    ScratchFolder::write("setting.ini",
-                         "[Set]\nSet=0\n[Image]\nColorType=0\nColorRes=96\n[Secur]\nUsrPwd=u\n");
+    writeFile("setting.ini",
+              "[Set]\nSet=0\n[Image]\nColorType=0\nColorRes=96\n[Secur]\nUsrPwd=u\n");
     const OpDialog dialog;
     QCOMPARE(shown(dialog, ruleOf("Set/Set")), QString("0"));
     QCOMPARE(shown(dialog, ruleOf("Image/ColorType")), QString("0"));
@@ -487,6 +495,19 @@ void OpDialogTest::everyEditTurnsToCustom()
         QTest::keyClick(list, Qt::Key_Space);
     }
     QVERIFY(shown(dialog, option) != before);
+    QCOMPARE(shown(dialog, ruleOf("Set/Set")), QString("1"));
+}
+
+void OpDialogTest::editsCanBeKeptFromTurningToCustom()
+{
+    OpDialog dialog;
+    open(dialog);
+    dialog.allCustomDisconnection();
+    changeEverything(dialog);
+    QCOMPARE(shown(dialog, ruleOf("Set/Set")), QString("0"));
+    QVERIFY(child(dialog, "stackedWidget_image")->isEnabled()); // its entry is not listened to
+    dialog.allCustomConnection();
+    type(dialog, "lineEdit_title", "y");
     QCOMPARE(shown(dialog, ruleOf("Set/Set")), QString("1"));
 }
 
@@ -570,13 +591,13 @@ void OpDialogTest::passwordsShowTheirWarnings()
 
 void OpDialogTest::storedPasswordsShowTheirWarnings()
 {
-    ScratchFolder::write("setting.ini", settingsWith("Secur/OwrPwd", "o"));
+    writeFile("setting.ini", settingsWith("Secur/OwrPwd", "o"));
     const OpDialog owner;
     QVERIFY(child(owner, "groupBox_warning_mark")->isHidden());
     QVERIFY(!child(owner, "groupBox_warningPDFA")->isHidden());
     QVERIFY(!child(owner, "checkBox_pdfa")->isEnabled());
 
-    ScratchFolder::write("setting.ini", settingsWith("Secur/UsrPwd", "u"));
+    writeFile("setting.ini", settingsWith("Secur/UsrPwd", "u"));
     const OpDialog user;
     QVERIFY(!child(user, "groupBox_warning_mark")->isHidden());
     QVERIFY(!child(user, "groupBox_warningPDFA")->isHidden());
@@ -616,7 +637,7 @@ void OpDialogTest::closedHidesItsResolution()
 
 void OpDialogTest::storedClosedStartsHidden()
 {
-    ScratchFolder::write("setting.ini", settingsWith("Image/GrayType", "0"));
+    writeFile("setting.ini", settingsWith("Image/GrayType", "0"));
     const OpDialog dialog;
     QVERIFY(child(dialog, "lineEdit__gry_res")->isHidden());
     QVERIFY(!child(dialog, "lineEdit_clr_res")->isHidden());
@@ -677,31 +698,30 @@ void OpDialogTest::settingsAreWrittenBeforeTheInformation()
         QFile pipe("pdfinfo.txt");
         if (pipe.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
             information = pipe.read(1);
-            settingsByThen = ScratchFolder::read("setting.ini");
+            settingsByThen = readFile("setting.ini");
             information += pipe.readAll();
         }
     });
     dialog.setop();
     reader.join();
     QVERIFY(settingsByThen.contains("Pro=xxx"));
-    QCOMPARE(settingsByThen, ScratchFolder::read("setting.ini"));
+    QCOMPARE(settingsByThen, readFile("setting.ini"));
     QVERIFY(information.endsWith(") \n /DOCINFO pdfmark"));
     QVERIFY(information.size() > 120000);
 }
 
 void OpDialogTest::informationIsReplacedAsAWhole()
 {
-    ScratchFolder::write("pdfinfo.txt", QByteArray(5000, 'x'));
+    writeFile("pdfinfo.txt", QByteArray(5000, 'x'));
     OpDialog dialog;
     dialog.writeAnnot();
-    QCOMPARE(ScratchFolder::read("pdfinfo.txt"),
+    QCOMPARE(readFile("pdfinfo.txt"),
              QByteArray("[ /Title ()\n /Author () \n /Subject () \n /Keywords () \n /Creator () "
                         "\n /Producer () \n /DOCINFO pdfmark"));
     child<QLineEdit>(dialog, "lineEdit_title")->setText(QString::fromUtf8("t%2\xc3\xa9"));
     child<QLineEdit>(dialog, "lineEdit_author")->setText("A)");
     dialog.writeAnnot();
-    QVERIFY(
-        ScratchFolder::read("pdfinfo.txt").startsWith("[ /Title (tA)\xc3\xa9)\n /Author (A)) \n"));
+    QVERIFY(readFile("pdfinfo.txt").startsWith("[ /Title (tA)\xc3\xa9)\n /Author (A)) \n"));
     QVERIFY(!QFile::exists("setting.ini"));
 }
 
@@ -713,7 +733,7 @@ void OpDialogTest::informationIsWrittenWithAnnotationUnchecked()
     QTest::keyClick(child(dialog, "listWidge_option"), Qt::Key_Space);
     QTest::mouseClick(child(dialog, "pushButton_apply"), Qt::LeftButton);
     QVERIFY(storedLines().contains("Annot/Annot=No"));
-    QVERIFY(ScratchFolder::read("pdfinfo.txt").startsWith("[ /Title ()\n"));
+    QVERIFY(readFile("pdfinfo.txt").startsWith("[ /Title ()\n"));
 }
 
 void OpDialogTest::unwritableInformationLeavesTheSettings()
@@ -730,7 +750,7 @@ void OpDialogTest::unwritableInformationLeavesTheSettings()
 
 void OpDialogTest::valuesOfOthersStay()
 {
-    ScratchFolder::write("setting.ini", "[Image]\ntext=INV-1\nxpos=72\n[dir]\ninput=/in\n");
+    writeFile("setting.ini", "[Image]\ntext=INV-1\nxpos=72\n[dir]\ninput=/in\n");
     OpDialog dialog;
     dialog.setop();
     const QStringList lines = storedLines();
@@ -745,7 +765,7 @@ void OpDialogTest::reloadingShowsTheFileAgain()
     OpDialog dialog;
     open(dialog);
     type(dialog, "lineEdit_author", "x");
-    ScratchFolder::write("setting.ini", "[Set]\nSet=0\n[Image]\nMonoRes=600\n");
+    writeFile("setting.ini", "[Set]\nSet=0\n[Image]\nMonoRes=600\n");
     dialog.setallowshow();
     QCOMPARE(shown(dialog, ruleOf("Set/Set")), QString("0"));
     QCOMPARE(shown(dialog, ruleOf("Image/MonoRes")), QString("600"));

@@ -23,7 +23,7 @@ private slots:
     void onlyClosedHasNoResolution();
     void writtenTextIsReadBack();
     void keysAndControlsAreUnique();
-    void keysStandInWritingOrder();
+    void everyOptionHasItsKeyControlAndDefaults();
 };
 
 void OptionRulesTest::indexOutOfRangeFallsBack_data()
@@ -175,19 +175,67 @@ void OptionRulesTest::keysAndControlsAreUnique()
     QCOMPARE(controls.size(), optionCount);
 }
 
-void OptionRulesTest::keysStandInWritingOrder()
+void OptionRulesTest::everyOptionHasItsKeyControlAndDefaults()
 {
-    QByteArray keys;
-    for (const OptionRule &rule : optionRules()) {
-        keys += QByteArray(rule.key) + ' ';
+    // Key, control, how it is read, what an absent key stands for, what "Standard" sets. The keys
+    // stand in the order in which they are written.
+    const char *const expected[] = {
+        "Set/Set comboBox_generalsettings general 0 0",
+        "Image/Image Image on Ok Ok",
+        "Image/ColorType comboBox_clr_down_type below 4 3 3",
+        "Image/ColorRes lineEdit_clr_res filled 150 150",
+        "Image/ColorEnc comboBox_clr_compress below 3 1 1",
+        "Image/GrayType comboBox_gry_down_type below 4 3 3",
+        "Image/GrayRes lineEdit__gry_res filled 150 150",
+        "Image/GrayEnc comboBox_gry_compress below 3 1 1",
+        "Image/MonoType comboBox__mno_down_type below 4 3 3",
+        "Image/MonoRes lineEdit_mno_res filled 300 300",
+        "Image/MonoEnc comboBox_mno_compress below 5 4 4",
+        "Fonts/Fonts Fonts on Ok Ok",
+        "Fonts/Embed checkBox_embedallfonts on Ok Ok",
+        "Fonts/Com checkBox_compressfonts on Ok Ok",
+        "Fonts/Sub checkBox_subset on Ok Ok",
+        "Secur/Secur Security on Ok Ok",
+        "Secur/UsrPwd lineEdit_userpassword text - -",
+        "Secur/OwrPwd lineEdit_ownerpassword text - -",
+        "Secur/AllowPri checkBox_allow_print on Ok No",
+        "Secur/AllowMod checkBox_allow_modcontents on Ok No",
+        "Secur/AllowCop checkBox_allow_copy on Ok No",
+        "Secur/AllowAdd checkBox_allow_add on Ok No",
+        "Annot/Annot Annotation on Ok Ok",
+        "Annot/PDFA checkBox_pdfa off No No",
+        "Annot/Aut lineEdit_author text - -",
+        "Annot/Tit lineEdit_title text - -",
+        "Annot/Sub lineEdit_subject text - -",
+        "Annot/Key lineEdit_keywords text - -",
+        "Annot/Cre lineEdit_creator text - -",
+        "Annot/Pro lineEdit_producer text - -",
+    };
+    const auto kind = [](const OptionRule &rule) {
+        switch (rule.kind) {
+        case OptionKind::GeneralSetting:
+            return QByteArray("general");
+        case OptionKind::OnUnlessNo:
+            return QByteArray("on");
+        case OptionKind::OffUnlessOk:
+            return QByteArray("off");
+        case OptionKind::Index:
+            return "below " + QByteArray::number(rule.limit);
+        case OptionKind::Resolution:
+            return QByteArray("filled");
+        case OptionKind::Text:
+            return QByteArray("text");
+        }
+        return QByteArray();
+    };
+    const auto shown = [](const char *text) { return *text == '\0' ? "-" : text; };
+    QCOMPARE(qsizetype(std::size(expected)), qsizetype(optionCount));
+    for (std::size_t i = 0; i < std::size(expected); ++i) {
+        const OptionRule &rule = optionRules().at(i);
+        const QByteArray found = QByteArray(rule.key) + ' ' + rule.control + ' ' + kind(rule) +
+                                 ' ' + shown(rule.fallback) + ' ' + shown(rule.standard);
+        QCOMPARE(found, QByteArray(expected[i]));
     }
-    QCOMPARE(keys,
-             QByteArray("Set/Set Image/Image Image/ColorType Image/ColorRes Image/ColorEnc "
-                        "Image/GrayType Image/GrayRes Image/GrayEnc Image/MonoType Image/MonoRes "
-                        "Image/MonoEnc Fonts/Fonts Fonts/Embed Fonts/Com Fonts/Sub Secur/Secur "
-                        "Secur/UsrPwd Secur/OwrPwd Secur/AllowPri Secur/AllowMod Secur/AllowCop "
-                        "Secur/AllowAdd Annot/Annot Annot/PDFA Annot/Aut Annot/Tit Annot/Sub "
-                        "Annot/Key Annot/Cre Annot/Pro "));
 }
 
 QTEST_GUILESS_MAIN(OptionRulesTest)

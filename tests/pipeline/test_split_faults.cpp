@@ -126,8 +126,9 @@ void TestSplitFaults::anUnwritableOutputFolderFails()
 void TestSplitFaults::rowsRemovedDuringARunStopIt()
 {
     WindowBench bench;
-    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {a}),
-                    bench.addBatch(QStringLiteral("b.pdf"), {b})});
+    const QString first = bench.addBatch(QStringLiteral("a.pdf"), {a});
+    const QString second = bench.addBatch(QStringLiteral("b.pdf"), {b});
+    bench.addFiles({first, second});
     bench.setOutputFolder(bench.folders.outputs());
     bench.window().progressObserver = [&](const QString &line) {
         if (line.startsWith(QLatin1String("Generating "))) {
@@ -139,6 +140,17 @@ void TestSplitFaults::rowsRemovedDuringARunStopIt()
     QCOMPARE(bench.modals.boxes().first().title, QStringLiteral("Empty input"));
     QCOMPARE(ProcessState::currentRow(bench.window()), 1);
     QVERIFY(!bench.paneLines().contains(QStringLiteral("Conversion Finished.")));
+
+    // With files in the list again the next press goes on at the second row, and judges the row
+    // before it by the output made last.
+    bench.window().progressObserver = nullptr;
+    bench.addFiles({first, second});
+    const qsizetype before = bench.paneLines().size();
+    bench.split();
+    QCOMPARE(bench.paneLines().at(before), second);
+    QCOMPARE(bench.column(3), QStringList(2, QStringLiteral("Succeed")));
+    QCOMPARE(bench.folders.outputFiles(),
+             QStringList({QStringLiteral("a/1 A a 1.pdf"), QStringLiteral("b/1 B b 1.pdf")}));
 }
 
 void TestSplitFaults::aMovedOutputFolderStopsARun()
@@ -199,6 +211,11 @@ void TestSplitFaults::aSecondPressStartsASecondChain()
     QTRY_VERIFY_WITH_TIMEOUT(quiet(), 60000);
     QVERIFY(presses > 0);
     QCOMPARE(bench.table()->rowCount(), 3);
+    // A press starts the file of the current row once more.
+    const QStringList calls = quorlin::test::toolCalls(bench.folders.application());
+    const auto exports =
+        calls.filter(QStringLiteral("pagexport [-htmlformat] [%1]").arg(bench.cell(0, 0)));
+    QVERIFY2(exports.size() > 1, qPrintable(calls.join(QLatin1Char('\n'))));
 }
 
 void TestSplitFaults::filesAddedDuringARunAreSplitToo()
@@ -255,9 +272,7 @@ void TestSplitFaults::closingTheWindowEndsTheTools()
     QFETCH(QString, stage);
     WindowBench bench;
     const QString gate = bench.folders.temporary() + QStringLiteral("/never");
-    // During the analysis the window must be closed before the last page is read.
-    const std::size_t pages = stage == QLatin1String("analysis") ? 1000 : 4;
-    const QByteArray orders = quorlin::test::ordersFor(quorlin::test::PageTexts(pages, a)).toUtf8();
+    const QByteArray orders = quorlin::test::ordersFor(quorlin::test::PageTexts(4, a)).toUtf8();
     const QByteArray waiting = orders + "wait " + gate.toUtf8() + "\n";
     const QString file = bench.folders.addInput(QStringLiteral("a.pdf"), orders);
     if (stage == QLatin1String("count")) {

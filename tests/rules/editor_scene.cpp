@@ -1,31 +1,18 @@
 #include "editor_scene.h"
 
-#include "common/folders.h"
 #include "common/settings_text.h"
+#include "tests/support/text_files.h"
 
 #include <QCursor>
 #include <QDir>
 #include <QFile>
 #include <QImage>
-#include <QMessageBox>
 #include <QSettings>
 #include <QTest>
-#include <QTimer>
+
+using quorlin::test::writeFile;
 
 namespace {
-
-void write(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    QVERIFY2(file.open(QIODevice::WriteOnly | QIODevice::Truncate), qPrintable(path));
-    file.write(content);
-}
-
-QByteArray read(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 // Copies the prepared page named by -f beside the output file.
 const char toolScript[] = R"(#!/bin/sh
@@ -49,31 +36,17 @@ exit 0
 
 } // namespace
 
-ToolBench::ToolBench() : formerFolder(QDir::currentPath()), formerTmp(qgetenv("TMPDIR"))
+ToolBench::ToolBench()
 {
-    qputenv("TMPDIR", QFile::encodeName(scratch.path()));
-    QDir::setCurrent(application.path());
-    quorlin::setApplicationFolder(application.path());
-    QDir(application.path()).mkdir(QStringLiteral("canned"));
-    write(document(), "%PDF-1.4\n");
+    QDir(applicationPath()).mkdir(QStringLiteral("canned"));
+    writeFile(document(), "%PDF-1.4\n");
     writeTool(QStringLiteral("pagexport"), toolScript);
-}
-
-ToolBench::~ToolBench()
-{
-    quorlin::setApplicationFolder(QString());
-    QDir::setCurrent(formerFolder);
-    if (formerTmp.isEmpty()) {
-        qunsetenv("TMPDIR");
-    } else {
-        qputenv("TMPDIR", formerTmp);
-    }
 }
 
 void ToolBench::writeTool(const QString &tool, const QByteArray &script)
 {
-    const QString path = application.filePath(tool);
-    write(path, script);
+    const QString path = applicationPath() + QLatin1Char('/') + tool;
+    writeFile(path, script);
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
@@ -92,7 +65,7 @@ void ToolBench::addPageText(int page, QSize size, const QByteArray &text, Qt::Gl
     picture.fill(colour);
     // Uncompressed, so that pictures of one size have files of one size.
     QVERIFY(picture.save(canned(QString::number(page) + ".png"), "PNG", 100));
-    write(canned(QString::number(page) + ".htm"), text);
+    writeFile(canned(QString::number(page) + ".htm"), text);
 }
 
 void ToolBench::removePicture(int page)
@@ -120,7 +93,7 @@ void ToolBench::storeDocument(int pageCount)
 void ToolBench::failExports(bool fail)
 {
     if (fail) {
-        write(canned(QStringLiteral("fail")), "");
+        writeFile(canned(QStringLiteral("fail")), "");
     } else {
         QFile::remove(canned(QStringLiteral("fail")));
     }
@@ -129,19 +102,19 @@ void ToolBench::failExports(bool fail)
 void ToolBench::holdExports()
 {
     QFile::remove(canned(QStringLiteral("go")));
-    write(canned(QStringLiteral("hold")), "");
+    writeFile(canned(QStringLiteral("hold")), "");
 }
 
 void ToolBench::releaseExports()
 {
-    write(canned(QStringLiteral("go")), "");
+    writeFile(canned(QStringLiteral("go")), "");
 }
 
 void ToolBench::useRealTools(const QString &folder)
 {
     // By links, because the tools' own folder may serve other tests at the same time.
     for (const char *tool : {"pagexport", "pagebinder"}) {
-        const QString link = application.filePath(QString::fromLatin1(tool));
+        const QString link = applicationPath() + QLatin1Char('/') + QString::fromLatin1(tool);
         QFile::remove(link);
         QVERIFY(QFile::link(folder + QLatin1Char('/') + QLatin1String(tool), link));
     }
@@ -149,13 +122,12 @@ void ToolBench::useRealTools(const QString &folder)
 
 void ToolBench::removeTool()
 {
-    QVERIFY(QFile::remove(application.filePath(QStringLiteral("pagexport"))));
+    QVERIFY(QFile::remove(applicationPath() + QStringLiteral("/pagexport")));
 }
 
 QStringList ToolBench::calls() const
 {
-    const QString text = QString::fromUtf8(read(application.filePath(QStringLiteral("calls.txt"))));
-    return text.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    return quorlin::test::linesOf(applicationPath() + QStringLiteral("/calls.txt"));
 }
 
 EditorScene::EditorScene() : EditorScene(std::make_unique<Rules>()) {}
@@ -235,7 +207,7 @@ QString ToolBench::setting(const QString &key)
 
 QByteArray ToolBench::settingsFile() const
 {
-    return read(application.filePath(quorlin::settingsFileName()));
+    return quorlin::test::readFile(folders.settingsFile());
 }
 
 QByteArray itemLine(const Subtext &item)
@@ -248,26 +220,3 @@ QByteArray itemLine(const Subtext &item)
         .arg(item.text)
         .toUtf8();
 }
-
-BoxAnswer::BoxAnswer()
-{
-    auto timer = std::make_unique<QTimer>();
-    timer->setInterval(10);
-    QObject::connect(timer.get(), &QTimer::timeout, timer.get(), [this, clock = timer.get()] {
-        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-        if (box == nullptr || !box->isVisible()) {
-            return;
-        }
-        clock->stop();
-        shown = true;
-        title = box->windowTitle();
-        text = box->text();
-        icon = box->icon();
-        buttons = int(box->buttons().size());
-        QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
-    });
-    timer->start();
-    watcher = std::move(timer);
-}
-
-BoxAnswer::~BoxAnswer() = default;

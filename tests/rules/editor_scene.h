@@ -1,6 +1,7 @@
 #pragma once
 
 #include "rules/rules.h"
+#include "tests/support/scratch_folders.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -11,19 +12,20 @@
 #include <QSize>
 #include <QSpinBox>
 #include <QStringList>
-#include <QTemporaryDir>
 
 #include <memory>
 
-/// A fresh application folder and a fresh scratch folder with a page export tool that copies
-/// prepared pages and notes every call.
+/// Items of a first page, on a sheet of 400 x 500 and larger ones.
+inline const QList<Subtext> twoItems{{72, 104, 210, 12, QStringLiteral("INV-1")},
+                                     {72, 200, 60, 20, QStringLiteral("Total 5")}};
+/// The item of another page.
+inline const QList<Subtext> oneItem{{300, 40, 80, 10, QStringLiteral("Page two")}};
+
+/// Fresh folders with a page export tool that copies prepared pages and notes every call.
 class ToolBench
 {
 public:
     ToolBench();
-    ~ToolBench();
-    ToolBench(const ToolBench &) = delete;
-    ToolBench &operator=(const ToolBench &) = delete;
 
     // ---- the document
     /// Prepares page @p page: a picture of @p size in one colour and one line per item.
@@ -38,7 +40,7 @@ public:
     /// storeSample() with the document itself.
     void storeDocument(int pageCount);
     /// Path of the sample document, which exists.
-    QString document() const { return application.filePath(QStringLiteral("sample.pdf")); }
+    QString document() const { return applicationPath() + QStringLiteral("/sample.pdf"); }
 
     // ---- the tool
     /// Lets the tool end without writing anything.
@@ -59,16 +61,13 @@ public:
     static QString setting(const QString &key);
     /// The settings file as it stands on disk.
     QByteArray settingsFile() const;
-    QString applicationPath() const { return application.path(); }
-    QString scratchPath() const { return scratch.path(); }
+    QString applicationPath() const { return folders.application(); }
+    QString scratchPath() const { return folders.temporary(); }
 
 private:
-    QString canned(const QString &name) const { return application.filePath("canned/" + name); }
+    QString canned(const QString &name) const { return applicationPath() + "/canned/" + name; }
 
-    QTemporaryDir application;
-    QTemporaryDir scratch;
-    QString formerFolder;
-    QByteArray formerTmp;
+    quorlin::test::ScratchFolders folders;
 };
 
 /// A rule editor as a user sees and handles it: widgets by name, frames by place, clicks.
@@ -124,20 +123,3 @@ private:
 
 /// A page file line of @p item.
 QByteArray itemLine(const Subtext &item);
-
-/// Waits, from the event loop, for the next message box, notes its title and text and clicks Ok.
-class BoxAnswer
-{
-public:
-    BoxAnswer();
-    ~BoxAnswer();
-
-    bool shown = false;
-    QString title;
-    QString text;
-    int icon = 0;
-    int buttons = 0;
-
-private:
-    std::unique_ptr<QObject> watcher;
-};

@@ -16,7 +16,6 @@
 
 namespace {
 
-const QList<Subtext> twoItems{{72, 104, 210, 12, "INV-1"}, {72, 200, 60, 20, "Total 5"}};
 constexpr QSize sheet(500, 500);
 
 // Tells three pages of every document.

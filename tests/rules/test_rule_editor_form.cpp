@@ -33,7 +33,9 @@ void TestRuleEditorForm::dialogHasItsTitleSizeAndPlace()
     const auto *dialog = scene.picture()->window();
     QCOMPARE(dialog->objectName(), QStringLiteral("Rules"));
     QCOMPARE(dialog->windowTitle(), QStringLiteral("Rule"));
-    QVERIFY(!dialog->windowIcon().isNull());
+    const QIcon icon(":/iconoption/icons/content32.png");
+    QVERIFY(!icon.pixmap(32, 32).isNull());
+    QCOMPARE(dialog->windowIcon().pixmap(32, 32).toImage(), icon.pixmap(32, 32).toImage());
     QCOMPARE(dialog->size(), QSize(626, 669));
     const QSize screen = QGuiApplication::primaryScreen()->geometry().size();
     QCOMPARE(dialog->pos(), QPoint(screen.width() / 2 - 313, screen.height() / 2 - 334));

@@ -14,8 +14,6 @@
 
 namespace {
 
-const QList<Subtext> twoItems{{72, 104, 210, 12, "Invoice"}, {72, 200, 60, 20, "Total 5"}};
-const QList<Subtext> oneItem{{300, 40, 80, 10, "Page two"}};
 constexpr QSize sheet(400, 500);
 
 QStringList messages;
@@ -46,6 +44,7 @@ private slots:
     void noPagesSwitchEverythingOff_data();
     void noPagesSwitchEverythingOff();
     void noPagesKeepTheEarlierPictureWithoutFrames();
+    void documentAfterNoneBringsTheControlsBack();
     void firstPageIsExportedAndShown();
     void exportCommandIsLogged();
     void pageZeroLeavesThePageBoundsOut();
@@ -115,6 +114,27 @@ void TestRuleEditorPreview::noPagesKeepTheEarlierPictureWithoutFrames()
     QCOMPARE(scene.pictureSize(), sheet);
     QCOMPARE(scene.frames().size(), 0);
     QCOMPARE(scene.calls().size(), 1);
+}
+
+void TestRuleEditorPreview::documentAfterNoneBringsTheControlsBack()
+{
+    EditorScene scene;
+    scene.storeSample("Empty input", "0");
+    scene.open();
+    scene.editor().close();
+    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(2, sheet, oneItem, Qt::cyan);
+    scene.storeDocument(2);
+    scene.openWithFrames(2);
+    QVERIFY(scene.button("pushButton_zoomin")->isEnabled());
+    QVERIFY(scene.button("pushButton_zoomout")->isEnabled());
+    QVERIFY(scene.button("pushButton_up")->isEnabled());
+    QVERIFY(!scene.button("pushButton_save")->isEnabled()); // not before an item is confirmed
+    scene.click("pushButton_up");
+    QTRY_COMPARE(scene.frames().size(), 1);
+    scene.click("pushButton_down");
+    QTRY_COMPARE(scene.frames().size(), 2);
+    QCOMPARE(scene.calls().size(), 3);
 }
 
 void TestRuleEditorPreview::firstPageIsExportedAndShown()
@@ -414,9 +434,12 @@ void TestRuleEditorPreview::wheelOverThePictureOnlyScrolls()
     // At the end of the scrolling the wheel reaches the dialog, which leaves it alone there.
     area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum());
     turnWheel(area->viewport(), QPoint(50, 50), QPoint(0, -120));
-    turnWheel(&scene.editor(), scene.find<QFrame>("frame_back")->geometry().center(),
-              QPoint(0, 120));
+    const QRect frame = scene.find<QFrame>("frame_back")->geometry();
+    turnWheel(&scene.editor(), frame.center(), QPoint(0, 120));
+    turnWheel(&scene.editor(), frame.topLeft(), QPoint(0, 120));
     QCOMPARE(scene.pictureSize(), QSize(400, 3000));
+    turnWheel(&scene.editor(), frame.topLeft() - QPoint(0, 1), QPoint(0, 120));
+    QCOMPARE(scene.pictureSize(), QSize(500, 3750));
 }
 
 void TestRuleEditorPreview::touchpadGesturesDoNotZoomByTheirEdges()

@@ -1,6 +1,7 @@
 #include "editor_scene.h"
 
 #include "rules/rule_store.h"
+#include "tests/support/modal_answer.h"
 
 #include <QMessageBox>
 #include <QSignalSpy>
@@ -8,7 +9,6 @@
 
 namespace {
 
-const QList<Subtext> twoItems{{72, 104, 210, 12, "INV-1"}, {72, 200, 60, 20, "Total 5"}};
 constexpr QSize sheet(500, 500);
 
 } // namespace
@@ -73,13 +73,15 @@ void TestRuleEditorSaving::emptyNameIsRefused()
     EditorScene scene;
     openAndConfirm(scene);
     const QByteArray before = scene.settingsFile();
-    BoxAnswer box;
+    const quorlin::test::ModalAnswer modals;
     scene.click("pushButton_save");
-    QVERIFY(box.shown);
+    QCOMPARE(modals.boxes().size(), 1);
+    const quorlin::test::ShownBox &box = modals.boxes().first();
     QCOMPARE(box.title, QStringLiteral("Empty Rule Name"));
     QCOMPARE(box.text, QStringLiteral("Please input rule name"));
     QCOMPARE(box.icon, int(QMessageBox::Warning));
-    QCOMPARE(box.buttons, 1);
+    QCOMPARE(box.buttons, QStringList{"OK"});
+    QCOMPARE(box.parent, &scene.editor());
     QVERIFY(scene.editor().isVisible());
     QCOMPARE(scene.settingsFile(), before);
     QCOMPARE(scene.field("lineEdit_rulebefore")->text(), QStringLiteral("(72 104 210 12)=INV-1"));
@@ -92,13 +94,15 @@ void TestRuleEditorSaving::takenNameIsRefused()
     openAndConfirm(scene);
     const QByteArray before = scene.settingsFile();
     scene.typeName("Invoice");
-    BoxAnswer box;
+    const quorlin::test::ModalAnswer modals;
     scene.click("pushButton_save");
-    QVERIFY(box.shown);
+    QCOMPARE(modals.boxes().size(), 1);
+    const quorlin::test::ShownBox &box = modals.boxes().first();
     QCOMPARE(box.title, QStringLiteral("Existed Rule Name"));
     QCOMPARE(box.text, QStringLiteral("The rule name has been used, Please input another one"));
     QCOMPARE(box.icon, int(QMessageBox::Warning));
-    QCOMPARE(box.buttons, 1);
+    QCOMPARE(box.buttons, QStringList{"OK"});
+    QCOMPARE(box.parent, &scene.editor());
     QVERIFY(scene.editor().isVisible());
     QCOMPARE(scene.settingsFile(), before);
     QCOMPARE(scene.field("lineEdit_rule")->text(), QStringLiteral("Invoice"));
@@ -138,6 +142,11 @@ void TestRuleEditorSaving::namesAreTakenAsTyped_data()
     QTest::newRow("a blank alone") << " ";
     QTest::newRow("comma, quote, percent") << "a,\"b\" 50%";
     QTest::newRow("slash") << "2024/05";
+    QTest::newRow("a slash alone") << "/";
+    QTest::newRow("slashes around") << "/a/";
+    QTest::newRow("place-holder") << "%1 %n";
+    QTest::newRow("the name of the list") << "orbi";
+    QTest::newRow("the name of the rule saved last") << "currule";
     QTest::newRow("a program section") << "dir";
     QTest::newRow("General") << "General";
 }

@@ -51,26 +51,4 @@ bool toolsRanOneAtATime(const QString &folder)
     return !lines.isEmpty();
 }
 
-QStringList linesOf(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
-    if (lines.last().isEmpty()) {
-        lines.removeLast();
-    }
-    return lines;
-}
-
-void writeFile(const QString &path, const QByteArray &text)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        qFatal("%s cannot be written", qPrintable(path));
-    }
-    file.write(text);
-}
-
 } // namespace quorlin::test

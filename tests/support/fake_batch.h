@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/text_files.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -25,11 +27,5 @@ QStringList toolCalls(const QString &folder);
 
 /// Whether no run of a tool began before the one before it had ended.
 bool toolsRanOneAtATime(const QString &folder);
-
-/// Lines of the text file @p path without line feeds; empty when it cannot be read.
-QStringList linesOf(const QString &path);
-
-/// Writes @p text into the file @p path, replacing what it held.
-void writeFile(const QString &path, const QByteArray &text);
 
 } // namespace quorlin::test

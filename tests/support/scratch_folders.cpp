@@ -2,7 +2,7 @@
 
 #include "common/folders.h"
 #include "rules/rule_store.h"
-#include "tests/support/fake_batch.h"
+#include "tests/support/text_files.h"
 
 #include <QDir>
 #include <QDirIterator>
