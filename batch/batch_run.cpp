@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QTableWidget>
+#include <QTextEdit>
 
 #include <utility>
 
@@ -116,6 +117,8 @@ void BatchRun::followLine(const QString &line)
         break;
     case Step::FileBegins:
         QFile::remove(exportIndexPath());
+        // Nobody reads the pane, which would grow with the list.
+        widgetOf<QTextEdit>(*window, "textEdit_process").clear();
         methods.setCurrentIndex(plan.method);
         break;
     case Step::SkipFile:

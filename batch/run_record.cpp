@@ -11,9 +11,9 @@ constexpr qsizetype maximumMessages = 100;
 
 /// Names a file whatever its path is spelt like, so that two spellings of one name on a disk that
 /// ignores case count as the same output.
-QString identityKey(const FileIdentity &identity)
+OutputKey identityKey(const FileIdentity &identity)
 {
-    return QString::number(identity.device) + u':' + QString::number(identity.inode);
+    return {identity.device, identity.inode};
 }
 
 } // namespace

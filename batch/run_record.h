@@ -10,6 +10,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <utility>
 
 namespace quorlin::batch {
 
@@ -29,6 +30,9 @@ enum class Step {
     SkipFile,   ///< the export failed: let no output be made of what is not there
     RunDone
 };
+
+/// Device and inode of an output.
+using OutputKey = std::pair<quint64, quint64>;
 
 /// Follows a run by its progress lines and keeps, for every file, what became of it. It decides,
 /// and touches nothing: the disk is seen through DiskView.
@@ -78,7 +82,7 @@ private:
     QString outputPath;
     FileIdentity outputBefore;
     /// Outputs made so far and the files they belong to, to see one being replaced.
-    QHash<QString, qsizetype> madeOutputs;
+    QHash<OutputKey, qsizetype> madeOutputs;
     ProgressLine last;
 };
 

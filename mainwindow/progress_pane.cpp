@@ -25,8 +25,9 @@ void ProgressPane::addLine(const QString &line)
     holdScreen();
     // QTextEdit::append() would take a path with "<" or "&" for rich text.
     QTextCursor cursor(edit->document());
-    cursor.movePosition(QTextCursor::End);
+    // Outside an edit block every move lays the line out, which costs more memory than its text.
     cursor.beginEditBlock();
+    cursor.movePosition(QTextCursor::End);
     if (!edit->document()->isEmpty()) {
         cursor.insertBlock();
     }

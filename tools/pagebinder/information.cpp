@@ -110,6 +110,10 @@ std::string describeDocument(SourceFile &file)
             if (pages <= 0) {
                 throw ToolError(file.path(), "has no pages");
             }
+            if (pages - mostPagesBeyondObjects > source.objectCount()) {
+                throw ToolError(file.path(),
+                                "states more pages than it can have: " + std::to_string(pages));
+            }
             std::string text;
             appendLine(text, "NumberOfPages", std::to_string(pages));
             appendTexts(text, source);

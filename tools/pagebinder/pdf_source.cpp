@@ -35,18 +35,22 @@ bool PdfSource::run(void (*call)(void *), void *argument)
     return code == FZ_ERROR_NONE;
 }
 
+pdf_obj *PdfSource::load(int number)
+{
+    pdf_obj *loaded = nullptr;
+    const bool isLoaded = number > 0 && attempt([this, number, &loaded] {
+                              loaded = pdf_cache_object(m_context, m_document, number)->obj;
+                          });
+    return isLoaded ? loaded : nullptr;
+}
+
 pdf_obj *PdfSource::resolve(pdf_obj *object)
 {
     for (int step = 0; pdf_is_indirect(m_context, object); ++step) {
         if (step == longestReferenceChain) {
             return nullptr;
         }
-        const int number = pdf_to_num(m_context, object);
-        pdf_obj *loaded = nullptr;
-        const bool done = number > 0 && attempt([this, number, &loaded] {
-                              loaded = pdf_cache_object(m_context, m_document, number)->obj;
-                          });
-        object = done ? loaded : nullptr;
+        object = load(pdf_to_num(m_context, object));
     }
     return object;
 }
@@ -100,18 +104,22 @@ int PdfSource::countOf(const PageKids &kids) const
                                    : pdf_array_len(m_context, kids.array);
 }
 
-OwnedObject PdfSource::kid(const PageKids &kids, int index)
+pdf_obj *PdfSource::kidAt(const PageKids &kids, int index)
 {
-    pdf_obj *object = nullptr;
     if (kids.numbers == nullptr) {
-        object = pdf_keep_obj(m_context, pdf_array_get(m_context, kids.array, index));
-    } else if (index >= 0 && static_cast<std::size_t>(index) < kids.numbers->size()) {
-        const int number = (*kids.numbers)[static_cast<std::size_t>(index)];
-        attempt([this, number, &object] {
-            object = pdf_new_indirect(m_context, m_document, number, 0);
-        });
+        return at(kids.array, index);
     }
-    return {object, ObjectDropper{m_context}};
+    return resolve(load((*kids.numbers)[static_cast<std::size_t>(index)]));
+}
+
+int PdfSource::kidNumber(const PageKids &kids, int index)
+{
+    if (kids.numbers == nullptr) {
+        return numberOf(pdf_array_get(m_context, kids.array, index));
+    }
+    const int number = (*kids.numbers)[static_cast<std::size_t>(index)];
+    const int further = numberOf(load(number));
+    return further != 0 ? further : number;
 }
 
 bool PdfSource::isDictionary(pdf_obj *resolved) const
@@ -134,11 +142,7 @@ int PdfSource::numberOf(pdf_obj *object)
     int number = 0;
     for (int step = 0; pdf_is_indirect(m_context, object) && step < longestReferenceChain; ++step) {
         number = pdf_to_num(m_context, object);
-        pdf_obj *loaded = nullptr;
-        attempt([this, number, &loaded] {
-            loaded = pdf_cache_object(m_context, m_document, number)->obj;
-        });
-        object = loaded;
+        object = load(number);
     }
     return number;
 }

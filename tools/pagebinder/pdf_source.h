@@ -22,14 +22,6 @@ struct PageKids
     const std::vector<int> *numbers = nullptr;
 };
 
-/// Drops a reference to an object of the library.
-struct ObjectDropper
-{
-    fz_context *context = nullptr;
-    void operator()(pdf_obj *object) const { pdf_drop_obj(context, object); }
-};
-using OwnedObject = std::unique_ptr<pdf_obj, ObjectDropper>;
-
 /// Reading access to a document. Every call of the library that can fail is made here and ends in a
 /// null object, a false or a C++ exception, so that no jump of the library ever passes a caller's
 /// frame. Objects that are handed out belong to the document and live as long as it does.
@@ -63,11 +55,14 @@ public:
     pdf_obj *catalog();
     int objectCount() const;
 
+    using Kids = PageKids;
     /// The children of a node of the page tree, which must be resolved.
-    PageKids kids(pdf_obj *node);
-    int countOf(const PageKids &kids) const;
-    /// A child as it stands in the list.
-    OwnedObject kid(const PageKids &kids, int index);
+    Kids kids(pdf_obj *node);
+    int countOf(const Kids &kids) const;
+    /// A child, resolved; null where it cannot be loaded.
+    pdf_obj *kidAt(const Kids &kids, int index);
+    /// Its object number, 0 where it stands in the list itself.
+    int kidNumber(const Kids &kids, int index);
 
     bool isDictionary(pdf_obj *resolved) const;
     bool isArray(pdf_obj *resolved) const;
@@ -100,6 +95,7 @@ public:
     }
 
 private:
+    pdf_obj *load(int number);
     bool run(void (*call)(void *), void *argument);
 
     const SourceFile &m_file;

@@ -8,6 +8,7 @@
 #include <array>
 #include <climits>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
@@ -18,6 +19,8 @@ namespace {
 // A signal handler may touch nothing but plain memory and a few system calls.
 std::array<char, PATH_MAX> hiddenFile{};
 volatile std::sig_atomic_t hiddenFileExists = 0;
+constexpr std::uintptr_t belowStackEnd = 64U * 1024U;
+constexpr std::uintptr_t largestFrame = 1024U * 1024U;
 std::array<char, 512> overflowLine{};
 std::array<char, 512> timeLine{};
 
@@ -46,11 +49,44 @@ void endBySignal(int signal)
     std::raise(signal);
 }
 
-[[maybe_unused]] void endByOverflow(int)
+/// Where the interrupted code's stack ended; 0 on machines where that is not known.
+std::uintptr_t stackPointer(const void *context)
+{
+    const auto *state = static_cast<const ucontext_t *>(context);
+#if defined(__linux__) && defined(__x86_64__)
+    return static_cast<std::uintptr_t>(state->uc_mcontext.gregs[REG_RSP]);
+#elif defined(__linux__) && defined(__aarch64__)
+    return static_cast<std::uintptr_t>(state->uc_mcontext.sp);
+#elif defined(__APPLE__) && defined(__x86_64__)
+    return static_cast<std::uintptr_t>(state->uc_mcontext->__ss.__rsp);
+#elif defined(__APPLE__) && defined(__aarch64__)
+    return static_cast<std::uintptr_t>(state->uc_mcontext->__ss.__sp);
+#else
+    static_cast<void>(state);
+    return 0;
+#endif
+}
+
+// A stack that has grown too far faults where it is being written: next to its own end. All the
+// memory above that end is there, so no stray pointer faults at such a place.
+bool isOverflow(const siginfo_t &information, const void *context)
+{
+    const std::uintptr_t end = stackPointer(context);
+    const auto address = reinterpret_cast<std::uintptr_t>(information.si_addr);
+    return information.si_code > 0 && end != 0 && address + belowStackEnd >= end &&
+           address < end + largestFrame;
+}
+
+[[maybe_unused]] void endByFault(int signal, siginfo_t *information, void *context)
 {
     removeHiddenFile();
-    say(overflowLine.data());
-    _exit(exitInputError);
+    if (isOverflow(*information, context)) {
+        say(overflowLine.data());
+        _exit(exitInputError);
+    }
+    // A fault of our own is seen as the crash it is.
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
 }
 
 void fillLine(std::array<char, 512> &line, const std::string &input, const char *reason)
@@ -73,6 +109,26 @@ void handle(int signal, void (*handler)(int), int flags)
     action.sa_flags = flags;
     sigemptyset(&action.sa_mask);
     sigaction(signal, &action, nullptr);
+}
+
+[[maybe_unused]] void handleFaults()
+{
+    static std::array<char, 65536> handlerStack;
+    stack_t stack{};
+    stack.ss_sp = handlerStack.data();
+    stack.ss_size = handlerStack.size();
+    if (sigaltstack(&stack, nullptr) != 0) {
+        return;
+    }
+    struct sigaction action
+    {
+    };
+    action.sa_sigaction = endByFault;
+    action.sa_flags = SA_ONSTACK | SA_SIGINFO;
+    sigemptyset(&action.sa_mask);
+    for (const int signal : {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT}) {
+        sigaction(signal, &action, nullptr);
+    }
 }
 
 void handleUnlessIgnored(int signal)
@@ -98,13 +154,7 @@ void removeHiddenFileOnSignals(const std::string &input)
     handleUnlessIgnored(SIGXCPU);
     handle(SIGXFSZ, SIG_IGN, 0);
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-    static std::array<char, 16384> handlerStack;
-    stack_t stack{};
-    stack.ss_sp = handlerStack.data();
-    stack.ss_size = handlerStack.size();
-    if (sigaltstack(&stack, nullptr) == 0) {
-        handle(SIGSEGV, endByOverflow, SA_ONSTACK);
-    }
+    handleFaults();
 #endif
 }
 

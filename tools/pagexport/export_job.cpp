@@ -1,5 +1,6 @@
 #include "tools/pagexport/export_job.h"
 
+#include "tools/common/page_lookup.h"
 #include "tools/common/report.h"
 #include "tools/pagexport/geometry.h"
 #include "tools/pagexport/page_html.h"
@@ -12,11 +13,9 @@ namespace tools {
 
 namespace {
 
-constexpr int pagesLookedUpSingly = 4;
 constexpr int pagesPerStep = 8;
 constexpr std::size_t mostWorkers = 8;
 constexpr std::size_t pagesPerWorker = 8;
-constexpr int mostMissingPages = 10000;
 constexpr int mostPageWarnings = 10;
 constexpr std::chrono::milliseconds tick{50};
 constexpr std::chrono::seconds openTime{60};
@@ -212,16 +211,16 @@ ExportJob::Step ExportJob::openDocument(Worker &worker, std::unique_ptr<PageRead
     worker.watch.begin(cookie, openTime);
     try {
         reader = std::make_unique<PageReader>(m_options.input, PageReader::Warnings::shown);
-        const int pages = reader->statedPageCount();
+        const int pages = reader->pageCount();
         if (pages <= 0) {
             throw ToolError(m_options.input, "has no pages");
         }
-        if (pages - mostMissingPages > reader->objectCount()) {
+        if (pages - mostPagesBeyondObjects > reader->objectCount()) {
             throw ToolError(m_options.input,
                             "states more pages than it can have: " + std::to_string(pages));
         }
         setRange(pages);
-        findPages(*reader, pages);
+        m_objects = reader->findPageObjects(m_first, static_cast<int>(m_records.size()));
     } catch (...) {
         error = std::current_exception();
     }
@@ -245,28 +244,6 @@ void ExportJob::setRange(int pages)
     }
     m_first = static_cast<int>(first) - 1;
     m_records.resize(static_cast<std::size_t>(last - first + 1));
-}
-
-void ExportJob::findPages(PageReader &reader, int statedPages)
-{
-    const std::size_t wanted = m_records.size();
-    if (wanted <= pagesLookedUpSingly) {
-        for (std::size_t i = 0; i < wanted; ++i) {
-            m_objects.push_back(reader.findPageObject(m_first + static_cast<int>(i)));
-        }
-        if (std::find(m_objects.begin(), m_objects.end(), 0) == m_objects.end()) {
-            return;
-        }
-    }
-    const int most = std::min(statedPages, reader.objectCount() + mostMissingPages);
-    PageObjects all = reader.listPageObjects(most);
-    if (statedPages - static_cast<long long>(all.size()) > mostMissingPages) {
-        throw ToolError(m_options.input, "states " + std::to_string(statedPages) +
-                                             " pages and has " + std::to_string(all.size()));
-    }
-    all.resize(static_cast<std::size_t>(statedPages), 0);
-    const auto begin = all.begin() + m_first;
-    m_objects.assign(begin, begin + static_cast<std::ptrdiff_t>(wanted));
 }
 
 std::size_t ExportJob::workerCount() const

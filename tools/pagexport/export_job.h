@@ -69,7 +69,6 @@ private:
     void supervise();
     void abandon(Worker &worker);
     void setRange(int pages);
-    void findPages(PageReader &reader, int statedPages);
     std::size_t workerCount() const;
     PageWatch::Duration textTime() const noexcept;
     void warn(int position, const std::string &reason);

@@ -112,21 +112,6 @@ PageReader::~PageReader()
     dropPageMap(context(), document());
 }
 
-int PageReader::statedPageCount()
-{
-    int count = 0;
-    fz_var(count);
-    fz_try(context())
-    {
-        count = pdf_count_pages(context(), document());
-    }
-    fz_catch(context())
-    {
-        count = 0;
-    }
-    return count;
-}
-
 int PageReader::objectCount()
 {
     return pdf_xref_len(context(), document());
@@ -136,6 +121,9 @@ std::string PageReader::openPage(int index, int object)
 {
     closePage();
     m_fonts.trim();
+    if (object == unreadablePage) {
+        return "cannot be read";
+    }
     fz_try(context())
     {
         m_page = loadPage(context(), document(), index, object);

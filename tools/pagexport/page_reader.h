@@ -37,17 +37,17 @@ public:
     PageReader(const PageReader &) = delete;
     PageReader &operator=(const PageReader &) = delete;
 
-    /// Number of pages as the document states it; may be wrong in a damaged file.
-    int statedPageCount();
+    /// Number of pages; may be far too large in a file that lies.
+    int pageCount() { return countPages(m_file); }
     /// Number of objects the document may have; it cannot have many more pages.
     int objectCount();
-    int findPageObject(int index) { return tools::findPageObject(context(), document(), index); }
-    PageObjects listPageObjects(int limit)
+    /// The objects of @p count pages from page @p first (0-based) on.
+    PageObjects findPageObjects(int first, int count)
     {
-        return tools::listPageObjects(context(), document(), limit);
+        return tools::findPageObjects(m_file, first, count);
     }
 
-    /// Opens page @p index (0-based); @p object as listPageObjects() gives it. The page open before
+    /// Opens page @p index (0-based); @p object as findPageObjects() gives it. The page open before
     /// is closed.
     /// @return empty, or why the page cannot be loaded
     std::string openPage(int index, int object);

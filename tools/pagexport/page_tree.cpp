@@ -1,106 +1,118 @@
 #include "tools/pagexport/page_tree.h"
 
-#include <algorithm>
+#include "tools/common/page_lookup.h"
+
 #include <cstddef>
 
 namespace tools {
 
 namespace {
 
-constexpr int deepestTree = 200;
-constexpr long long spareSteps = 1000000; // beyond the pages wanted; a tree may fan out without any
+constexpr int longestReferenceChain = 10;
+constexpr int mostRepairs = 2;
 
-/// A node being walked: its kids and the next of them to visit.
-struct OpenNode
+/// Thrown when the library had to rebuild the cross-reference table on the way: what was read so
+/// far may be stale.
+struct TreeRepaired
 {
-    pdf_obj *kids;
-    int number;
-    int next;
-    int count;
 };
 
-bool isBranch(fz_context *context, pdf_obj *node)
+/// Access to the document's objects for the look-up of pages.
+class TreeSource
 {
-    pdf_obj *type = pdf_dict_get(context, node, PDF_NAME(Type));
-    if (type != nullptr) {
-        return pdf_name_eq(context, type, PDF_NAME(Pages)) != 0;
+public:
+    TreeSource(fz_context *context, pdf_document *document)
+        : m_context(context), m_document(document)
+    {
     }
-    return pdf_dict_get(context, node, PDF_NAME(Kids)) != nullptr &&
-           pdf_dict_get(context, node, PDF_NAME(MediaBox)) == nullptr;
-}
 
-pdf_obj *rootNode(fz_context *context, pdf_document *document)
-{
-    return pdf_dict_getp(context, pdf_trailer(context, document), "Root/Pages");
-}
-
-OpenNode opened(fz_context *context, pdf_obj *node)
-{
-    pdf_obj *kids = pdf_dict_get(context, node, PDF_NAME(Kids));
-    return {kids, pdf_to_num(context, node), 0, pdf_array_len(context, kids)};
-}
-
-// The kid that holds page "index" of the node's pages; "index" becomes its place among the kid's
-// own. Null when the counts do not add up.
-pdf_obj *kidWithPage(fz_context *context, pdf_obj *node, int &index)
-{
-    pdf_obj *kids = pdf_dict_get(context, node, PDF_NAME(Kids));
-    const int length = pdf_array_len(context, kids);
-    if (length == pdf_dict_get_int(context, node, PDF_NAME(Count))) {
-        pdf_obj *kid = pdf_array_get(context, kids, index);
-        if (isBranch(context, kid)) {
-            return nullptr; // an empty branch and a larger one may hide behind equal numbers
-        }
-        index = 0;
-        return kid;
+    fz_context *context() const noexcept { return m_context; }
+    int objectCount() const { return pdf_xref_len(m_context, m_document); }
+    pdf_obj *catalog() { return get(pdf_trailer(m_context, m_document), PDF_NAME(Root)); }
+    pdf_obj *get(pdf_obj *dictionary, pdf_obj *key)
+    {
+        return resolve(pdf_dict_get(m_context, resolve(dictionary), key));
     }
-    for (int i = 0; i < length; ++i) {
-        pdf_obj *kid = pdf_array_get(context, kids, i);
-        const int pages =
-            isBranch(context, kid) ? pdf_dict_get_int(context, kid, PDF_NAME(Count)) : 1;
-        if (pages < 0) {
+    using Kids = pdf_obj *;
+    Kids kids(pdf_obj *node) { return get(node, PDF_NAME(Kids)); }
+    int countOf(Kids kids) const { return pdf_array_len(m_context, kids); }
+    pdf_obj *kidAt(Kids kids, int index) { return resolve(pdf_array_get(m_context, kids, index)); }
+    int kidNumber(Kids kids, int index) { return numberOf(pdf_array_get(m_context, kids, index)); }
+    pdf_obj *raw(pdf_obj *resolved, pdf_obj *key) const
+    {
+        return pdf_dict_get(m_context, resolved, key);
+    }
+    bool isDictionary(pdf_obj *resolved) const { return pdf_is_dict(m_context, resolved) != 0; }
+    bool isName(pdf_obj *resolved, pdf_obj *name) const
+    {
+        return pdf_name_eq(m_context, resolved, name) != 0;
+    }
+
+private:
+    int numberOf(pdf_obj *object);
+    pdf_obj *load(int number);
+    pdf_obj *resolve(pdf_obj *object);
+
+    fz_context *m_context;
+    pdf_document *m_document;
+};
+
+pdf_obj *TreeSource::load(int number)
+{
+    pdf_obj *object = nullptr;
+    int code = FZ_ERROR_NONE;
+    fz_var(object);
+    fz_var(code);
+    fz_try(m_context)
+    {
+        object = pdf_cache_object(m_context, m_document, number)->obj;
+    }
+    fz_catch(m_context)
+    {
+        code = fz_caught(m_context);
+        object = nullptr;
+    }
+    if (code == FZ_ERROR_REPAIRED) {
+        throw TreeRepaired();
+    }
+    return object;
+}
+
+pdf_obj *TreeSource::resolve(pdf_obj *object)
+{
+    for (int step = 0; pdf_is_indirect(m_context, object) != 0; ++step) {
+        if (step == longestReferenceChain) {
             return nullptr;
         }
-        if (index < pages) {
-            return kid;
-        }
-        index -= pages;
+        object = load(pdf_to_num(m_context, object));
     }
-    return nullptr;
+    return object;
 }
 
-int descendToPage(fz_context *context, pdf_document *document, int index)
+int TreeSource::numberOf(pdf_obj *object)
 {
-    pdf_obj *node = rootNode(context, document);
-    for (int depth = 0; depth < deepestTree && node != nullptr; ++depth) {
-        if (!isBranch(context, node)) {
-            return depth > 0 && index == 0 ? pdf_to_num(context, node) : 0;
-        }
-        node = kidWithPage(context, node, index);
+    int number = 0;
+    for (int step = 0; pdf_is_indirect(m_context, object) != 0 && step < longestReferenceChain;
+         ++step) {
+        number = pdf_to_num(m_context, object);
+        object = load(number);
     }
-    return 0;
+    return number;
 }
 
-// One step of the walk; returns the object number of a page, or -1 when the step gave none.
-int walkStep(fz_context *context, std::vector<OpenNode> &path)
+template <typename Work> auto withLookup(const PdfFile &file, Work work)
 {
-    OpenNode &node = path.back();
-    if (node.next >= node.count) {
-        path.pop_back();
-        return -1;
+    for (int attempt = 0;; ++attempt) {
+        try {
+            TreeSource source(file.context(), file.document());
+            PageLookup<TreeSource> lookup(source);
+            return work(lookup);
+        } catch (const TreeRepaired &) {
+            if (attempt == mostRepairs) {
+                throw ToolError(file.path(), "is too damaged");
+            }
+        }
     }
-    pdf_obj *kid = pdf_array_get(context, node.kids, node.next++);
-    if (!isBranch(context, kid)) {
-        return pdf_to_num(context, kid);
-    }
-    const int number = pdf_to_num(context, kid);
-    const bool isLoop = std::any_of(path.begin(), path.end(), [number](const OpenNode &open) {
-        return open.number == number && number != 0;
-    });
-    if (!isLoop && path.size() < static_cast<std::size_t>(deepestTree)) {
-        path.push_back(opened(context, kid));
-    }
-    return -1;
 }
 
 // The library looks a page up by its number through this map when it is there, and else through
@@ -122,55 +134,28 @@ void setPageMap(fz_context *context, pdf_document *document, int object)
 
 } // namespace
 
-int findPageObject(fz_context *context, pdf_document *document, int index) noexcept
+int countPages(const PdfFile &file)
 {
-    int number = 0;
-    fz_var(number);
-    fz_try(context)
-    {
-        number = descendToPage(context, document, index);
-    }
-    fz_catch(context)
-    {
-        number = 0;
-    }
-    return number;
+    return withLookup(file, [](PageLookup<TreeSource> &lookup) { return lookup.pageCount(); });
 }
 
-PageObjects listPageObjects(fz_context *context, pdf_document *document, int limit)
+PageObjects findPageObjects(const PdfFile &file, int first, int count)
 {
-    PageObjects pages;
-    pages.reserve(static_cast<std::size_t>(std::max(limit, 0)));
-    std::vector<OpenNode> path;
-    path.reserve(deepestTree);
-    long long steps = limit + spareSteps;
-    bool done = false;
-    fz_var(steps);
-    fz_var(done);
-    while (!done) {
-        fz_try(context)
-        {
-            if (path.empty()) {
-                path.push_back(opened(context, rootNode(context, document)));
-            }
-            while (!path.empty() && pages.size() < static_cast<std::size_t>(limit) && --steps > 0) {
-                const int page = walkStep(context, path);
-                if (page >= 0) {
-                    pages.push_back(page);
-                }
-            }
-            done = true;
+    return withLookup(file, [first, count](PageLookup<TreeSource> &lookup) {
+        PageObjects pages;
+        pages.reserve(static_cast<std::size_t>(count));
+        for (int i = 0; i < count; ++i) {
+            const FoundPage found = lookup.find(first + i + 1);
+            pages.push_back(found.page != nullptr ? found.number : unreadablePage);
         }
-        fz_catch(context)
-        {
-            done = path.empty(); // a kid that cannot be read is passed over
-        }
-    }
-    return pages;
+        return pages;
+    });
 }
 
 pdf_page *loadPage(fz_context *context, pdf_document *document, int index, int object)
 {
+    // The library refuses what lies beyond the count that the root states, which may be a lie.
+    document->linear_page_count = index + 1;
     if (object != 0) {
         setPageMap(context, document, object);
         pdf_page *page = pdf_load_page(context, document, 0);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tools/common/pdf_file.h"
+
 #include <mupdf/fitz.h>
 #include <mupdf/pdf.h>
 
@@ -11,14 +13,15 @@ namespace tools {
 /// be looked up by the library.
 using PageObjects = std::vector<int>;
 
-/// Object number of page @p index (0-based), found by descending along /Count: the cost does not
-/// grow with the pages before it. 0 when the tree is not plain enough to be sure.
-int findPageObject(fz_context *context, pdf_document *document, int index) noexcept;
+/// Stands for a page that the tree has a place for and nothing that can be read there.
+constexpr int unreadablePage = -1;
 
-/// Walks the whole page tree, each node once and never deeper than a sane tree is.
-/// @param limit stop after so many pages
-/// @return the pages found, which may be fewer than the document states
-PageObjects listPageObjects(fz_context *context, pdf_document *document, int limit);
+/// Number of pages. @throws ToolError when the tree cannot be read
+int countPages(const PdfFile &file);
+
+/// The object numbers of @p count pages from page @p first (0-based) on.
+/// @throws ToolError when the tree cannot be read
+PageObjects findPageObjects(const PdfFile &file, int first, int count);
 
 /// Loads page @p index whose object number is @p object (0: looked up by the library).
 /// Throws the library's errors (fz_throw).
