@@ -41,8 +41,9 @@ void Process::requestPage(int page)
 void Process::readRequestedPages()
 {
     const QList<int> pages = std::exchange(requestedPages, {});
+    const QString folder = pageFolder.isEmpty() ? quorlin::temporaryFolder() : pageFolder;
     for (const int page : pages) {
-        const QString path = quorlin::pageFilePath(quorlin::temporaryFolder(), page);
+        const QString path = quorlin::pageFilePath(folder, page);
         pageReply = networkManager->get(QNetworkRequest(quorlin::pageFileUrl(path)));
         connect(pageReply, SIGNAL(finished()), this, SLOT(gethtm()));
     }

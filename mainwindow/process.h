@@ -157,6 +157,7 @@ private:
     QString outputFile;    ///< output started last
     QString splitInput;    ///< file being split, empty between files
     QString splitPageText; ///< its "Page" text as it was seen last
+    QString pageFolder;    ///< where the pages of the file being split were exported to
     QString finishedInput; ///< file whose turn has just ended
     bool running = false;  ///< a run counts on the table's row numbers
     std::unique_ptr<QProcess> idleProcess; ///< never started
