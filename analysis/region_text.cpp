@@ -13,9 +13,6 @@
 void Process::getAlltheText()
 {
     pageCount = currentPageText().toInt();
-    if (currentPage == 1) {
-        pageFolder = quorlin::temporaryFolder();
-    }
     if (currentPage <= pageCount) {
         requestPage(currentPage);
         return;
@@ -43,8 +40,9 @@ void Process::requestPage(int page)
 void Process::readRequestedPages()
 {
     const QList<int> pages = std::exchange(requestedPages, {});
+    const QString folder = pageFolder.isEmpty() ? quorlin::temporaryFolder() : pageFolder;
     for (const int page : pages) {
-        const QString path = quorlin::pageFilePath(pageFolder, page);
+        const QString path = quorlin::pageFilePath(folder, page);
         pageReply = networkManager->get(QNetworkRequest(quorlin::pageFileUrl(path)));
         connect(pageReply, SIGNAL(finished()), this, SLOT(gethtm()));
     }

@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
 #include <QEvent>
 #include <QFile>
 #include <QFileInfo>
@@ -29,14 +30,14 @@ constexpr int pageColumn = 1;
 constexpr int resultColumn = 3;
 
 /// Written last by the export, so that its presence says that the page files are whole.
-QString exportIndexPath()
+QString exportIndexPath(const QString &pagesFolder)
 {
-    return quorlin::temporaryFolder() + QStringLiteral("/split.xml");
+    return pagesFolder + QStringLiteral("/split.xml");
 }
 
-DiskView realDisk()
+DiskView realDisk(const QString &pagesFolder)
 {
-    return {identifyFile, [] { return QFile::exists(exportIndexPath()); }};
+    return {identifyFile, [pagesFolder] { return QFile::exists(exportIndexPath(pagesFolder)); }};
 }
 
 /// A widget of the main window by its object name, which is part of the window's design.
@@ -58,7 +59,8 @@ QStringList columnTexts(const QTableWidget &table, int column)
 } // namespace
 
 BatchRun::BatchRun(RunPlan runPlan, Console &runConsole)
-    : plan(std::move(runPlan)), console(runConsole), record(plan.files, realDisk())
+    : plan(std::move(runPlan)), console(runConsole), pagesFolder(temporaryFolder()),
+      record(plan.files, realDisk(pagesFolder))
 {
     watchTimer.setInterval(watchMilliseconds);
     connect(&watchTimer, &QTimer::timeout, this, &BatchRun::watchProgress);
@@ -116,7 +118,9 @@ void BatchRun::followLine(const QString &line)
         QMetaObject::invokeMethod(this, &BatchRun::startSplit, Qt::QueuedConnection);
         break;
     case Step::FileBegins:
-        QFile::remove(exportIndexPath());
+        // Without it the system would name a folder that others use too.
+        QDir().mkpath(pagesFolder);
+        QFile::remove(exportIndexPath(pagesFolder));
         // Nobody reads the pane, which would grow with the list.
         widgetOf<QTextEdit>(*window, "textEdit_process").clear();
         methods.setCurrentIndex(plan.method);

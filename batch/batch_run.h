@@ -57,6 +57,7 @@ private:
 
     RunPlan plan;
     Console &console;
+    QString pagesFolder;
     RunRecord record;
     std::unique_ptr<Process> window;
     QPointer<QProcess> currentTool;

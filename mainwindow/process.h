@@ -158,6 +158,7 @@ private:
     QString outputFile;    ///< output started last
     QString splitInput;    ///< file being split, empty between files
     QString splitPageText; ///< its "Page" text as it was seen last
+    QString pageFolder;    ///< where the pages of the file being split were exported to
     QString finishedInput; ///< file whose turn has just ended
     bool running = false;  ///< a run counts on the table's row numbers
     std::unique_ptr<QProcess> idleProcess; ///< never started
@@ -184,7 +185,6 @@ private:
     int currentPage = 1;               ///< next page to read, counted from 1
     QList<int> requestedPages;         ///< pages to read in the next turn of the event loop
     QTimer pageTurn;                   ///< lets the user's clicks in between two pages
-    QString pageFolder;                ///< where the page files of the file being split lie
     QString pageHtml;                  ///< page file being parsed; its lines share its memory
     QStringList pageLines;             ///< lines of the page being parsed
     QStringList pageTexts;             ///< text at the rule's position, one entry a page

@@ -12,15 +12,16 @@ QStringList Process::splitPage()
     pageTexts.clear();
     splitInput = cellText(currentRow, 0);
     splitPageText = cellText(currentRow, 1);
+    // Should the folder vanish, the system names another, where someone else's pages may lie.
+    pageFolder = quorlin::temporaryFolder();
     const Subtext rule = quorlin::readRule(ui->comboBox_rule->currentText());
     ruleX = rule.left;
     ruleY = rule.top;
     ruleWidth = rule.width;
     ruleHeight = rule.height;
     ruleText = rule.text;
-    const QString command =
-        quorlin::splitExportCommand(quorlin::applicationFolder(), splitInput,
-                                    quorlin::temporaryFolder() + QStringLiteral("/split.xml"));
+    const QString command = quorlin::splitExportCommand(quorlin::applicationFolder(), splitInput,
+                                                        pageFolder + QStringLiteral("/split.xml"));
     startTool(command, SLOT(setlink()));
     return {};
 }

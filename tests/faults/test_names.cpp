@@ -16,6 +16,9 @@ class TestNames : public QObject
 private slots:
     void inputs_data();
     void inputs();
+    void hiddenFilesAreSplit_data();
+    void hiddenFilesAreSplit();
+    void theLongestNamesKeepTheirPages();
     void quotesFailOnlyTheirOwnFile();
     void deepPathsAreSplit();
     void texts_data();
@@ -70,6 +73,64 @@ void TestNames::inputs()
     QCOMPARE(bench.folders.outputFiles(), expected);
     QCOMPARE(bench.cell(0, 3), QStringLiteral("Succeed"));
     QVERIFY(bench.outputsAreWhole());
+    QVERIFY(bench.inputsAreUntouched());
+}
+
+void TestNames::hiddenFilesAreSplit_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("dropped");
+    for (const char *name : {".statement.pdf", ".pdf", "..pdf"}) {
+        QTest::addRow("%s, by the dialog", name) << QString(name) << false;
+        QTest::addRow("%s, dropped", name) << QString(name) << true;
+    }
+}
+
+void TestNames::hiddenFilesAreSplit()
+{
+    QFETCH(QString, name);
+    QFETCH(bool, dropped);
+    RealBench bench;
+    const QString input =
+        bench.addStatements(name, {QStringLiteral("A"), QStringLiteral("A"), QStringLiteral("B")});
+    if (dropped) {
+        bench.dropFiles({input});
+        QTRY_VERIFY(bench.controlsEnabled());
+    } else {
+        bench.addFiles({input});
+    }
+    QCOMPARE(bench.column(0), QStringList{input});
+    QCOMPARE(bench.cell(0, 1), QStringLiteral("3"));
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.split();
+    // Nothing stands before the first dot: no folder of their own, and no name in the outputs'.
+    QCOMPARE(bench.folders.outputFiles(),
+             QStringList({QStringLiteral("1 A  1-2.pdf"), QStringLiteral("2 B  3.pdf")}));
+    QCOMPARE(bench.cell(0, 3), QStringLiteral("Succeed"));
+    QVERIFY(bench.outputsAreWhole());
+    QVERIFY(bench.inputsAreUntouched());
+}
+
+void TestNames::theLongestNamesKeepTheirPages()
+{
+    RealBench bench;
+    // 255 bytes, the most a name can have; as many again would be needed for the outputs.
+    const QString base = QString(83, QChar(0x6f22)) + QStringLiteral("xy");
+    const QString input =
+        bench.addStatements(base + QStringLiteral(".pdf"),
+                            {QStringLiteral("A"), QStringLiteral("A"), QStringLiteral("B")});
+    bench.list({input});
+    QCOMPARE(bench.cell(0, 1), QStringLiteral("3"));
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.split();
+    const QStringList outputs = bench.folders.outputFiles();
+    QCOMPARE(outputs.size(), 2);
+    int pages = 0;
+    for (const QString &output : outputs) {
+        QVERIFY(output.startsWith(base + QLatin1Char('/')));
+        pages += pagesOf(bench.folders.outputs() + QLatin1Char('/') + output);
+    }
+    QCOMPARE(pages, 3);
     QVERIFY(bench.inputsAreUntouched());
 }
 

@@ -115,13 +115,15 @@ private slots:
     void twoWindowsKeepTheirPagesApart();
     void aWindowBesideRunsOfTheRunner();
     void eightRunsAtOnce();
+    void aRunnerLosesItsScratchFolder();
+    void aRunnerLosesItsPages();
     void theLogHoldsNoPageText();
 
 private:
     QString addInput(int number) const;
     QString outputOf(int number) const;
     std::unique_ptr<QProcess> startWindow(int number, const QByteArray &expected) const;
-    std::unique_ptr<QProcess> startRunner(int number) const;
+    std::unique_ptr<QProcess> startRunner(int number, const QStringList &more = {}) const;
 
     std::unique_ptr<ScratchFolders> folders;
 };
@@ -169,16 +171,18 @@ std::unique_ptr<QProcess> TestSideBySide::startWindow(int number, const QByteArr
     return window;
 }
 
-std::unique_ptr<QProcess> TestSideBySide::startRunner(int number) const
+std::unique_ptr<QProcess> TestSideBySide::startRunner(int number, const QStringList &more) const
 {
     auto runner = std::make_unique<QProcess>();
     runner->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     runner->setStandardOutputFile(QProcess::nullDevice());
-    runner->start(
-        QStringLiteral(QUORLIN_BIN_DIR "/quorlin-batch"),
-        {QStringLiteral("--position"),
-         QStringLiteral("%1,%2").arg(quorlin::test::statementLeft).arg(quorlin::test::statementTop),
-         QStringLiteral("--output"), outputOf(number), addInput(number)});
+    runner->start(QStringLiteral(QUORLIN_BIN_DIR "/quorlin-batch"),
+                  QStringList{QStringLiteral("--position"),
+                              QStringLiteral("%1,%2")
+                                  .arg(quorlin::test::statementLeft)
+                                  .arg(quorlin::test::statementTop),
+                              QStringLiteral("--output"), outputOf(number), addInput(number)} +
+                      more);
     return runner;
 }
 
@@ -234,6 +238,43 @@ void TestSideBySide::eightRunsAtOnce()
         QCOMPARE(filesBelow(outputOf(number)), outputsOf(number));
     }
     QVERIFY(QDir(folders->temporary()).entryList({QStringLiteral("quorlin*")}).isEmpty());
+}
+
+void TestSideBySide::aRunnerLosesItsScratchFolder()
+{
+    const auto runner = startRunner(1);
+    QVERIFY(QTest::qWaitFor([this] { return !filesBelow(outputOf(1)).isEmpty(); }, 60000));
+    const QStringList scratch =
+        QDir(folders->temporary()).entryList({QStringLiteral("quorlin-batch-*")});
+    QCOMPARE(scratch.size(), 1);
+    QVERIFY(QDir(folders->temporary() + QLatin1Char('/') + scratch.first()).removeRecursively());
+    QVERIFY(runner->waitForFinished(120000));
+    // Its tools went with it: it says so, and what was written is whole.
+    QCOMPARE(runner->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(runner->exitCode(), 1);
+    const QStringList outputs = filesBelow(outputOf(1));
+    for (const QString &output : outputs) {
+        QVERIFY2(outputsOf(1).contains(output), qPrintable(output));
+        QCOMPARE(quorlin::test::pagesOf(outputOf(1) + QLatin1Char('/') + output), pagesOfAnOutput);
+    }
+}
+
+void TestSideBySide::aRunnerLosesItsPages()
+{
+    // While the first file is merged, the folder of its pages goes; the second gets a new one.
+    const auto runner = startRunner(1, {addInput(2)});
+    QVERIFY(QTest::qWaitFor([this] { return !filesBelow(outputOf(1)).isEmpty(); }, 60000));
+    const QStringList scratch =
+        QDir(folders->temporary()).entryList({QStringLiteral("quorlin-batch-*")});
+    QCOMPARE(scratch.size(), 1);
+    QVERIFY(
+        QDir(folders->temporary() + QLatin1Char('/') + scratch.first() + QStringLiteral("/pages"))
+            .removeRecursively());
+    QVERIFY(runner->waitForFinished(120000));
+    QCOMPARE(runner->exitCode(), 0);
+    QStringList expected = outputsOf(1) + outputsOf(2);
+    expected.sort();
+    QCOMPARE(filesBelow(outputOf(1)), expected);
 }
 
 void TestSideBySide::theLogHoldsNoPageText()

@@ -67,6 +67,9 @@ private slots:
     void olderPagesNameNoOutputs();
     void temporaryFoldersComeToHarm_data();
     void temporaryFoldersComeToHarm();
+    void aMissingTemporaryFolderIsNone();
+    void aTemporaryFolderMayVanish_data();
+    void aTemporaryFolderMayVanish();
     void plantedLinksInTheTemporaryFolder();
     void outputFoldersComeToHarm_data();
     void outputFoldersComeToHarm();
@@ -371,7 +374,7 @@ void TestSplitReal::temporaryFoldersComeToHarm()
     } else if (harm == QLatin1String("odd")) {
         folder += QStringLiteral(" 100% #1 ? ü");
         QDir().mkdir(folder);
-    } else {
+    } else if (harm == QLatin1String("link")) {
         const QString target = bench->folders.temporary() + QStringLiteral("/target");
         QVERIFY(QDir().mkdir(target));
         QVERIFY(QFile::link(target, folder));
@@ -388,6 +391,56 @@ void TestSplitReal::temporaryFoldersComeToHarm()
     const QStringList blank = {QStringLiteral("alpha/1   alpha 1-3.pdf"),
                                QStringLiteral("beta/1   beta 1-2.pdf")};
     QCOMPARE(bench->folders.outputFiles(), readable ? alphaOutputs + betaOutputs : blank);
+    QVERIFY(bench->outputsAreWhole());
+}
+
+void TestSplitReal::aMissingTemporaryFolderIsNone()
+{
+    listBoth();
+    const QString folder = bench->folders.temporary() + QStringLiteral("/none");
+    qputenv("TMPDIR", QFile::encodeName(folder));
+    bench->split();
+    qputenv("TMPDIR", QFile::encodeName(bench->folders.temporary()));
+    for (const char *name : {"split.xml", "split_pg_0001.htm", "split_pg_0002.htm"}) {
+        QVERIFY(QFile::remove(QStringLiteral("/tmp/") + QLatin1String(name)));
+    }
+    // "/tmp" stands in for it; none is made.
+    QCOMPARE(bench->folders.outputFiles(), alphaOutputs + betaOutputs);
+    QVERIFY(!QDir(folder).exists());
+    QVERIFY(bench->outputsAreWhole());
+}
+
+void TestSplitReal::aTemporaryFolderMayVanish_data()
+{
+    QTest::addColumn<QString>("moment");
+    QTest::addColumn<QStringList>("alphaFiles");
+    const QStringList blank = {QStringLiteral("alpha/1   alpha 1-3.pdf")};
+    QTest::newRow("at the first page") << "Analyzing page 1" << blank;
+    // The texts read so far stand; pages that were not read stay with the group before them.
+    QTest::newRow("at the second page")
+        << "Analyzing page 2" << QStringList{QStringLiteral("alpha/1 A1 alpha 1-3.pdf")};
+    QTest::newRow("at the first output") << "alpha/1 A1 alpha 1-2.pdf" << alphaOutputs;
+}
+
+void TestSplitReal::aTemporaryFolderMayVanish()
+{
+    QFETCH(QString, moment);
+    QFETCH(QStringList, alphaFiles);
+    bench->list({alpha});
+    bench->setOutputFolder(bench->folders.outputs());
+    const QString folder = bench->folders.temporary() + QStringLiteral("/inner");
+    QVERIFY(QDir().mkdir(folder));
+    qputenv("TMPDIR", QFile::encodeName(folder));
+    bench->window().progressObserver = [&](const QString &line) {
+        if (line.endsWith(moment)) {
+            QDir(folder).removeRecursively();
+        }
+    };
+    bench->split();
+    qputenv("TMPDIR", QFile::encodeName(bench->folders.temporary()));
+    QVERIFY(!QDir(folder).exists());
+    QCOMPARE(bench->folders.outputFiles(), alphaFiles);
+    QCOMPARE(bench->cell(0, 3), succeed);
     QVERIFY(bench->outputsAreWhole());
 }
 
