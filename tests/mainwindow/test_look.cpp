@@ -22,6 +22,7 @@
 #include <QTextEdit>
 #include <QTimer>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 
@@ -43,8 +44,9 @@ double luminance(QRgb colour)
 
 double contrast(QRgb one, QRgb other)
 {
-    const auto [dark, light] = std::minmax(luminance(one), luminance(other));
-    return (light + 0.05) / (dark + 0.05);
+    const double first = luminance(one) + 0.05;
+    const double second = luminance(other) + 0.05;
+    return std::max(first, second) / std::min(first, second);
 }
 
 /// Contrast of the letters in @p picture: of its commonest colour and the one farthest from it.
