@@ -38,7 +38,7 @@ QString ScratchFolders::path(const QString &name) const
 
 QString ScratchFolders::addInput(const QString &name, const QByteArray &content) const
 {
-    const QString file = inputs() + QLatin1Char('/') + name;
+    QString file = inputs() + QLatin1Char('/') + name;
     writeFile(file, content);
     return file;
 }
