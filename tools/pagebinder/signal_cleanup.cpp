@@ -19,8 +19,8 @@ namespace {
 // A signal handler may touch nothing but plain memory and a few system calls.
 std::array<char, PATH_MAX> hiddenFile{};
 volatile std::sig_atomic_t hiddenFileExists = 0;
-constexpr std::uintptr_t belowStackEnd = 64U * 1024U;
-constexpr std::uintptr_t largestFrame = 1024U * 1024U;
+constexpr std::uintptr_t belowStackEnd = 65'536;
+constexpr std::uintptr_t largestFrame = 1'048'576;
 std::array<char, 512> overflowLine{};
 std::array<char, 512> timeLine{};
 
