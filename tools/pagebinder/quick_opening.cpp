@@ -1,6 +1,7 @@
 #include "tools/pagebinder/quick_opening.h"
 
 #include "tools/pagebinder/tailed_stream.h"
+#include "tools/pagebinder/xref_stream.h"
 
 #include <algorithm>
 #include <array>
@@ -129,7 +130,7 @@ private:
 } // namespace
 
 QuickOpening::QuickOpening(fz_context *context, const std::string &path)
-    : m_context(context), m_file(path), m_section(m_file)
+    : m_context(context), m_file(path)
 {
 }
 
@@ -143,7 +144,7 @@ pdf_document *QuickOpening::open()
 {
     // Behind a header anywhere else the library would repair the file here, and then once more.
     const std::string_view header = viewOf(m_file.at(0, 5));
-    if (header != "%PDF-" || m_section.newestOffset() <= 0) {
+    if (header != "%PDF-" || XrefSection(m_file).newestOffset() <= 0) {
         return nullptr;
     }
     const QuietLibrary quiet(m_context);
@@ -182,43 +183,54 @@ void QuickOpening::openDocument()
 /// Reads all sections, the newest first: what a newer one says about an object holds.
 bool QuickOpening::readTable()
 {
-    std::int64_t offset = m_section.newestOffset();
+    std::int64_t offset = XrefSection(m_file).newestOffset();
     for (int section = 0; offset > 0; ++section) {
         std::int64_t previous = 0;
-        if (section == mostSections || !m_section.read(offset, *this) || !readTrailer(previous)) {
+        if (section == mostSections || !readSection(offset, previous)) {
             return false;
         }
         offset = previous;
     }
-    return m_trailer != nullptr && m_count > 1 && m_entries[0].type != 'n' && m_count <= m_stated;
+    return m_trailer != nullptr && hasWholeTable();
 }
 
-bool QuickOpening::readTrailer(std::int64_t &previous)
+bool QuickOpening::readSection(std::int64_t offset, std::int64_t &previous)
 {
-    const std::string &text = m_section.trailer();
-    if (text.find("/Encrypt") != std::string::npos || text.find("/XRefStm") != std::string::npos) {
+    const std::string_view first = viewOf(m_file.at(offset, 1));
+    if (first == "x") {
+        XrefSection section(m_file);
+        return section.read(offset, *this) && readTrailer(section.trailer(), previous);
+    }
+    XrefStream section(m_context, m_document);
+    return section.read(offset, *this) && takeTrailer(section.dictionary(), previous);
+}
+
+bool QuickOpening::hasWholeTable() const
+{
+    if (m_count < 2 || m_count > m_stated || m_entries[0].type == 'n' || m_entries[0].type == 'o') {
         return false;
     }
+    // Objects stand in streams that stand in the file themselves.
+    return std::all_of(m_entries, m_entries + m_count, [this](const pdf_xref_entry &entry) {
+        return entry.type != 'o' ||
+               (entry.ofs > 0 && entry.ofs < m_count && m_entries[entry.ofs].type == 'n');
+    });
+}
+
+bool QuickOpening::readTrailer(const std::string &text, std::int64_t &previous)
+{
     fz_stream *stream = nullptr;
     pdf_obj *trailer = nullptr;
+    bool isRead = false;
     fz_var(stream);
     fz_var(trailer);
-    bool isRead = false;
     fz_var(isRead);
     fz_try(m_context)
     {
         stream = fz_open_memory(m_context, reinterpret_cast<const unsigned char *>(text.data()),
                                 text.size());
         trailer = pdf_parse_stm_obj(m_context, m_document, stream, &m_document->lexbuf.base);
-        pdf_obj *number = pdf_dict_get(m_context, trailer, PDF_NAME(Prev));
-        previous = pdf_is_indirect(m_context, number) ? -1 : pdf_to_int64(m_context, number);
-        isRead =
-            pdf_is_dict(m_context, trailer) && previous >= 0 && (number == nullptr || previous > 0);
-        if (isRead && m_trailer == nullptr) {
-            m_trailer = pdf_keep_obj(m_context, trailer);
-            pdf_obj *size = pdf_dict_get(m_context, trailer, PDF_NAME(Size));
-            m_stated = pdf_is_indirect(m_context, size) ? 0 : pdf_to_int(m_context, size);
-        }
+        isRead = takeTrailer(trailer, previous);
     }
     fz_always(m_context)
     {
@@ -232,9 +244,38 @@ bool QuickOpening::readTrailer(std::int64_t &previous)
     return isRead;
 }
 
+/// Keeps the newest trailer. References are not followed, so nothing here can fail.
+bool QuickOpening::takeTrailer(pdf_obj *trailer, std::int64_t &previous)
+{
+    if (pdf_is_indirect(m_context, trailer) || !pdf_is_dict(m_context, trailer) ||
+        pdf_dict_get(m_context, trailer, PDF_NAME(Encrypt)) != nullptr ||
+        pdf_dict_get(m_context, trailer, PDF_NAME(XRefStm)) != nullptr) {
+        return false;
+    }
+    pdf_obj *number = pdf_dict_get(m_context, trailer, PDF_NAME(Prev));
+    if (number != nullptr) {
+        if (pdf_is_indirect(m_context, number) || !pdf_is_int(m_context, number)) {
+            return false;
+        }
+        previous = pdf_to_int64(m_context, number);
+        if (previous <= 0) {
+            return false;
+        }
+    }
+    if (m_trailer == nullptr) {
+        pdf_obj *size = pdf_dict_get(m_context, trailer, PDF_NAME(Size));
+        m_stated = pdf_is_indirect(m_context, size) ? 0 : pdf_to_int(m_context, size);
+        m_trailer = pdf_keep_obj(m_context, trailer);
+    }
+    return true;
+}
+
 bool QuickOpening::expect(int first, int count)
 {
     const int needed = first + count;
+    if (needed > m_file.size()) {
+        return false; // an object takes a byte at the very least
+    }
     if (needed <= m_count) {
         return true;
     }
@@ -254,17 +295,27 @@ bool QuickOpening::expect(int first, int count)
 
 bool QuickOpening::place(int number, const XrefEntry &entry)
 {
-    const bool isUsed = entry.kind == XrefEntry::Kind::inUse;
-    if (isUsed && entry.offset >= m_file.size()) {
+    if (entry.kind == XrefEntry::Kind::inUse && entry.offset >= m_file.size()) {
         return false;
     }
     pdf_xref_entry &target = m_entries[number];
-    if (target.type == 0) {
-        target.type = isUsed ? 'n' : 'f';
-        target.gen = entry.generation;
-        target.num = number;
-        target.ofs = entry.offset;
+    if (target.type != 0) {
+        return true;
     }
+    switch (entry.kind) {
+    case XrefEntry::Kind::inUse:
+        target.type = 'n';
+        break;
+    case XrefEntry::Kind::compressed:
+        target.type = 'o';
+        break;
+    default:
+        target.type = 'f';
+        break;
+    }
+    target.gen = entry.generation;
+    target.num = number;
+    target.ofs = entry.offset;
     return true;
 }
 

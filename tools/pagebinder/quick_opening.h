@@ -13,8 +13,8 @@ namespace tools {
 /// the root's list of pages, which make up most of the time that one output of a long file costs.
 ///
 /// The library is shown the file with a cross-reference section of no objects behind its end, and
-/// is then given the table that was read here. Files with cross-reference streams or encryption,
-/// and all that are not exactly as the standard wants them, are left to the library.
+/// is then given the table that was read here. Encrypted files, files with tables of both kinds in
+/// one section, and all that are not exactly as the standard wants them, are left to the library.
 class QuickOpening : private XrefTarget
 {
 public:
@@ -37,7 +37,10 @@ private:
     bool place(int number, const XrefEntry &entry) override;
 
     bool readTable();
-    bool readTrailer(std::int64_t &previous);
+    bool readSection(std::int64_t offset, std::int64_t &previous);
+    bool readTrailer(const std::string &text, std::int64_t &previous);
+    bool takeTrailer(pdf_obj *trailer, std::int64_t &previous);
+    bool hasWholeTable() const;
     void openDocument();
     bool setTable();
     std::int64_t rootOffset();
@@ -46,7 +49,6 @@ private:
 
     fz_context *m_context;
     FileWindow m_file;
-    XrefSection m_section;
     pdf_document *m_document = nullptr;
     pdf_xref_entry *m_entries = nullptr; ///< allocated by the library, which takes them over
     int m_count = 0;

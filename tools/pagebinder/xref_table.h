@@ -11,7 +11,7 @@ namespace tools {
 /// Where one object of a file stands.
 struct XrefEntry
 {
-    enum class Kind : unsigned char { undefined, free, inUse };
+    enum class Kind : unsigned char { undefined, free, inUse, compressed };
     std::int64_t offset = 0;
     std::uint16_t generation = 0;
     Kind kind = Kind::undefined;
@@ -24,6 +24,7 @@ public:
     virtual ~XrefTarget() = default;
     /// Announces entries for @p count objects from @p first on.
     virtual bool expect(int first, int count) = 0;
+    /// What was placed for an object before holds.
     virtual bool place(int number, const XrefEntry &entry) = 0;
 };
 

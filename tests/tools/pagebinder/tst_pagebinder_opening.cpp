@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <array>
 #include <functional>
 
 using quorlin::test::PdfBuilder;
@@ -95,6 +96,89 @@ std::string withLoop()
     const std::string table = std::to_string(file.rfind("xref\n0 "));
     replaceFirst(file, "/Root 1 0 R>>\nstartxref", "/Root 1 0 R/Prev " + table + ">>\nstartxref");
     return file;
+}
+
+/// A table in the form of a stream.
+struct StreamTable
+{
+    bool compresses = true;
+    bool predicts = false;
+    bool objectStream = false; ///< page 1's dictionary stands in an object stream
+    std::string index = {};    ///< "/Index[...]"
+    int cut = 0;               ///< bytes that are missing at the end
+    int kindOfPage2 = 1;
+    std::string widths = "[1 3 1]";
+    std::string entries = {}; ///< of the dictionary
+};
+
+std::string zlib(const std::string &bytes)
+{
+    const QByteArray packed = qCompress(QByteArray::fromStdString(bytes));
+    return packed.mid(4).toStdString(); // without the length that Qt puts in front
+}
+
+/// Each row as its difference from the row above, as a PNG filter of kind 2 has it.
+std::string predicted(const std::string &bytes, std::size_t width)
+{
+    std::string result;
+    for (std::size_t row = 0; row < bytes.size(); row += width) {
+        result += '\2';
+        for (std::size_t i = row; i < row + width && i < bytes.size(); ++i) {
+            result += static_cast<char>(bytes[i] - (i < width ? 0 : bytes[i - width]));
+        }
+    }
+    return result;
+}
+
+std::string streamObject(int number, const std::string &entries, const std::string &data)
+{
+    return std::to_string(number) + " 0 obj\n<<" + entries + "/Length " +
+           std::to_string(data.size()) + ">>stream\n" + data + "\nendstream\nendobj\n";
+}
+
+std::string streamFile(const StreamTable &table)
+{
+    std::string file = plainFile();
+    file.resize(file.rfind("xref\n0 "));
+    const int objectStream = 16;
+    const int own = 17;
+    std::vector<std::array<std::size_t, 3>> places(own + 1, {0, 0, 0});
+    for (int number = 1; number < objectStream; ++number) {
+        places[static_cast<std::size_t>(number)] = {
+            1, file.find("\n" + std::to_string(number) + " 0 obj") + 1, 0};
+    }
+    if (table.objectStream) {
+        const std::size_t start = places[7][1];
+        const std::size_t end = file.find("\nendobj", start);
+        const std::string page = file.substr(start + 8, end - start - 8);
+        file.replace(start, end + 7 - start, end + 7 - start, ' ');
+        places[objectStream] = {1, file.size(), 0};
+        file += streamObject(objectStream, "/Type/ObjStm/N 1/First 4", "7 0 " + page);
+        places[7] = {2, static_cast<std::size_t>(objectStream), 0};
+    }
+    places[own] = {1, file.size(), 0};
+    places[9][0] = static_cast<std::size_t>(table.kindOfPage2);
+    std::string data;
+    for (const auto &place : places) {
+        data += static_cast<char>(place[0]);
+        data += static_cast<char>(place[1] >> 16U);
+        data += static_cast<char>(place[1] >> 8U);
+        data += static_cast<char>(place[1]);
+        data += static_cast<char>(place[2]);
+    }
+    data.resize(data.size() - static_cast<std::size_t>(table.cut));
+    std::string entries = "/Type/XRef/Size 18/Root 1 0 R/W" + table.widths + table.index;
+    if (table.predicts) {
+        data = predicted(data, 5);
+        entries += "/DecodeParms<</Predictor 12/Columns 5>>";
+    }
+    if (table.compresses) {
+        data = zlib(data);
+        entries += "/Filter/FlateDecode";
+    }
+    const std::size_t start = file.size();
+    return file + streamObject(own, entries + table.entries, data) + "startxref\n" +
+           std::to_string(start) + "\n%%EOF\n";
 }
 
 } // namespace
@@ -193,6 +277,11 @@ void PageBinderOpeningTest::wellFormedFilesAreReadQuickly_data()
     row("line ends of two characters", withLineEnds("\r\n"));
     row("line ends with a carriage return", withLineEnds(" \r"));
     row("updated", updatedFile());
+    row("table in a stream", streamFile({}));
+    row("table in a plain stream", streamFile({.compresses = false}));
+    row("table in a stream of differences", streamFile({.predicts = true}));
+    row("table in a stream by parts", streamFile({.index = "/Index[0 7 7 11]"}));
+    row("table in a stream, a page in another", streamFile({.objectStream = true}));
     row("free by an offset of zero", with("0000000000 65535 f", "0000000000 65535 n"));
     row("list over several lines",
         withKids([](const std::string &kids) { return "/Kids [\r\n" + kids + "\n]"; }));
@@ -278,6 +367,17 @@ void PageBinderOpeningTest::oddTablesAreLeftToTheLibrary_data()
     row("object 0 in use", with("0000000000 65535 f", "0000000009 65535 n"));
     row("encryption", with("/Root 1 0 R>>\n", "/Root 1 0 R/Encrypt 3 0 R>>\n"));
     row("a table and a stream", with("/Root 1 0 R>>\n", "/Root 1 0 R/XRefStm 9>>\n"));
+    row("a stream that is too short", streamFile({.cut = 5}));
+    row("a stream of two fields", streamFile({.widths = "[1 3]"}));
+    row("a stream of wide fields", streamFile({.widths = "[1 9 1]"}));
+    row("a stream without offsets", streamFile({.widths = "[5 0 0]"}));
+    row("a stream of odd parts", streamFile({.index = "/Index[0 7 7]"}));
+    row("a stream of negative parts", streamFile({.index = "/Index[0 -7]"}));
+    row("an unknown kind in a stream", streamFile({.kindOfPage2 = 3}));
+    row("a page in a stream that is none", streamFile({.kindOfPage2 = 2}));
+    row("an encrypted file's stream", streamFile({.entries = "/Encrypt 3 0 R"}));
+    row("a stream with a table", streamFile({.entries = "/XRefStm 9"}));
+    row("a stream with an indirect filter", streamFile({.entries = "/F 3 0 R"}));
     row("no end", with("startxref", "startyref"));
     row("a wrong start", with("startxref\n", "startxref\n1"));
     row("sections in a circle", withLoop());
