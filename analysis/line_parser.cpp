@@ -55,8 +55,14 @@ QStringList pageFileLines(const QString &html)
 QStringList pageFileLinesWithin(const QString &html)
 {
     QStringList lines;
-    for (const QStringView line : QStringView(html).tokenize(u'\n', Qt::SkipEmptyParts)) {
-        lines.append(QString::fromRawData(line.data(), line.size()));
+    qsizetype begin = 0;
+    while (begin < html.size()) {
+        const qsizetype found = html.indexOf(u'\n', begin);
+        const qsizetype end = found < 0 ? html.size() : found;
+        if (end > begin) {
+            lines.append(QString::fromRawData(html.constData() + begin, end - begin));
+        }
+        begin = end + 1;
     }
     return lines;
 }
