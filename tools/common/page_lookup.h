@@ -47,7 +47,7 @@ public:
             m_root = m_source.get(m_source.catalog(), PDF_NAME(Pages));
             doubtRoot();
         }
-        return m_source.isDictionary(m_root) ? totalOf(opened(m_root), 0) : 0;
+        return statesPages() ? totalOf(opened(m_root), 0) : 0;
     }
 
     /// @param page counted from 1
@@ -184,6 +184,13 @@ private:
             index = rest;
         }
         return {nullptr, 0, true};
+    }
+
+    /// Whether there is a root that states any pages: without that no reader shows one.
+    bool statesPages()
+    {
+        return m_source.isDictionary(m_root) &&
+               pdf_to_int(m_source.context(), m_source.get(m_root, PDF_NAME(Count))) > 0;
     }
 
     /// A root that states as many pages as it has kids may mean the kids that are nodes.
