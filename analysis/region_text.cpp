@@ -58,11 +58,11 @@ void Process::gethtm()
     if (reply == nullptr) {
         return;
     }
-    const QString html = QString::fromUtf8(reply->readAll());
+    const QByteArray bytes = reply->readAll();
     reply->deleteLater();
     pageReader.clear();
-    pageReader.addData(html);
-    getTextPosition(html);
+    pageReader.addData(bytes);
+    getTextPosition(QString::fromUtf8(bytes));
 }
 
 void Process::getTextPosition(const QString &sxml)
