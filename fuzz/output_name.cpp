@@ -1,7 +1,7 @@
 // File names of any content: a shortened name fits, keeps its number and cuts no character in two.
 // The first byte of the input decides the limit, a line feed separates the base name from the name.
 
-#include "tools/pagebinder/output_name.h"
+#include "tools/pagebinder/output/output_name.h"
 
 #include <cstdint>
 #include <cstdlib>

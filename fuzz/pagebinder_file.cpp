@@ -3,7 +3,7 @@
 // and it is the same whether the file was opened quickly or by the library alone.
 
 #include "fuzz/scratch_file.h"
-#include "tools/pagebinder/information.h"
+#include "tools/pagebinder/document/information.h"
 #include "tools/pagebinder/merge.h"
 
 #include <algorithm>

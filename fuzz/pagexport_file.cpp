@@ -4,7 +4,7 @@
 
 #include "fuzz/scratch_file.h"
 #include "tools/common/tool_error.h"
-#include "tools/pagexport/page_export.h"
+#include "tools/pagexport/output/page_export.h"
 
 #include <sys/stat.h>
 

@@ -58,7 +58,7 @@ public:
 public slots:
     // Declared in this order on purpose: it fixes the indices of the meta-object. The event
     // handlers among them override QWidget's.
-    void convertbegin();                                  // pipeline/driver.cpp
+    void convertbegin();                                  // mainwindow/driver.cpp
     void enteroption();                                   // mainwindow/rule_choice.cpp
     void setopenfile();                                   // mainwindow/file_list.cpp
     void setremove();                                     // mainwindow/file_list.cpp
@@ -72,19 +72,19 @@ public slots:
     void keyReleaseEvent(QKeyEvent *event) override;      // mainwindow/file_list.cpp
     void dopreview();                                     // mainwindow/file_list.cpp
     void setpreview();                                    // mainwindow/file_list.cpp
-    void getpdfpage();                                    // pipeline/page_count.cpp
-    QStringList splitPage();                              // pipeline/page_export.cpp
-    void getAlltheText();                                 // analysis/region_text.cpp
-    void gethtm();                                        // analysis/region_text.cpp
-    void getTextPosition(const QString &sxml);            // analysis/region_text.cpp
-    Subtext getSubtextInfo(const QString &sRow);          // analysis/region_text.cpp
-    int getpos(const QString &sPos, const QString &sRow); // analysis/region_text.cpp
-    QString gettext(const QString &sRow);                 // analysis/region_text.cpp
-    void splitpdffile();                                  // pipeline/output_assembly.cpp
-    void setlink();                                       // pipeline/page_export.cpp
+    void getpdfpage();                                    // mainwindow/page_count.cpp
+    QStringList splitPage();                              // mainwindow/page_export.cpp
+    void getAlltheText();                                 // mainwindow/region_text.cpp
+    void gethtm();                                        // mainwindow/region_text.cpp
+    void getTextPosition(const QString &sxml);            // mainwindow/region_text.cpp
+    Subtext getSubtextInfo(const QString &sRow);          // mainwindow/region_text.cpp
+    int getpos(const QString &sPos, const QString &sRow); // mainwindow/region_text.cpp
+    QString gettext(const QString &sRow);                 // mainwindow/region_text.cpp
+    void splitpdffile();                                  // mainwindow/output_assembly.cpp
+    void setlink();                                       // mainwindow/page_export.cpp
     void setrowup();                                      // mainwindow/file_list.cpp
     void setrowdown();                                    // mainwindow/file_list.cpp
-    void setpdfpage();                                    // pipeline/page_count.cpp
+    void setpdfpage();                                    // mainwindow/page_count.cpp
 
 private:
     /// Tests read the state of a run, which the window shows nowhere.
@@ -141,7 +141,7 @@ private:
     void swapRows(int row, int other);
     void selectRows(const QList<int> &moved);
 
-    // ---- pipeline/driver.cpp
+    // ---- mainwindow/driver.cpp
     bool refuseEmptyList();
     bool refuseMissingOutputFolder();
     /// @param finished the file that was split last, if this is the end of its turn
@@ -163,7 +163,7 @@ private:
     bool running = false;  ///< a run counts on the table's row numbers
     std::unique_ptr<QProcess> idleProcess; ///< never started
 
-    // ---- pipeline/page_count.cpp
+    // ---- mainwindow/page_count.cpp
     QStringList infoQueueFiles;     ///< files that wait for their page count
     QStringList infoQueueRows;      ///< row of each of them, as decimal text
     int infoQueueIndex = 0;         ///< the one being counted
@@ -171,14 +171,14 @@ private:
     int pageCount = 1;              ///< read last; during a split that of the file being split
     bool counting = false;          ///< a queue counts on the table's row numbers
 
-    // ---- pipeline/page_export.cpp: the chosen rule
+    // ---- mainwindow/page_export.cpp: the chosen rule
     int ruleX = 0;
     int ruleY = 0;
     int ruleWidth = 0;
     int ruleHeight = 0;
     QString ruleText;
 
-    // ---- analysis/region_text.cpp
+    // ---- mainwindow/region_text.cpp
     void requestPage(int page);
     void readRequestedPages();
 
@@ -194,6 +194,6 @@ private:
     QXmlStreamReader pageReader;       ///< over the page read last; nothing reads it yet
     std::array<Subtext, quorlin::maximumPageItems> pageItems; ///< items of the page being parsed
 
-    // ---- pipeline/output_assembly.cpp
+    // ---- mainwindow/output_assembly.cpp
     int groupIndex = 0; ///< next group to write
 };

@@ -1,13 +1,13 @@
 #include "tools/pagebinder/merge.h"
 
 #include "tools/common/report.h"
-#include "tools/pagebinder/annotations.h"
-#include "tools/pagebinder/atomic_output.h"
-#include "tools/pagebinder/bookmarks.h"
-#include "tools/pagebinder/catalog.h"
-#include "tools/pagebinder/output_encryption.h"
-#include "tools/pagebinder/page_labels.h"
-#include "tools/pagebinder/page_writer.h"
+#include "tools/pagebinder/copying/page_writer.h"
+#include "tools/pagebinder/document/annotations.h"
+#include "tools/pagebinder/document/bookmarks.h"
+#include "tools/pagebinder/document/catalog.h"
+#include "tools/pagebinder/document/page_labels.h"
+#include "tools/pagebinder/output/atomic_output.h"
+#include "tools/pagebinder/output/output_encryption.h"
 
 #include <array>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "tools/common/tool_error.h"
+#include "tools/pagebinder/opening/source_file.h"
 #include "tools/pagebinder/page_ranges.h"
-#include "tools/pagebinder/source_file.h"
 
 #include <string>
 #include <vector>

@@ -2,12 +2,12 @@
 
 #include "tools/common/report.h"
 #include "tools/common/resource_limits.h"
-#include "tools/pagebinder/atomic_output.h"
 #include "tools/pagebinder/command_line.h"
-#include "tools/pagebinder/information.h"
+#include "tools/pagebinder/document/information.h"
 #include "tools/pagebinder/merge.h"
-#include "tools/pagebinder/output_name.h"
-#include "tools/pagebinder/signal_cleanup.h"
+#include "tools/pagebinder/output/atomic_output.h"
+#include "tools/pagebinder/output/output_name.h"
+#include "tools/pagebinder/output/signal_cleanup.h"
 
 #include <unistd.h>
 

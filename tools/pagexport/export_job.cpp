@@ -1,9 +1,9 @@
 #include "tools/pagexport/export_job.h"
 
-#include "tools/common/page_lookup.h"
 #include "tools/common/report.h"
-#include "tools/pagexport/geometry.h"
-#include "tools/pagexport/page_html.h"
+#include "tools/pagexport/output/page_html.h"
+#include "tools/pagexport/text/geometry.h"
+#include "tools/pdf/page_lookup.h"
 
 #include <algorithm>
 #include <system_error>

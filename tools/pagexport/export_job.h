@@ -1,9 +1,9 @@
 #pragma once
 
 #include "tools/pagexport/export_options.h"
-#include "tools/pagexport/output_folder.h"
-#include "tools/pagexport/page_reader.h"
-#include "tools/pagexport/page_watch.h"
+#include "tools/pagexport/output/output_folder.h"
+#include "tools/pagexport/pages/page_reader.h"
+#include "tools/pagexport/pages/page_watch.h"
 
 #include <atomic>
 #include <condition_variable>

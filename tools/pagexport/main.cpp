@@ -1,5 +1,5 @@
 #include "tools/common/resource_limits.h"
-#include "tools/pagexport/page_export.h"
+#include "tools/pagexport/output/page_export.h"
 
 #include <fcntl.h>
 #include <unistd.h>

@@ -1,6 +1,6 @@
 // Comes to harm on purpose, with pagebinder's signal handlers in place: fault_probe KIND HIDDENFILE
 
-#include "tools/pagebinder/signal_cleanup.h"
+#include "tools/pagebinder/output/signal_cleanup.h"
 
 #include <sys/mman.h>
 #include <unistd.h>

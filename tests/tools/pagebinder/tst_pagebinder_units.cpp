@@ -1,11 +1,11 @@
 // The tool's decisions that need no file: ranges, command lines, names, content streams, metadata.
 
 #include "tools/common/tool_error.h"
-#include "tools/pagebinder/archive_claim.h"
 #include "tools/pagebinder/command_line.h"
-#include "tools/pagebinder/content_scanner.h"
-#include "tools/pagebinder/information.h"
-#include "tools/pagebinder/output_name.h"
+#include "tools/pagebinder/copying/content_scanner.h"
+#include "tools/pagebinder/document/archive_claim.h"
+#include "tools/pagebinder/document/information.h"
+#include "tools/pagebinder/output/output_name.h"
 #include "tools/pagebinder/page_ranges.h"
 
 #include <QtTest>

@@ -1,7 +1,7 @@
-#include "tools/pagexport/geometry.h"
-#include "tools/pagexport/item_builder.h"
-#include "tools/pagexport/page_html.h"
-#include "tools/pagexport/text_codes.h"
+#include "tools/pagexport/output/page_html.h"
+#include "tools/pagexport/text/geometry.h"
+#include "tools/pagexport/text/item_builder.h"
+#include "tools/pagexport/text/text_codes.h"
 
 #include <QTest>
 

@@ -1,5 +1,5 @@
 #include "tests/tools/pagexport/export_run.h"
-#include "tools/pagexport/png_writer.h"
+#include "tools/pagexport/picture/png_writer.h"
 
 #include <QFileInfo>
 #include <QImage>

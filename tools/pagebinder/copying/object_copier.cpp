@@ -1,0 +1,359 @@
+#include "tools/pagebinder/copying/object_copier.h"
+
+#include "tools/pagebinder/copying/content_resources.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace tools {
+
+namespace {
+
+constexpr int deepestValue = 200;
+constexpr std::size_t largeStream = std::size_t{1} << 20;
+
+bool isOneOf(const char *name, const char *const *first, std::size_t count)
+{
+    return std::any_of(first, first + count,
+                       [name](const char *other) { return std::strcmp(name, other) == 0; });
+}
+
+template <std::size_t Count>
+bool isOneOf(const char *name, const std::array<const char *, Count> &names)
+{
+    return isOneOf(name, names.data(), Count);
+}
+
+constexpr std::array<const char *, 17> foreignTypes = {
+    "Page",  "Pages",  "Catalog", "StructTreeRoot", "StructElem", "Outlines",
+    "Annot", "Thread", "Bead",    "Template",       "ObjStm",     "XRef",
+    "MCR",   "OBJR",   "DPart",   "DPartRoot",      "Sig"};
+
+} // namespace
+
+bool isCopiedKey(std::string_view key)
+{
+    constexpr std::array<std::string_view, 6> dropped = {
+        "StructParent", "StructParents", "PieceInfo", "AF", "Thumb", "Resources"};
+    return std::find(dropped.begin(), dropped.end(), key) == dropped.end();
+}
+
+int ObjectCopier::mapped(int number) const
+{
+    if (m_local != nullptr) {
+        const auto local = m_local->find(number);
+        if (local != m_local->end()) {
+            return local->second;
+        }
+    }
+    const auto found = m_targets.find(number);
+    return found == m_targets.end() ? 0 : found->second;
+}
+
+int ObjectCopier::target(pdf_obj *object)
+{
+    const int number = m_source.numberOf(object);
+    if (number <= 0) {
+        return 0;
+    }
+    if (m_local != nullptr) {
+        const auto local = m_local->find(number);
+        if (local != m_local->end()) {
+            return local->second;
+        }
+    }
+    if (!m_followsReferences) {
+        return 0;
+    }
+    const auto [place, isNew] = m_targets.try_emplace(number, 0);
+    if (isNew) {
+        pdf_obj *resolved = m_source.resolve(object);
+        if (resolved != nullptr && !isForeign(resolved)) {
+            place->second = m_writer.allocate();
+            m_queue.push_back({number, place->second});
+        }
+    }
+    return place->second;
+}
+
+bool ObjectCopier::isForeign(pdf_obj *resolved)
+{
+    if (!m_source.isDictionary(resolved)) {
+        return false;
+    }
+    pdf_obj *type = m_source.get(resolved, PDF_NAME(Type));
+    if (pdf_is_name(m_source.context(), type)) {
+        return isOneOf(pdf_to_name(m_source.context(), type), foreignTypes);
+    }
+    return isForeignWithoutType(resolved);
+}
+
+bool ObjectCopier::isForeignWithoutType(pdf_obj *dictionary)
+{
+    const auto has = [this, dictionary](pdf_obj *key) {
+        return m_source.raw(dictionary, key) != nullptr;
+    };
+    if (has(PDF_NAME(Length))) {
+        return false;
+    }
+    const bool node = has(PDF_NAME(Kids)) || has(PDF_NAME(Parent)) || has(PDF_NAME(Pages));
+    const bool annotation = has(PDF_NAME(Subtype)) && has(PDF_NAME(Rect));
+    const bool bookmark = has(PDF_NAME(Title)) && (has(PDF_NAME(Next)) || has(PDF_NAME(Prev)));
+    const bool structure = has(PDF_NAME(S)) && has(PDF_NAME(P)) && has(PDF_NAME(K));
+    const bool signature = has(PDF_NAME(ByteRange));
+    return node || annotation || bookmark || structure || signature || has(PDF_NAME(FT));
+}
+
+bool ObjectCopier::writeScalar(pdf_obj *value)
+{
+    fz_context *context = m_source.context();
+    if (pdf_is_name(context, value)) {
+        m_writer.appendName(pdf_to_name(context, value));
+    } else if (pdf_is_int(context, value)) {
+        m_writer.appendNumber(pdf_to_int64(context, value));
+    } else if (pdf_is_real(context, value)) {
+        m_writer.appendReal(pdf_to_real(context, value));
+    } else if (pdf_is_string(context, value)) {
+        std::size_t length = 0;
+        const char *bytes = pdf_to_string(context, value, &length);
+        m_writer.appendString({bytes, length});
+    } else if (pdf_is_bool(context, value)) {
+        text() += pdf_to_bool(context, value) != 0 ? "true" : "false";
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void ObjectCopier::write(pdf_obj *value, int depth)
+{
+    fz_context *context = m_source.context();
+    if (pdf_is_indirect(context, value)) {
+        const int number = target(value);
+        if (number == 0) {
+            text() += "null";
+        } else {
+            m_writer.appendReference(number);
+        }
+        return;
+    }
+    if (writeScalar(value)) {
+        return;
+    }
+    const bool isCopied = depth < deepestValue && !isForeign(value);
+    if (isCopied && m_source.isArray(value)) {
+        writeArray(value, depth);
+    } else if (isCopied && m_source.isDictionary(value)) {
+        text() += "<<";
+        writeEntries(value, isCopiedKey, depth);
+        text() += ">>";
+    } else {
+        text() += "null";
+    }
+}
+
+void ObjectCopier::writeArray(pdf_obj *array, int depth)
+{
+    fz_context *context = m_source.context();
+    const int length = pdf_array_len(context, array);
+    text() += '[';
+    for (int i = 0; i < length; ++i) {
+        if (i != 0) {
+            text() += ' ';
+        }
+        write(pdf_array_get(context, array, i), depth + 1);
+    }
+    text() += ']';
+}
+
+void ObjectCopier::writeEntries(pdf_obj *dictionary, KeyFilter filter, int depth)
+{
+    fz_context *context = m_source.context();
+    const int length = pdf_dict_len(context, dictionary);
+    for (int i = 0; i < length; ++i) {
+        const char *key = pdf_to_name(context, pdf_dict_get_key(context, dictionary, i));
+        if (filter(key)) {
+            writeEntry(key, pdf_dict_get_val(context, dictionary, i), depth + 1);
+        }
+    }
+}
+
+void ObjectCopier::writePlainEntries(pdf_obj *dictionary, KeyFilter filter)
+{
+    fz_context *context = m_source.context();
+    const int length = pdf_dict_len(context, dictionary);
+    m_followsReferences = false;
+    for (int i = 0; i < length; ++i) {
+        const char *key = pdf_to_name(context, pdf_dict_get_key(context, dictionary, i));
+        pdf_obj *value = pdf_dict_get_val(context, dictionary, i);
+        const int number = m_source.numberOf(value);
+        if (filter(key) && (number == 0 || !m_source.isStream(number))) {
+            writeEntry(key, m_source.resolve(value), 1);
+        }
+    }
+    m_followsReferences = true;
+}
+
+void ObjectCopier::writeEntry(std::string_view key, pdf_obj *value, int depth)
+{
+    fz_context *context = m_source.context();
+    if (pdf_is_indirect(context, value)) {
+        const int number = target(value);
+        if (number != 0) {
+            m_writer.appendName(key);
+            text() += ' ';
+            m_writer.appendReference(number);
+        }
+        return;
+    }
+    if (pdf_is_null(context, value) || isForeign(value)) {
+        return;
+    }
+    m_writer.appendName(key);
+    if (!pdf_is_name(context, value)) {
+        text() += ' ';
+    }
+    write(value, depth);
+}
+
+void ObjectCopier::copyQueued()
+{
+    while (!m_queue.empty()) {
+        // Objects are written in the order they were met, so the queue is worked off in rounds.
+        std::vector<Queued> round;
+        round.swap(m_queue);
+        for (const Queued &queued : round) {
+            copyObject(queued);
+        }
+    }
+    for (const AddedStream &stream : m_added) {
+        writeAddedStream(stream);
+    }
+    m_added.clear();
+}
+
+void ObjectCopier::copyObject(const Queued &queued)
+{
+    pdf_obj *object = nullptr;
+    const int number = queued.number;
+    m_source.attempt([this, number, &object] {
+        object = pdf_cache_object(m_source.context(), m_source.document(), number)->obj;
+    });
+    if (m_source.isDictionary(object) && m_source.isStream(number)) {
+        copyStream(queued, object);
+        return;
+    }
+    m_writer.beginObject(queued.target);
+    if (m_source.isDictionary(object) && m_resources != nullptr &&
+        m_resources->isTypeThreeFont(object)) {
+        text() += "<<";
+        writeEntries(object, isCopiedKey);
+        m_resources->writeForFont(object);
+        text() += ">>";
+    } else {
+        write(object);
+    }
+    m_writer.endObject();
+}
+
+bool ObjectCopier::hasCryptFilter(pdf_obj *dictionary)
+{
+    pdf_obj *filter = m_source.get(dictionary, PDF_NAME(Filter));
+    const int length = pdf_array_len(m_source.context(), filter);
+    bool crypt = m_source.isName(filter, PDF_NAME(Crypt));
+    for (int i = 0; i < length; ++i) {
+        crypt = crypt || m_source.isName(m_source.at(filter, i), PDF_NAME(Crypt));
+    }
+    return crypt;
+}
+
+void ObjectCopier::copyStream(const Queued &queued, pdf_obj *dictionary)
+{
+    // A stream with an encryption of its own leaves it behind together with its other filters.
+    const bool decoded = hasCryptFilter(dictionary);
+    m_writer.beginObject(queued.target);
+    text() += "<<";
+    writeStreamEntries(dictionary, decoded);
+    if (m_resources != nullptr && m_source.raw(dictionary, PDF_NAME(Resources)) != nullptr) {
+        m_resources->writeForStream(dictionary, queued.number);
+    }
+    const bool metadata =
+        m_plainMetadata &&
+        m_source.isName(m_source.get(dictionary, PDF_NAME(Type)), PDF_NAME(Metadata));
+    writeData(queued, decoded, metadata);
+}
+
+void ObjectCopier::writeStreamEntries(pdf_obj *dictionary, bool decoded)
+{
+    const KeyFilter kept = [](std::string_view key) { return key != "Length" && isCopiedKey(key); };
+    const KeyFilter keptDecoded = [](std::string_view key) {
+        return key != "Length" && key != "Filter" && key != "DecodeParms" && isCopiedKey(key);
+    };
+    writeEntries(dictionary, decoded ? keptDecoded : kept);
+}
+
+void ObjectCopier::writeData(const Queued &queued, bool decoded, bool plain)
+{
+    const bool encrypting = m_writer.isEncrypting() && !plain;
+    std::string start;
+    std::uint64_t length = 0;
+    int lengthObject = 0;
+    m_source.readStream(queued.number, decoded, [&](const unsigned char *data, std::size_t size) {
+        length += size;
+        if (lengthObject != 0) {
+            text().append(reinterpret_cast<const char *>(data), size);
+            m_writer.flushIfLarge();
+            return true;
+        }
+        start.append(reinterpret_cast<const char *>(data), size);
+        if (start.size() > largeStream && !encrypting) {
+            // What is long passes through in pieces; its length is written behind it.
+            lengthObject = m_writer.allocate();
+            text() += "/Length ";
+            m_writer.appendReference(lengthObject);
+            text() += ">>\nstream\n";
+            text() += start;
+        }
+        return true;
+    });
+    if (lengthObject == 0) {
+        if (encrypting) {
+            start = m_writer.encrypted(queued.target, start);
+        }
+        text() += "/Length ";
+        m_writer.appendNumber(static_cast<std::int64_t>(start.size()));
+        text() += ">>\nstream\n";
+        text() += start;
+    }
+    text() += "\nendstream";
+    m_writer.endObject();
+    if (lengthObject != 0) {
+        m_writer.beginObject(lengthObject);
+        m_writer.appendNumber(static_cast<std::int64_t>(length));
+        m_writer.endObject();
+    }
+}
+
+int ObjectCopier::addStream(std::string entries, std::string data)
+{
+    const int number = m_writer.allocate();
+    m_added.push_back({number, std::move(entries), std::move(data)});
+    return number;
+}
+
+void ObjectCopier::writeAddedStream(const AddedStream &stream)
+{
+    const bool encrypting = m_writer.isEncrypting() && !m_plainMetadata;
+    const std::string data =
+        encrypting ? m_writer.encrypted(stream.target, stream.data) : stream.data;
+    m_writer.beginObject(stream.target);
+    text() += "<<" + stream.entries + "/Length ";
+    m_writer.appendNumber(static_cast<std::int64_t>(data.size()));
+    text() += ">>\nstream\n";
+    text() += data;
+    text() += "\nendstream";
+    m_writer.endObject();
+}
+
+} // namespace tools

@@ -1,0 +1,109 @@
+#pragma once
+
+#include "tools/pagebinder/opening/pdf_source.h"
+#include "tools/pagebinder/output/pdf_writer.h"
+
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace tools {
+
+class ContentResources;
+
+/// Which entries of a dictionary are written.
+using KeyFilter = bool (*)(std::string_view key);
+
+/// Copies objects into the new file: values are written with their references renumbered, and what
+/// they refer to is put in a queue and written later. Nothing is inflated or deflated.
+///
+/// References that lead out of the copied pages (to other pages, the page tree, the catalog, the
+/// structure tree, fields, bookmarks or annotations that nobody has mapped) become null: through
+/// them a page would drag the rest of the document along.
+class ObjectCopier
+{
+public:
+    ObjectCopier(PdfSource &source, PdfWriter &writer) : m_source(source), m_writer(writer) {}
+
+    PdfSource &source() noexcept { return m_source; }
+    PdfWriter &writer() noexcept { return m_writer; }
+    std::string &text() noexcept { return m_writer.text(); }
+
+    /// From now on a reference to object @p number becomes one to @p target, or null when that is
+    /// 0.
+    void map(int number, int target) { m_targets[number] = target; }
+    /// What @p number is mapped to; 0 when it is not mapped.
+    int mapped(int number) const;
+    /// References that hold while one page's annotations are written, before all others.
+    void setLocalTargets(const std::unordered_map<int, int> *targets) { m_local = targets; }
+
+    /// The number in the new file that the reference @p object becomes; 0: null. The object behind
+    /// it is copied unless it has been before.
+    int target(pdf_obj *object);
+
+    /// Writes any value; null where it cannot be taken along.
+    void write(pdf_obj *value, int depth = 0);
+    /// Writes a string, a name, a number or a boolean; nothing else and @returns false else.
+    bool writeScalar(pdf_obj *value);
+    /// Writes the entries of a dictionary, without the brackets, as far as @p filter takes them.
+    void writeEntries(pdf_obj *dictionary, KeyFilter filter, int depth = 0);
+    /// The same for plain settings: no reference is followed but to a single value, so nothing can
+    /// hang on them.
+    void writePlainEntries(pdf_obj *dictionary, KeyFilter filter);
+    /// Writes "/KEY value", or nothing when the value is missing or cannot be taken along.
+    void writeEntry(std::string_view key, pdf_obj *value, int depth = 0);
+
+    /// Takes up a stream of one's own. @returns its number in the output; it is written with those
+    /// that have been referred to
+    int addStream(std::string entries, std::string data);
+
+    /// Leaves the document's metadata readable in a file that is encrypted otherwise.
+    void setPlainMetadata() noexcept { m_plainMetadata = true; }
+
+    /// Writes the objects that have been referred to, and those that they refer to.
+    void copyQueued();
+
+    /// Whether @p resolved is something that belongs to the document or to another page.
+    bool isForeign(pdf_obj *resolved);
+
+    void setContentResources(ContentResources *resources) { m_resources = resources; }
+
+private:
+    struct Queued
+    {
+        int number;
+        int target;
+    };
+
+    struct AddedStream
+    {
+        int target;
+        std::string entries;
+        std::string data;
+    };
+
+    void copyObject(const Queued &queued);
+    void copyStream(const Queued &queued, pdf_obj *dictionary);
+    void writeArray(pdf_obj *array, int depth);
+    void writeStreamEntries(pdf_obj *dictionary, bool decoded);
+    void writeData(const Queued &queued, bool decoded, bool plain);
+    void writeAddedStream(const AddedStream &stream);
+    bool hasCryptFilter(pdf_obj *dictionary);
+    bool isForeignWithoutType(pdf_obj *dictionary);
+
+    PdfSource &m_source;
+    PdfWriter &m_writer;
+    ContentResources *m_resources = nullptr;
+    std::unordered_map<int, int> m_targets;
+    const std::unordered_map<int, int> *m_local = nullptr;
+    std::vector<Queued> m_queue;
+    std::vector<AddedStream> m_added;
+    bool m_plainMetadata = false;
+    bool m_followsReferences = true;
+};
+
+/// Takes every entry that a copied object may have: not the links into the structure tree, private
+/// data of other programs, embedded files and thumbnails.
+bool isCopiedKey(std::string_view key);
+
+} // namespace tools

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "tools/pagebinder/copying/content_resources.h"
+#include "tools/pagebinder/opening/page_tree.h"
+
+namespace tools {
+
+/// One page of the output.
+struct OutputPage
+{
+    int sourcePage = 0; ///< in the input, counted from 1
+    FoundPage found;
+    int target = 0; ///< number of the page object in the output
+};
+
+/// Writes page dictionaries. What a page takes over from the nodes above it is written onto the
+/// page itself.
+class PageWriter
+{
+public:
+    PageWriter(ObjectCopier &copier, ContentResources &resources, PageTree &tree)
+        : m_copier(copier), m_source(copier.source()), m_resources(resources), m_tree(tree)
+    {
+    }
+
+    /// @param parent number of the page tree's root
+    /// @param annotations what stands in /Annots, "" for none
+    /// @param borrowers appearance streams that use the page's resources
+    void write(const OutputPage &page, int parent, const std::string &annotations,
+               const std::vector<int> &borrowers);
+
+    /// Writes an empty page in place of one that cannot be read.
+    void writeBlank(const OutputPage &page, int parent);
+
+private:
+    void writeInherited(pdf_obj *page);
+
+    ObjectCopier &m_copier;
+    PdfSource &m_source;
+    ContentResources &m_resources;
+    PageTree &m_tree;
+};
+
+} // namespace tools

@@ -1,0 +1,171 @@
+#include "tools/pagebinder/document/annotations.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tools {
+
+namespace {
+
+bool isPlainKey(std::string_view key)
+{
+    constexpr std::array<std::string_view, 8> handled = {"P",  "Popup", "IRT",  "A",
+                                                         "AA", "PA",    "Dest", "Type"};
+    return isCopiedKey(key) && !FormFields::isHandledKey(key) &&
+           std::find(handled.begin(), handled.end(), key) == handled.end();
+}
+
+} // namespace
+
+void Annotations::add(const OutputPage &page)
+{
+    fz_context *context = m_source.context();
+    PageAnnotations &added = m_pages.emplace_back();
+    added.page = page.target;
+    pdf_obj *annotations = m_source.get(page.found.page, PDF_NAME(Annots));
+    const int length = pdf_array_len(context, annotations);
+    for (int i = 0; i < length; ++i) {
+        pdf_obj *dictionary = m_source.at(annotations, i);
+        const int number = m_source.numberOf(pdf_array_get(context, annotations, i));
+        if (!m_source.isDictionary(dictionary) || !isKept(dictionary) ||
+            (number != 0 && added.targets.count(number) != 0)) {
+            continue;
+        }
+        const bool widget =
+            m_source.isName(m_source.get(dictionary, PDF_NAME(Subtype)), PDF_NAME(Widget));
+        const bool isSigned = widget && m_fields.isSigned(dictionary);
+        if (isSigned && m_source.get(dictionary, PDF_NAME(AP)) == nullptr) {
+            continue;
+        }
+        const int target = m_copier.writer().allocate();
+        added.annotations.push_back({dictionary, target, isSigned});
+        if (number != 0) {
+            added.targets.emplace(number, target);
+            if (m_copier.mapped(number) == 0) {
+                m_copier.map(number, target);
+            }
+        }
+        if (widget && !isSigned) {
+            m_fields.addWidget(dictionary, number, target);
+        }
+    }
+}
+
+bool Annotations::isKept(pdf_obj *annotation)
+{
+    pdf_obj *kind = m_source.get(annotation, PDF_NAME(Subtype));
+    if (m_source.isName(kind, PDF_NAME(Link))) {
+        return !m_destinations.leadsOutside(annotation);
+    }
+    return pdf_is_name(m_source.context(), kind) != 0;
+}
+
+void Annotations::write(std::size_t index)
+{
+    const PageAnnotations &page = m_pages[index];
+    m_copier.setLocalTargets(&page.targets);
+    for (const Annotation &annotation : page.annotations) {
+        if (annotation.isSigned) {
+            writeSignaturePicture(annotation, page.page);
+        } else {
+            writeAnnotation(annotation, page.page);
+        }
+    }
+    m_copier.setLocalTargets(nullptr);
+}
+
+void Annotations::writeAnnotation(const Annotation &annotation, int page)
+{
+    std::string &text = m_copier.text();
+    pdf_obj *dictionary = annotation.dictionary;
+    pdf_obj *kind = m_source.get(dictionary, PDF_NAME(Subtype));
+    m_copier.writer().beginObject(annotation.target);
+    text += "<</Type/Annot/P ";
+    m_copier.writer().appendReference(page);
+    m_copier.writeEntries(dictionary, isPlainKey);
+    writeReference("Popup", m_source.raw(dictionary, PDF_NAME(Popup)));
+    writeReference("IRT", m_source.raw(dictionary, PDF_NAME(IRT)));
+    if (m_source.isName(kind, PDF_NAME(Widget))) {
+        m_fields.writeWidgetEntries(dictionary, annotation.target);
+    } else {
+        writeReference("Parent", m_source.raw(dictionary, PDF_NAME(Parent)));
+    }
+    pdf_obj *destination = m_source.raw(dictionary, PDF_NAME(Dest));
+    if (destination == nullptr) {
+        m_destinations.writeAction("A", m_source.raw(dictionary, PDF_NAME(A)));
+    } else if (m_destinations.pageOf(destination) != 0) {
+        text += "/Dest";
+        m_destinations.write(destination);
+    }
+    text += ">>";
+    m_copier.writer().endObject();
+}
+
+void Annotations::writeSignaturePicture(const Annotation &annotation, int page)
+{
+    const KeyFilter kept = [](std::string_view key) {
+        return key == "Rect" || key == "AP" || key == "AS" || key == "F" || key == "OC";
+    };
+    m_copier.writer().beginObject(annotation.target);
+    m_copier.text() += "<</Type/Annot/Subtype/Stamp/P ";
+    m_copier.writer().appendReference(page);
+    m_copier.writeEntries(annotation.dictionary, kept);
+    m_copier.text() += ">>";
+    m_copier.writer().endObject();
+}
+
+void Annotations::writeReference(std::string_view key, pdf_obj *value)
+{
+    const int number = m_source.numberOf(value);
+    const int target = number == 0 ? 0 : m_copier.mapped(number);
+    if (target != 0) {
+        m_copier.writer().appendName(key);
+        m_copier.text() += ' ';
+        m_copier.writer().appendReference(target);
+    }
+}
+
+std::string Annotations::references(std::size_t index) const
+{
+    std::string text;
+    for (const Annotation &annotation : m_pages[index].annotations) {
+        text += std::to_string(annotation.target);
+        text += " 0 R ";
+    }
+    return text;
+}
+
+std::vector<int> Annotations::borrowers(std::size_t index)
+{
+    fz_context *context = m_source.context();
+    std::vector<int> found;
+    for (const Annotation &annotation : m_pages[index].annotations) {
+        pdf_obj *appearances = m_source.get(annotation.dictionary, PDF_NAME(AP));
+        const int length = pdf_dict_len(context, appearances);
+        for (int i = 0; i < length; ++i) {
+            pdf_obj *appearance = pdf_dict_get_val(context, appearances, i);
+            addBorrower(appearance, found);
+            pdf_obj *states = m_source.resolve(appearance);
+            if (m_source.numberOf(appearance) != 0 &&
+                m_source.isStream(m_source.numberOf(appearance))) {
+                continue;
+            }
+            const int stateCount = pdf_dict_len(context, states);
+            for (int state = 0; state < stateCount; ++state) {
+                addBorrower(pdf_dict_get_val(context, states, state), found);
+            }
+        }
+    }
+    return found;
+}
+
+void Annotations::addBorrower(pdf_obj *appearance, std::vector<int> &found)
+{
+    const int number = m_source.numberOf(appearance);
+    if (number > 0 && m_source.isStream(number) &&
+        !m_source.isDictionary(m_source.get(appearance, PDF_NAME(Resources)))) {
+        found.push_back(number);
+    }
+}
+
+} // namespace tools

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "tools/pagebinder/document/destinations.h"
+#include "tools/pagebinder/document/form_fields.h"
+
+#include <unordered_map>
+#include <vector>
+
+namespace tools {
+
+/// Copies the annotations of the output's pages. Each copy of a page has annotations of its own.
+class Annotations
+{
+public:
+    Annotations(ObjectCopier &copier, Destinations &destinations, FormFields &fields)
+        : m_copier(copier), m_source(copier.source()), m_destinations(destinations),
+          m_fields(fields)
+    {
+    }
+
+    /// Decides what is copied and numbers it. Must be done for all pages before anything is
+    /// written, because annotations, fields and links refer to one another.
+    void add(const OutputPage &page);
+
+    /// Writes the annotations of the page that was added as number @p index.
+    void write(std::size_t index);
+
+    /// What stands in the page's /Annots; empty for none.
+    std::string references(std::size_t index) const;
+
+    /// Appearance streams of the page without resources of their own, by object number.
+    std::vector<int> borrowers(std::size_t index);
+
+private:
+    struct Annotation
+    {
+        pdf_obj *dictionary;
+        int target;
+        bool isSigned; ///< the widget of a signature, copied as a mere picture
+    };
+    struct PageAnnotations
+    {
+        int page = 0; ///< number of the page object in the output
+        std::vector<Annotation> annotations;
+        std::unordered_map<int, int> targets; ///< object number to number in the output
+    };
+
+    bool isKept(pdf_obj *annotation);
+    void writeSignaturePicture(const Annotation &annotation, int page);
+    void writeAnnotation(const Annotation &annotation, int page);
+    void writeReference(std::string_view key, pdf_obj *value);
+    void addBorrower(pdf_obj *appearance, std::vector<int> &found);
+
+    ObjectCopier &m_copier;
+    PdfSource &m_source;
+    Destinations &m_destinations;
+    FormFields &m_fields;
+    std::vector<PageAnnotations> m_pages;
+};
+
+} // namespace tools

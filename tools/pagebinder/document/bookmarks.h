@@ -1,0 +1,47 @@
+#pragma once
+
+#include "tools/pagebinder/document/destinations.h"
+
+#include <memory>
+#include <unordered_set>
+#include <vector>
+
+namespace tools {
+
+/// Copies the bookmarks that lead to copied pages, with those above them.
+class Bookmarks
+{
+public:
+    Bookmarks(ObjectCopier &copier, Destinations &destinations)
+        : m_copier(copier), m_source(copier.source()), m_destinations(destinations)
+    {
+    }
+
+    /// Writes them. @returns the number of their root in the output, 0 when there are none
+    int write();
+
+private:
+    struct Item
+    {
+        pdf_obj *dictionary = nullptr;
+        pdf_obj *destination = nullptr; ///< null when it leads to no copied page
+        bool isOpen = false;
+        int target = 0;
+        std::vector<Item> kids;
+    };
+
+    std::vector<Item> collect(pdf_obj *first, int depth);
+    pdf_obj *destinationOf(pdf_obj *item);
+    void number(std::vector<Item> &items);
+    void writeItems(const std::vector<Item> &items, int parent);
+    void writeItem(const std::vector<Item> &items, std::size_t place, int parent);
+    void writeChildEntries(const Item &item);
+    static int visibleCount(const std::vector<Item> &items);
+
+    ObjectCopier &m_copier;
+    PdfSource &m_source;
+    Destinations &m_destinations;
+    std::unordered_set<int> m_seen;
+};
+
+} // namespace tools

@@ -1,0 +1,224 @@
+#include "tools/pagebinder/document/destinations.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace tools {
+
+namespace {
+
+constexpr int deepestTree = 40;
+constexpr int mostNodes = 200'000;
+constexpr int longestActionChain = 16;
+constexpr int mostActions = 64;
+
+/// Scripts, actions that reach into other documents' insides or into the parts of this one that do
+/// not come along.
+constexpr std::array<const char *, 5> droppedActions = {"JavaScript", "ImportData", "Thread",
+                                                        "GoToE", "GoToDp"};
+
+} // namespace
+
+void Destinations::addPages(const std::vector<OutputPage> &pages)
+{
+    for (const OutputPage &page : pages) {
+        if (page.found.number != 0) {
+            m_byObject.try_emplace(page.found.number, page.target);
+        }
+        m_byPage.try_emplace(page.sourcePage, page.target);
+    }
+}
+
+int Destinations::pageOf(pdf_obj *destination)
+{
+    pdf_obj *array = explicitArray(destination);
+    return array == nullptr ? 0 : pageOfArray(array);
+}
+
+int Destinations::pageOfArray(pdf_obj *array)
+{
+    fz_context *context = m_source.context();
+    pdf_obj *first = pdf_array_get(context, array, 0);
+    if (pdf_is_indirect(context, first)) {
+        const auto found = m_byObject.find(m_source.numberOf(first));
+        if (found != m_byObject.end()) {
+            return found->second;
+        }
+        first = m_source.resolve(first);
+    }
+    if (pdf_is_int(context, first)) {
+        const auto found = m_byPage.find(pdf_to_int(context, first) + 1);
+        return found == m_byPage.end() ? 0 : found->second;
+    }
+    return 0;
+}
+
+pdf_obj *Destinations::explicitArray(pdf_obj *destination)
+{
+    pdf_obj *value = m_source.resolve(destination);
+    for (int step = 0; step < 4 && !m_source.isArray(value); ++step) {
+        if (m_source.isDictionary(value)) {
+            value = m_source.get(value, PDF_NAME(D));
+        } else {
+            value = named(value);
+        }
+    }
+    return m_source.isArray(value) ? value : nullptr;
+}
+
+pdf_obj *Destinations::named(pdf_obj *name)
+{
+    fz_context *context = m_source.context();
+    pdf_obj *catalog = m_source.catalog();
+    std::string text;
+    if (pdf_is_name(context, name)) {
+        text = pdf_to_name(context, name);
+    } else if (pdf_is_string(context, name)) {
+        text = PdfSource::bytes(context, name);
+    } else {
+        return nullptr;
+    }
+    pdf_obj *direct = m_source.get(m_source.get(catalog, PDF_NAME(Dests)), text.c_str());
+    if (direct != nullptr) {
+        return direct;
+    }
+    m_nodesLeft = mostNodes;
+    return findInTree(m_source.get(m_source.get(catalog, PDF_NAME(Names)), PDF_NAME(Dests)), text,
+                      0);
+}
+
+bool Destinations::mayContain(pdf_obj *node, const std::string &name)
+{
+    fz_context *context = m_source.context();
+    pdf_obj *limits = m_source.get(node, PDF_NAME(Limits));
+    pdf_obj *first = m_source.at(limits, 0);
+    pdf_obj *last = m_source.at(limits, 1);
+    return !pdf_is_string(context, first) || !pdf_is_string(context, last) ||
+           (PdfSource::bytes(context, first) <= name && name <= PdfSource::bytes(context, last));
+}
+
+pdf_obj *Destinations::findInTree(pdf_obj *node, const std::string &name, int depth)
+{
+    fz_context *context = m_source.context();
+    if (depth > deepestTree || --m_nodesLeft < 0 || !m_source.isDictionary(node) ||
+        !mayContain(node, name)) {
+        return nullptr;
+    }
+    pdf_obj *names = m_source.get(node, PDF_NAME(Names));
+    const int length = pdf_array_len(context, names);
+    for (int i = 0; i + 1 < length; i += 2) {
+        std::size_t size = 0;
+        const char *bytes = pdf_to_string(context, m_source.at(names, i), &size);
+        if (size == name.size() && std::memcmp(bytes, name.data(), size) == 0) {
+            return m_source.at(names, i + 1);
+        }
+    }
+    pdf_obj *kids = m_source.get(node, PDF_NAME(Kids));
+    const int kidCount = pdf_array_len(context, kids);
+    for (int i = 0; i < kidCount; ++i) {
+        pdf_obj *found = findInTree(m_source.at(kids, i), name, depth + 1);
+        if (found != nullptr) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+void Destinations::write(pdf_obj *destination)
+{
+    fz_context *context = m_source.context();
+    pdf_obj *array = explicitArray(destination);
+    const int length = std::min(pdf_array_len(context, array), 8);
+    std::string &text = m_copier.text();
+    text += '[';
+    m_copier.writer().appendReference(pageOfArray(array));
+    for (int i = 1; i < length; ++i) {
+        text += ' ';
+        if (!m_copier.writeScalar(m_source.at(array, i))) {
+            text += "null";
+        }
+    }
+    if (length < 2) {
+        text += "/Fit";
+    }
+    text += ']';
+}
+
+bool Destinations::leadsOutside(pdf_obj *owner)
+{
+    pdf_obj *destination = m_source.raw(owner, PDF_NAME(Dest));
+    if (destination != nullptr) {
+        return pageOf(destination) == 0;
+    }
+    pdf_obj *action = m_source.get(owner, PDF_NAME(A));
+    return m_source.isDictionary(action) &&
+           m_source.isName(m_source.get(action, PDF_NAME(S)), PDF_NAME(GoTo)) && !isKept(action);
+}
+
+bool Destinations::isKept(pdf_obj *action)
+{
+    pdf_obj *kind = m_source.get(action, PDF_NAME(S));
+    if (!pdf_is_name(m_source.context(), kind)) {
+        return false;
+    }
+    if (m_source.isName(kind, PDF_NAME(GoTo))) {
+        return pageOf(m_source.raw(action, PDF_NAME(D))) != 0;
+    }
+    const char *name = pdf_to_name(m_source.context(), kind);
+    return std::none_of(droppedActions.begin(), droppedActions.end(),
+                        [name](const char *dropped) { return std::strcmp(dropped, name) == 0; });
+}
+
+void Destinations::writeAction(std::string_view key, pdf_obj *action)
+{
+    pdf_obj *resolved = m_source.resolve(action);
+    if (m_source.isDictionary(resolved) && isKept(resolved)) {
+        m_copier.writer().appendName(key);
+        writeActionValue(resolved, 0);
+    }
+}
+
+bool Destinations::writeActionValue(pdf_obj *action, int depth)
+{
+    if (!m_source.isDictionary(action) || !isKept(action)) {
+        return false;
+    }
+    const KeyFilter kept = [](std::string_view key) {
+        return key != "Next" && key != "D" && key != "SD" && key != "JS" && isCopiedKey(key);
+    };
+    std::string &text = m_copier.text();
+    text += "<<";
+    m_copier.writeEntries(action, kept);
+    pdf_obj *destination = m_source.raw(action, PDF_NAME(D));
+    if (m_source.isName(m_source.get(action, PDF_NAME(S)), PDF_NAME(GoTo))) {
+        text += "/D";
+        write(destination);
+    } else {
+        m_copier.writeEntry("D", destination);
+    }
+    writeNext(m_source.get(action, PDF_NAME(Next)), depth + 1);
+    text += ">>";
+    return true;
+}
+
+void Destinations::writeNext(pdf_obj *next, int depth)
+{
+    if (next == nullptr || depth > longestActionChain) {
+        return;
+    }
+    std::string &text = m_copier.text();
+    text += "/Next[";
+    if (m_source.isArray(next)) {
+        const int length = std::min(pdf_array_len(m_source.context(), next), mostActions);
+        for (int i = 0; i < length; ++i) {
+            // One long chain is taken whole; of branches within branches only the first level.
+            writeActionValue(m_source.at(next, i), depth + longestActionChain);
+        }
+    } else {
+        writeActionValue(next, depth);
+    }
+    text += ']';
+}
+
+} // namespace tools

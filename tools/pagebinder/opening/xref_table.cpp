@@ -1,0 +1,175 @@
+#include "tools/pagebinder/opening/xref_table.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+namespace tools {
+
+namespace {
+
+constexpr std::size_t endOfFile = 1024; // in which the library looks for "startxref", too
+constexpr std::size_t longestTrailer = 4096;
+constexpr std::size_t entryLength = 20;
+constexpr std::size_t entriesAtOnce = 3200;
+constexpr int longestNumber = 10;
+constexpr int largestObject = 8388607;
+constexpr std::uint32_t largestGeneration = 65535;
+
+bool isSpace(char c)
+{
+    return c == ' ' || c == '\n' || c == '\r' || c == '\t' || c == '\f' || c == '\0';
+}
+
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+/// @p count digits as a number; negative when there is anything else.
+std::int64_t digits(const char *text, int count)
+{
+    std::int64_t number = 0;
+    unsigned wrong = 0;
+    for (int i = 0; i < count; ++i) {
+        const unsigned digit = static_cast<unsigned char>(text[i]) - unsigned{'0'};
+        wrong |= static_cast<unsigned>(digit > 9);
+        number = number * 10 + digit;
+    }
+    return wrong != 0 ? -1 : number;
+}
+
+bool endsLine(char c)
+{
+    return c == ' ' || c == '\r' || c == '\n';
+}
+
+/// "nnnnnnnnnn ggggg n" and two bytes of line end.
+bool parseEntry(const char *text, XrefEntry &entry)
+{
+    const std::int64_t offset = digits(text, 10);
+    const std::int64_t generation = digits(text + 11, 5);
+    const char kind = text[17];
+    if (offset < 0 || generation < 0 || generation > largestGeneration || text[10] != ' ' ||
+        text[16] != ' ' || (kind != 'n' && kind != 'f') || !endsLine(text[18]) ||
+        !endsLine(text[19])) {
+        return false;
+    }
+    entry.offset = offset;
+    entry.generation = static_cast<std::uint16_t>(generation);
+    // Some producers mark free objects by an offset of 0 alone.
+    entry.kind = kind == 'n' && offset != 0 ? XrefEntry::Kind::inUse : XrefEntry::Kind::free;
+    return true;
+}
+
+} // namespace
+
+std::int64_t XrefSection::newestOffset()
+{
+    const std::int64_t start =
+        std::max<std::int64_t>(0, m_file.size() - static_cast<std::int64_t>(endOfFile));
+    const FileWindow::Bytes bytes = m_file.at(start, endOfFile);
+    const std::string_view text(bytes.begin, static_cast<std::size_t>(bytes.end - bytes.begin));
+    const std::size_t found = text.rfind("startxref");
+    if (found == std::string_view::npos) {
+        return 0;
+    }
+    m_position = start + static_cast<std::int64_t>(found) + 9;
+    std::int64_t offset = 0;
+    return skipSpace(1, 4) && readNumber(offset) ? offset : 0;
+}
+
+bool XrefSection::skipSpace(int least, int most)
+{
+    const FileWindow::Bytes bytes = m_file.at(m_position, static_cast<std::size_t>(most));
+    const char *end = std::find_if_not(bytes.begin, bytes.end, isSpace);
+    m_position += end - bytes.begin;
+    return end - bytes.begin >= least;
+}
+
+bool XrefSection::take(const char *word)
+{
+    const std::size_t length = std::strlen(word);
+    const FileWindow::Bytes bytes = m_file.at(m_position, length);
+    if (static_cast<std::size_t>(bytes.end - bytes.begin) != length ||
+        std::memcmp(bytes.begin, word, length) != 0) {
+        return false;
+    }
+    m_position += static_cast<std::int64_t>(length);
+    return true;
+}
+
+bool XrefSection::readNumber(std::int64_t &number)
+{
+    const FileWindow::Bytes bytes = m_file.at(m_position, longestNumber + 1);
+    const char *end = std::find_if_not(bytes.begin, bytes.end, isDigit);
+    const auto length = static_cast<int>(end - bytes.begin);
+    if (length < 1 || length > longestNumber) {
+        return false;
+    }
+    number = digits(bytes.begin, length);
+    m_position += length;
+    return true;
+}
+
+bool XrefSection::read(std::int64_t offset, XrefTarget &target)
+{
+    m_position = offset;
+    if (!take("xref") || !skipSpace(1, 4) || !readSubsections(target) || !take("trailer")) {
+        return false;
+    }
+    const FileWindow::Bytes bytes = m_file.at(m_position, longestTrailer);
+    m_trailer.assign(bytes.begin, bytes.end);
+    return true;
+}
+
+bool XrefSection::readSubsections(XrefTarget &target)
+{
+    for (;;) {
+        const FileWindow::Bytes next = m_file.at(m_position, 1);
+        if (next.begin == next.end || !isDigit(*next.begin)) {
+            return skipSpace(0, 4);
+        }
+        std::int64_t first = 0;
+        std::int64_t count = 0;
+        if (!readNumber(first) || !take(" ") || !readNumber(count) || first > largestObject ||
+            count > largestObject + 1 - first) {
+            return false;
+        }
+        static_cast<void>(take(" "));
+        if (!take("\r\n") && !take("\n") && !take("\r")) {
+            return false;
+        }
+        const auto number = static_cast<int>(first);
+        const auto entries = static_cast<int>(count);
+        // A table cannot have more entries than the file has bytes for.
+        if (count > m_file.size() / static_cast<std::int64_t>(entryLength) ||
+            !target.expect(number, entries) || !readEntries(number, entries, target)) {
+            return false;
+        }
+    }
+}
+
+bool XrefSection::readEntries(int first, int count, XrefTarget &target)
+{
+    while (count > 0) {
+        const std::size_t wanted =
+            std::min<std::size_t>(entriesAtOnce, static_cast<std::size_t>(count)) * entryLength;
+        const FileWindow::Bytes bytes = m_file.at(m_position, wanted);
+        if (static_cast<std::size_t>(bytes.end - bytes.begin) != wanted) {
+            return false;
+        }
+        for (const char *text = bytes.begin; text != bytes.end; text += entryLength) {
+            XrefEntry entry;
+            if (!parseEntry(text, entry) || !target.place(first, entry)) {
+                return false;
+            }
+            ++first;
+            --count;
+        }
+        m_position += static_cast<std::int64_t>(wanted);
+    }
+    return true;
+}
+
+} // namespace tools

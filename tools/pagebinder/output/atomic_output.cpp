@@ -1,0 +1,158 @@
+#include "tools/pagebinder/output/atomic_output.h"
+
+#include "tools/common/tool_error.h"
+#include "tools/pagebinder/output/signal_cleanup.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <random>
+
+namespace tools {
+
+namespace {
+
+std::string hiddenName()
+{
+    std::random_device random;
+    std::array<char, 40> name{};
+    std::snprintf(name.data(), name.size(), ".pagebinder-%08x%08x.part", random(), random());
+    return name.data();
+}
+
+void refuseSpecialFile(const std::string &path)
+{
+    struct stat status
+    {
+    };
+    if (lstat(path.c_str(), &status) != 0) {
+        return;
+    }
+    if (S_ISDIR(status.st_mode)) {
+        throw ToolError(path, "is a folder");
+    }
+    if (!S_ISREG(status.st_mode) && !S_ISLNK(status.st_mode)) {
+        throw ToolError(path, "is not a regular file");
+    }
+}
+
+} // namespace
+
+AtomicOutput::AtomicOutput(std::string path) : m_path(std::move(path))
+{
+    refuseSpecialFile(m_path);
+    open(folderOf(m_path));
+}
+
+AtomicOutput::~AtomicOutput()
+{
+    discard();
+}
+
+void AtomicOutput::open(const std::string &folder)
+{
+    for (int attempt = 0; attempt < 8 && m_descriptor < 0; ++attempt) {
+        m_hidden = folder + "/" + hiddenName();
+        if (!watchHiddenFile(m_hidden)) {
+            throw ToolError(m_path, "path is too long");
+        }
+        m_descriptor =
+            ::open(m_hidden.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666);
+        if (m_descriptor < 0 && errno != EEXIST) {
+            break;
+        }
+    }
+    if (m_descriptor < 0) {
+        const int reason = errno;
+        forgetHiddenFile();
+        throw ToolError(m_path, std::string("cannot be written: ") + std::strerror(reason));
+    }
+}
+
+void AtomicOutput::write(const char *data, std::size_t size)
+{
+    while (size > 0) {
+        const ssize_t written = ::write(m_descriptor, data, size);
+        if (written < 0 && errno == EINTR) {
+            continue;
+        }
+        if (written <= 0) {
+            throw ToolError(m_path, std::string("cannot be written: ") + std::strerror(errno));
+        }
+        data += written;
+        size -= static_cast<std::size_t>(written);
+    }
+}
+
+void AtomicOutput::restart()
+{
+    if (ftruncate(m_descriptor, 0) != 0 || lseek(m_descriptor, 0, SEEK_SET) != 0) {
+        throw ToolError(m_path, std::string("cannot be written: ") + std::strerror(errno));
+    }
+}
+
+void AtomicOutput::commit()
+{
+    const int descriptor = m_descriptor;
+    m_descriptor = -1;
+    if (close(descriptor) != 0 || rename(m_hidden.c_str(), m_path.c_str()) != 0) {
+        const int reason = errno;
+        unlink(m_hidden.c_str());
+        forgetHiddenFile();
+        throw ToolError(m_path, std::string("cannot be written: ") + std::strerror(reason));
+    }
+    forgetHiddenFile();
+}
+
+void AtomicOutput::discard() noexcept
+{
+    if (m_descriptor >= 0) {
+        close(m_descriptor);
+        m_descriptor = -1;
+        unlink(m_hidden.c_str());
+        forgetHiddenFile();
+    }
+}
+
+bool isSameFile(const std::string &first, const std::string &second)
+{
+    struct stat one
+    {
+    };
+    struct stat two
+    {
+    };
+    return stat(first.c_str(), &one) == 0 && stat(second.c_str(), &two) == 0 &&
+           one.st_dev == two.st_dev && one.st_ino == two.st_ino;
+}
+
+void removeFile(const std::string &path)
+{
+    struct stat status
+    {
+    };
+    if (lstat(path.c_str(), &status) == 0 && (S_ISREG(status.st_mode) || S_ISLNK(status.st_mode))) {
+        unlink(path.c_str());
+    }
+}
+
+std::string folderOf(const std::string &path)
+{
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos) {
+        return ".";
+    }
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+std::string nameOf(const std::string &path)
+{
+    return path.substr(path.rfind('/') + 1);
+}
+
+} // namespace tools

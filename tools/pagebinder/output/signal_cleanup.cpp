@@ -1,0 +1,177 @@
+#include "tools/pagebinder/output/signal_cleanup.h"
+
+#include "tools/common/tool_error.h"
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <array>
+#include <climits>
+#include <csignal>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+namespace tools {
+
+namespace {
+
+// A signal handler may touch nothing but plain memory and a few system calls.
+std::array<char, PATH_MAX> hiddenFile{};
+volatile std::sig_atomic_t hiddenFileExists = 0;
+constexpr std::uintptr_t belowStackEnd = 65'536;
+constexpr std::uintptr_t largestFrame = 1'048'576;
+std::array<char, 512> overflowLine{};
+std::array<char, 512> timeLine{};
+
+void removeHiddenFile()
+{
+    if (hiddenFileExists != 0) {
+        hiddenFileExists = 0;
+        unlink(hiddenFile.data());
+    }
+}
+
+void say(const char *line)
+{
+    if (write(STDERR_FILENO, line, std::strlen(line)) < 0) {
+        return;
+    }
+}
+
+void endBySignal(int signal)
+{
+    removeHiddenFile();
+    if (signal == SIGXCPU) {
+        say(timeLine.data());
+    }
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
+}
+
+/// Where the interrupted code's stack ended; 0 on machines where that is not known.
+std::uintptr_t stackPointer(const void *context)
+{
+    const auto *state = static_cast<const ucontext_t *>(context);
+#if defined(__linux__) && defined(__x86_64__)
+    return static_cast<std::uintptr_t>(state->uc_mcontext.gregs[REG_RSP]);
+#elif defined(__linux__) && defined(__aarch64__)
+    return static_cast<std::uintptr_t>(state->uc_mcontext.sp);
+#elif defined(__APPLE__) && defined(__x86_64__)
+    return static_cast<std::uintptr_t>(state->uc_mcontext->__ss.__rsp);
+#elif defined(__APPLE__) && defined(__aarch64__)
+    return static_cast<std::uintptr_t>(state->uc_mcontext->__ss.__sp);
+#else
+    static_cast<void>(state);
+    return 0;
+#endif
+}
+
+// A stack that has grown too far faults where it is being written: next to its own end. All the
+// memory above that end is there, so no stray pointer faults at such a place.
+bool isOverflow(const siginfo_t &information, const void *context)
+{
+    const std::uintptr_t end = stackPointer(context);
+    const auto address = reinterpret_cast<std::uintptr_t>(information.si_addr);
+    return information.si_code > 0 && end != 0 && address + belowStackEnd >= end &&
+           address < end + largestFrame;
+}
+
+[[maybe_unused]] void endByFault(int signal, siginfo_t *information, void *context)
+{
+    removeHiddenFile();
+    if (isOverflow(*information, context)) {
+        say(overflowLine.data());
+        _exit(exitInputError);
+    }
+    // A fault of our own is seen as the crash it is.
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
+}
+
+void fillLine(std::array<char, 512> &line, const std::string &input, const char *reason)
+{
+    std::string text = "pagebinder: ";
+    for (const char c : input.substr(0, 300)) {
+        const auto byte = static_cast<unsigned char>(c);
+        text += byte < 0x20 || byte == 0x7f ? '?' : c;
+    }
+    text += reason;
+    std::memcpy(line.data(), text.c_str(), text.size() + 1);
+}
+
+void handle(int signal, void (*handler)(int), int flags)
+{
+    struct sigaction action
+    {
+    };
+    action.sa_handler = handler;
+    action.sa_flags = flags;
+    sigemptyset(&action.sa_mask);
+    sigaction(signal, &action, nullptr);
+}
+
+[[maybe_unused]] void handleFaults()
+{
+    static std::array<char, 65536> handlerStack;
+    stack_t stack{};
+    stack.ss_sp = handlerStack.data();
+    stack.ss_size = handlerStack.size();
+    if (sigaltstack(&stack, nullptr) != 0) {
+        return;
+    }
+    struct sigaction action
+    {
+    };
+    action.sa_sigaction = endByFault;
+    action.sa_flags = SA_ONSTACK | SA_SIGINFO;
+    sigemptyset(&action.sa_mask);
+    for (const int signal : {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT}) {
+        sigaction(signal, &action, nullptr);
+    }
+}
+
+void handleUnlessIgnored(int signal)
+{
+    struct sigaction current
+    {
+    };
+    // Whoever starts the program with a signal ignored, as nohup does, wants it to stay so.
+    if (sigaction(signal, nullptr, &current) == 0 && current.sa_handler != SIG_IGN) {
+        handle(signal, endBySignal, 0);
+    }
+}
+
+} // namespace
+
+void removeHiddenFileOnSignals(const std::string &input)
+{
+    fillLine(timeLine, input, ": takes too long\n");
+    fillLine(overflowLine, input, ": its objects are nested too deeply\n");
+    handleUnlessIgnored(SIGTERM);
+    handleUnlessIgnored(SIGINT);
+    handleUnlessIgnored(SIGHUP);
+    handleUnlessIgnored(SIGXCPU);
+    handle(SIGXFSZ, SIG_IGN, 0);
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+    handleFaults();
+#endif
+}
+
+bool watchHiddenFile(const std::string &path)
+{
+    if (path.size() >= hiddenFile.size()) {
+        return false;
+    }
+    hiddenFileExists = 0;
+    std::memcpy(hiddenFile.data(), path.c_str(), path.size() + 1);
+    hiddenFileExists = 1;
+    return true;
+}
+
+void forgetHiddenFile()
+{
+    hiddenFileExists = 0;
+}
+
+} // namespace tools

@@ -1,0 +1,180 @@
+#include "tools/pagexport/output/output_folder.h"
+
+#include "tools/common/tool_error.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+namespace tools {
+
+namespace {
+
+constexpr std::string_view numberMark = "_pg_";
+constexpr std::size_t fewestDigits = 4;
+constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
+
+struct CloseFolder
+{
+    void operator()(DIR *folder) const { closedir(folder); }
+};
+
+bool writeAll(int descriptor, std::string_view content)
+{
+    while (!content.empty()) {
+        const ssize_t written = ::write(descriptor, content.data(), content.size());
+        if (written < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            return false;
+        }
+        content.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+std::string baseOf(const std::string &indexName)
+{
+    const std::size_t dot = indexName.rfind('.');
+    return dot == std::string::npos || dot == 0 ? indexName : indexName.substr(0, dot);
+}
+
+} // namespace
+
+OutputFolder::OutputFolder(const std::string &indexPath)
+{
+    const std::size_t slash = indexPath.rfind('/');
+    m_folder = slash == std::string::npos ? "." : indexPath.substr(0, slash + 1);
+    m_indexName = slash == std::string::npos ? indexPath : indexPath.substr(slash + 1);
+    m_partName = m_indexName + ".part";
+    m_base = baseOf(m_indexName);
+    if (m_indexName.empty() || m_indexName == "." || m_indexName == "..") {
+        throw ToolError(indexPath, "names no file", exitUsageError);
+    }
+    m_descriptor = open(m_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (m_descriptor < 0) {
+        throw ToolError(m_folder, std::string("cannot be opened: ") + std::strerror(errno));
+    }
+}
+
+OutputFolder::~OutputFolder()
+{
+    close(m_descriptor);
+}
+
+std::string OutputFolder::numberedName(int number, const char *ending) const
+{
+    std::string digits = std::to_string(number);
+    digits.insert(0, fewestDigits - std::min(digits.size(), fewestDigits), '0');
+    return m_base + std::string(numberMark) + digits + ending;
+}
+
+std::string OutputFolder::pathOf(const std::string &name) const
+{
+    return m_folder.back() == '/' ? m_folder + name : m_folder + '/' + name;
+}
+
+OutputFolder::Kind OutputFolder::kindOf(std::string_view name) const
+{
+    if (name == m_indexName || name == m_partName) {
+        return Kind::index;
+    }
+    const std::size_t prefix = m_base.size() + numberMark.size();
+    if (name.size() < prefix + fewestDigits + 4 || !name.starts_with(m_base) ||
+        name.substr(m_base.size(), numberMark.size()) != numberMark) {
+        return Kind::other;
+    }
+    const std::string_view ending = name.substr(name.size() - 4);
+    const std::string_view digits = name.substr(prefix, name.size() - prefix - 4);
+    const bool isNumber =
+        std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; });
+    return isNumber && (ending == ".htm" || ending == ".png") ? Kind::page : Kind::other;
+}
+
+void OutputFolder::removeEarlierExport(const std::string &protectedPath)
+{
+    struct stat status
+    {
+    };
+    if (stat(protectedPath.c_str(), &status) != 0) {
+        status.st_ino = 0;
+        status.st_dev = 0;
+    }
+    removeMatching(status.st_dev, status.st_ino, true);
+}
+
+void OutputFolder::removeThisExport() noexcept
+{
+    try {
+        removeMatching(0, 0, false);
+    } catch (...) { // no memory left for the list of names: nothing more can be done
+        return;
+    }
+}
+
+void OutputFolder::removeMatching(dev_t device, ino_t inode, bool throws)
+{
+    const int copy = openat(m_descriptor, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const std::unique_ptr<DIR, CloseFolder> folder(copy < 0 ? nullptr : fdopendir(copy));
+    if (!folder) {
+        if (copy >= 0) {
+            close(copy);
+        }
+        throw ToolError(m_folder, std::string("cannot be read: ") + std::strerror(errno));
+    }
+    std::vector<std::string> names;
+    while (const dirent *entry = readdir(folder.get())) {
+        if (kindOf(entry->d_name) != Kind::other) {
+            names.emplace_back(entry->d_name);
+        }
+    }
+    for (const std::string &name : names) {
+        struct stat status
+        {
+        };
+        if (inode != 0 && fstatat(m_descriptor, name.c_str(), &status, 0) == 0 &&
+            status.st_ino == inode && status.st_dev == device) {
+            throw ToolError(pathOf(name), "is the input and would be overwritten");
+        }
+        if (unlinkat(m_descriptor, name.c_str(), 0) != 0 && errno != ENOENT && throws) {
+            throw ToolError(pathOf(name),
+                            std::string("is left from before and cannot be removed: ") +
+                                std::strerror(errno));
+        }
+    }
+}
+
+void OutputFolder::write(const std::string &name, std::string_view content) const
+{
+    const int file = openat(m_descriptor, name.c_str(),
+                            O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, ownerOnly);
+    if (file < 0) {
+        throw ToolError(pathOf(name), std::string("cannot be made: ") + std::strerror(errno));
+    }
+    const bool written = writeAll(file, content);
+    const int writeError = errno;
+    const bool closed = close(file) == 0;
+    if (!written || !closed) {
+        throw ToolError(pathOf(name), std::string("cannot be written: ") +
+                                          std::strerror(written ? errno : writeError));
+    }
+}
+
+void OutputFolder::writeIndex(std::string_view content) const
+{
+    write(m_partName, content);
+    if (renameat(m_descriptor, m_partName.c_str(), m_descriptor, m_indexName.c_str()) != 0) {
+        throw ToolError(pathOf(m_indexName),
+                        std::string("cannot be made: ") + std::strerror(errno));
+    }
+}
+
+} // namespace tools

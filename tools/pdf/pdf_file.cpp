@@ -1,0 +1,77 @@
+#include "tools/pdf/pdf_file.h"
+
+#include "tools/common/report.h"
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstring>
+#include <new>
+
+namespace tools {
+
+namespace {
+
+constexpr int maximumWarnings = 5;
+
+} // namespace
+
+PdfContext::PdfContext(const char *tool)
+    : m_context(fz_new_context(nullptr, nullptr, FZ_STORE_DEFAULT)), m_tool(tool)
+{
+    if (m_context == nullptr) {
+        throw std::bad_alloc();
+    }
+    fz_set_warning_callback(m_context, printWarning, this);
+    fz_set_error_callback(m_context, printWarning, this);
+}
+
+PdfContext::~PdfContext()
+{
+    fz_drop_context(m_context);
+}
+
+void PdfContext::printWarning(void *user, const char *message)
+{
+    auto *self = static_cast<PdfContext *>(user);
+    ++self->m_warnings;
+    if (self->m_warnings <= maximumWarnings) {
+        reportLine(self->m_tool, "", std::string("warning: ") + message);
+    } else if (self->m_warnings == maximumWarnings + 1) {
+        reportLine(self->m_tool, "", "warning: more of them are left out");
+    }
+}
+
+PdfFile::PdfFile(PdfContext &context, const std::string &path)
+    : m_context(context.get()), m_path(path)
+{
+    struct stat status
+    {
+    };
+    if (stat(path.c_str(), &status) != 0) {
+        throw ToolError(path, std::strerror(errno));
+    }
+    if (!S_ISREG(status.st_mode)) {
+        throw ToolError(path, "not a regular file");
+    }
+    fz_try(m_context)
+    {
+        m_document = pdf_open_document(m_context, path.c_str());
+    }
+    fz_catch(m_context)
+    {
+        throw ToolError(path,
+                        std::string("cannot be read as PDF: ") + fz_caught_message(m_context));
+    }
+    if (pdf_needs_password(m_context, m_document)) {
+        pdf_drop_document(m_context, m_document);
+        throw ToolError(path, "needs a password");
+    }
+}
+
+PdfFile::~PdfFile()
+{
+    pdf_drop_document(m_context, m_document);
+}
+
+} // namespace tools
