@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/pagebinder/copying/content_resources.h"
-#include "tools/pagebinder/opening/page_tree.h"
+#include "tools/pdf/page_tree.h"
 
 namespace tools {
 

@@ -1,6 +1,6 @@
 #include "tools/pagebinder/document/information.h"
 
-#include "tools/pagebinder/opening/page_tree.h"
+#include "tools/pdf/page_tree.h"
 #include "tools/pagebinder/output/atomic_output.h"
 
 #include <array>

@@ -1,4 +1,4 @@
-#include "tools/pagebinder/opening/file_window.h"
+#include "tools/pdf/file_window.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

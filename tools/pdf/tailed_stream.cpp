@@ -1,4 +1,4 @@
-#include "tools/pagebinder/output/tailed_stream.h"
+#include "tools/pdf/tailed_stream.h"
 
 #include <fcntl.h>
 #include <unistd.h>

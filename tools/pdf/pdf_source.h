@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/pagebinder/opening/source_file.h"
+#include "tools/pdf/source_file.h"
 
 #include <functional>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "tools/pagebinder/opening/pdf_source.h"
+#include "tools/pdf/pdf_source.h"
 
 #include <new>
 

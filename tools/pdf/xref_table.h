@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/pagebinder/opening/file_window.h"
+#include "tools/pdf/file_window.h"
 
 #include <cstdint>
 #include <string>

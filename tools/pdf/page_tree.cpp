@@ -1,4 +1,4 @@
-#include "tools/pagebinder/opening/page_tree.h"
+#include "tools/pdf/page_tree.h"
 
 namespace tools {
 

@@ -1,7 +1,7 @@
-#include "tools/pagebinder/opening/quick_opening.h"
+#include "tools/pdf/quick_opening.h"
 
-#include "tools/pagebinder/opening/xref_stream.h"
-#include "tools/pagebinder/output/tailed_stream.h"
+#include "tools/pdf/xref_stream.h"
+#include "tools/pdf/tailed_stream.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
-#include "tools/pagebinder/opening/source_file.h"
+#include "tools/pdf/source_file.h"
 
-#include "tools/pagebinder/opening/quick_opening.h"
+#include "tools/pdf/quick_opening.h"
 
 namespace tools {
 

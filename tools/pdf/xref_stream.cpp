@@ -1,4 +1,4 @@
-#include "tools/pagebinder/opening/xref_stream.h"
+#include "tools/pdf/xref_stream.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "tools/pagebinder/opening/xref_table.h"
+#include "tools/pdf/xref_table.h"
 
 #include <algorithm>
 #include <cstring>
