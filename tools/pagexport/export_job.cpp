@@ -2,7 +2,6 @@
 
 #include "tools/common/report.h"
 #include "tools/pagexport/text/geometry.h"
-#include "tools/pdf/page_lookup.h"
 
 #include <algorithm>
 #include <system_error>

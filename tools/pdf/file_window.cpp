@@ -10,6 +10,7 @@ namespace tools {
 namespace {
 
 constexpr std::size_t windowSize = 65536;
+constexpr std::size_t smallestStep = 4096;
 
 /// Reads until @p length bytes are there or the file ends. @returns their number
 std::size_t readAt(int descriptor, char *target, std::size_t length, std::int64_t offset)
@@ -37,17 +38,40 @@ FileWindow::Bytes FileWindow::at(std::int64_t offset, std::size_t wanted)
         return {};
     }
     wanted = std::min(wanted, windowSize);
-    const auto end = m_offset + static_cast<std::int64_t>(m_held);
-    if (offset < m_offset || offset + static_cast<std::int64_t>(wanted) > end) {
-        if (!m_buffer) {
-            m_buffer.reset(new char[windowSize]); // not filled with zeros first
-        }
-        m_offset = offset;
-        m_held = readAt(descriptor(), m_buffer.get(), windowSize, offset);
+    if (offset < m_offset || offset + static_cast<std::int64_t>(wanted) > heldEnd()) {
+        read(offset, windowSize);
     }
-    const auto skipped = static_cast<std::size_t>(offset - m_offset);
-    const char *begin = m_buffer.get() + skipped;
-    return {begin, begin + std::min(wanted, m_held - skipped)};
+    const Bytes held = heldFrom(offset);
+    return {held.begin,
+            held.begin + std::min(wanted, static_cast<std::size_t>(held.end - held.begin))};
+}
+
+FileWindow::Bytes FileWindow::onwards(std::int64_t offset)
+{
+    if (offset < 0 || offset >= size()) {
+        return {};
+    }
+    if (offset < m_offset || offset >= heldEnd()) {
+        const bool isNear =
+            offset >= heldEnd() && offset - heldEnd() < static_cast<std::int64_t>(m_step);
+        m_step = isNear ? std::min(windowSize, 2 * m_step) : smallestStep;
+        read(offset, m_step);
+    }
+    return heldFrom(offset);
+}
+
+void FileWindow::read(std::int64_t offset, std::size_t length)
+{
+    if (!m_buffer) {
+        m_buffer.reset(new char[windowSize]); // not filled with zeros first
+    }
+    m_offset = offset;
+    m_held = readAt(descriptor(), m_buffer.get(), length, offset);
+}
+
+FileWindow::Bytes FileWindow::heldFrom(std::int64_t offset) const noexcept
+{
+    return {m_buffer.get() + (offset - m_offset), m_buffer.get() + m_held};
 }
 
 } // namespace tools

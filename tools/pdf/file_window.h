@@ -29,10 +29,19 @@ public:
     };
     Bytes at(std::int64_t offset, std::size_t wanted);
 
+    /// At least one byte from @p offset on, as many as are at hand; none at the end of the file and
+    /// on an error. Who goes from place to place reads little, who reads on gets more and more.
+    Bytes onwards(std::int64_t offset);
+
 private:
+    void read(std::int64_t offset, std::size_t length);
+    std::int64_t heldEnd() const noexcept { return m_offset + static_cast<std::int64_t>(m_held); }
+    Bytes heldFrom(std::int64_t offset) const noexcept;
+
     const InputFile &m_input;
     std::int64_t m_offset = 0; ///< of the buffer's first byte
     std::size_t m_held = 0;    ///< bytes in the buffer
+    std::size_t m_step = 0;    ///< bytes that the last reading onwards has asked for
     std::unique_ptr<char[]> m_buffer;
 };
 

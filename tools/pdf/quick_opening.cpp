@@ -1,11 +1,12 @@
 #include "tools/pdf/quick_opening.h"
 
 #include "tools/pdf/file_stream.h"
+#include "tools/pdf/library_internals.h"
+#include "tools/pdf/quiet_library.h"
 #include "tools/pdf/xref_stream.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <cstring>
 #include <string_view>
 
@@ -14,118 +15,57 @@ namespace tools {
 namespace {
 
 constexpr int mostSections = 32;
-constexpr std::size_t nodeBeforeKids = 16384;
-constexpr std::size_t nodeAfterKids = 16384;
-constexpr std::size_t mostKids = 2'000'000;
+constexpr int widthOfOffset = 8;
 
 std::string_view viewOf(const FileWindow::Bytes &bytes)
 {
     return {bytes.begin, static_cast<std::size_t>(bytes.end - bytes.begin)};
 }
 
-bool isSpace(char c)
+/// Whether a trailer's entry says how its own section is written, not what the file is.
+bool isOfSection(std::string_view key)
 {
-    return c == ' ' || c == '\n' || c == '\r' || c == '\t' || c == '\f' || c == '\0';
+    constexpr std::array<std::string_view, 12> keys = {"Type",   "Size",    "W",  "Index",
+                                                       "Length", "Filter",  "F",  "DecodeParms",
+                                                       "Prev",   "XRefStm", "DP", "DL"};
+    return std::find(keys.begin(), keys.end(), key) != keys.end();
 }
 
-/// Keeps the library's messages back for its lifetime: where they matter the library alone opens
-/// the file once more and says them then.
-class QuietLibrary
+void appendBytes(std::string &text, std::uint64_t value, int width)
 {
-public:
-    explicit QuietLibrary(fz_context *context)
-        : m_context(context), m_warn(fz_warning_callback(context, &m_warnUser)),
-          m_error(fz_error_callback(context, &m_errorUser))
-    {
-        fz_set_warning_callback(
-            context, [](void *, const char *) {}, nullptr);
-        fz_set_error_callback(
-            context, [](void *, const char *) {}, nullptr);
+    for (int shift = 8 * (width - 1); shift >= 0; shift -= 8) {
+        text += static_cast<char>(value >> static_cast<unsigned>(shift) & 0xffU);
     }
-    ~QuietLibrary()
-    {
-        fz_flush_warnings(m_context);
-        fz_set_warning_callback(m_context, m_warn, m_warnUser);
-        fz_set_error_callback(m_context, m_error, m_errorUser);
-    }
-    QuietLibrary(const QuietLibrary &) = delete;
-    QuietLibrary &operator=(const QuietLibrary &) = delete;
+}
 
-private:
-    fz_context *m_context;
-    void *m_warnUser = nullptr;
-    void *m_errorUser = nullptr;
-    fz_warning_cb *m_warn;
-    fz_error_cb *m_error;
-};
-
-/// Takes "12 0 R" apart, over and over, whatever piece of the file a character comes in.
-class ReferenceReader
+/// An entry in the form that a table in a stream has them: kind, offset or stream, generation or
+/// place in the stream.
+void appendEntry(std::string &text, const pdf_xref_entry &entry)
 {
-public:
-    enum class Result { more, closed, wrong };
+    text += entry.type == 'n' ? '\1' : entry.type == 'o' ? '\2' : '\0';
+    const bool isFree = entry.type != 'n' && entry.type != 'o';
+    appendBytes(text, isFree ? 0 : static_cast<std::uint64_t>(entry.ofs), widthOfOffset);
+    appendBytes(text, static_cast<std::uint64_t>(entry.gen), 2);
+}
 
-    ReferenceReader(std::vector<int> &numbers, int limit) : m_numbers(numbers), m_limit(limit) {}
-
-    /// Takes the next character.
-    Result take(char c)
+/// The source of @p object, its references left as they are; empty when it cannot be made.
+std::string printed(fz_context *context, pdf_obj *object)
+{
+    char *text = nullptr;
+    fz_var(text);
+    fz_try(context)
     {
-        const unsigned digit = static_cast<unsigned char>(c) - unsigned{'0'};
-        if (digit <= 9) {
-            return takeDigit(static_cast<int>(digit));
-        }
-        if (isSpace(c)) {
-            m_state = m_state == State::number       ? State::afterNumber
-                      : m_state == State::generation ? State::afterGeneration
-                      : m_state == State::keyword    ? State::between
-                                                     : m_state;
-            return Result::more;
-        }
-        if (c == 'R' && m_state == State::afterGeneration) {
-            return takeReference();
-        }
-        const bool closes = c == ']' && (m_state == State::between || m_state == State::keyword);
-        return closes ? Result::closed : Result::wrong;
+        std::size_t length = 0;
+        text = pdf_sprint_obj(context, nullptr, 0, &length, object, 1, 1);
     }
-
-private:
-    enum class State { between, number, afterNumber, generation, afterGeneration, keyword };
-
-    Result takeDigit(int digit)
+    fz_catch(context)
     {
-        switch (m_state) {
-        case State::between:
-            m_state = State::number;
-            m_number = digit;
-            return Result::more;
-        case State::number:
-            m_number = m_number * 10 + digit;
-            return m_number < m_limit ? Result::more : Result::wrong;
-        case State::afterNumber:
-            m_state = State::generation;
-            return Result::more;
-        case State::generation:
-            return Result::more;
-        default:
-            return Result::wrong;
-        }
+        text = nullptr;
     }
-
-    Result takeReference()
-    {
-        m_state = State::keyword;
-        if (m_number == 0 || m_numbers.size() == mostKids) {
-            return Result::wrong;
-        }
-        m_numbers.push_back(m_number);
-        return Result::more;
-    }
-
-    std::vector<int> &m_numbers;
-    int m_limit;
-    int m_number = 0;
-    State m_state = State::between;
-};
+    std::string result(text != nullptr ? text : "");
+    fz_free(context, text);
+    return result;
+}
 
 } // namespace
 
@@ -136,39 +76,59 @@ QuickOpening::QuickOpening(fz_context *context, const InputFile &input)
 
 QuickOpening::~QuickOpening()
 {
-    pdf_drop_obj(m_context, m_trailer);
+    closeHost();
     fz_free(m_context, m_entries);
+}
+
+void QuickOpening::closeHost()
+{
+    pdf_drop_obj(m_context, m_trailer);
+    pdf_drop_document(m_context, m_host);
+    m_trailer = nullptr;
+    m_host = nullptr;
 }
 
 pdf_document *QuickOpening::open()
 {
-    // Behind a header anywhere else the library would repair the file here, and then once more.
-    const std::string_view header = viewOf(m_file.at(0, 5));
-    if (header != "%PDF-" || XrefSection(m_file).newestOffset() <= 0) {
+    if (!knowsLibrary || !read() ||
+        pdf_dict_get(m_context, m_trailer, PDF_NAME(Encrypt)) != nullptr || !giveTable()) {
         return nullptr;
     }
-    const QuietLibrary quiet(m_context);
-    openDocument();
-    if (m_document != nullptr && (!readTable() || !setTable())) {
-        pdf_drop_document(m_context, m_document);
-        m_document = nullptr;
-    }
-    return m_document;
+    pdf_document *document = m_host;
+    m_host = nullptr;
+    return document;
 }
 
-void QuickOpening::openDocument()
+pdf_document *QuickOpening::openMisreadTable()
 {
-    std::array<char, 128> tail{};
-    static_cast<void>(std::snprintf(
-        tail.data(), tail.size(),
-        "\nxref\n0 1\n0000000000 65535 f \ntrailer<</Size 1>>\nstartxref\n%lld\n%%%%EOF\n",
-        static_cast<long long>(m_file.size()) + 1));
+    if (!read() || !m_isMisread) {
+        return nullptr;
+    }
+    const std::string tail = tableAsTail();
+    closeHost();
+    m_state = State::failed;
+    return tail.empty() ? nullptr : openWithTail(tail);
+}
+
+bool QuickOpening::read()
+{
+    if (m_state == State::unread) {
+        const QuietLibrary quiet(m_context);
+        m_state = readTable() ? State::read : State::failed;
+    }
+    return m_state == State::read;
+}
+
+pdf_document *QuickOpening::openWithTail(const std::string &tail)
+{
+    pdf_document *document = nullptr;
     fz_stream *stream = nullptr;
     fz_var(stream);
+    fz_var(document);
     fz_try(m_context)
     {
-        stream = openFileStream(m_context, m_file.descriptor(), m_file.size(), tail.data());
-        m_document = pdf_open_document_with_stream(m_context, stream);
+        stream = openFileStream(m_context, m_file.descriptor(), m_file.size(), tail);
+        document = pdf_open_document_with_stream(m_context, stream);
     }
     fz_always(m_context)
     {
@@ -176,14 +136,24 @@ void QuickOpening::openDocument()
     }
     fz_catch(m_context)
     {
-        m_document = nullptr;
+        document = nullptr;
     }
+    return document;
 }
 
 /// Reads all sections, the newest first: what a newer one says about an object holds.
 bool QuickOpening::readTable()
 {
+    // Behind a header anywhere else the library would repair the file here, and then once more.
     std::int64_t offset = XrefSection(m_file).newestOffset();
+    if (offset <= 0 || viewOf(m_file.at(0, 5)) != "%PDF-") {
+        return false;
+    }
+    m_host = openWithTail("\nxref\n0 1\n0000000000 65535 f \ntrailer<</Size 1>>\nstartxref\n" +
+                          std::to_string(m_file.size() + 1) + "\n%%EOF\n");
+    if (m_host == nullptr) {
+        return false;
+    }
     for (int section = 0; offset > 0; ++section) {
         std::int64_t previous = 0;
         if (section == mostSections || !readSection(offset, previous)) {
@@ -196,13 +166,48 @@ bool QuickOpening::readTable()
 
 bool QuickOpening::readSection(std::int64_t offset, std::int64_t &previous)
 {
-    const std::string_view first = viewOf(m_file.at(offset, 1));
-    if (first == "x") {
-        XrefSection section(m_file);
-        return section.read(offset, *this) && readTrailer(section.trailer(), previous);
+    m_freed.clear();
+    if (viewOf(m_file.at(offset, 1)) == "x") {
+        return readClassicSection(offset, previous);
     }
-    XrefStream section(m_context, m_document);
+    XrefStream section(m_context, m_host);
     return section.read(offset, *this) && takeTrailer(section.dictionary(), previous);
+}
+
+bool QuickOpening::readClassicSection(std::int64_t offset, std::int64_t &previous)
+{
+    XrefSection section(m_file);
+    if (!section.read(offset, *this)) {
+        return false;
+    }
+    m_isMisread = m_isMisread || section.isShifted();
+    pdf_obj *trailer = parseTrailer(section.trailer());
+    pdf_obj *hidden = pdf_dict_get(m_context, trailer, PDF_NAME(XRefStm));
+    const bool isRead =
+        (hidden == nullptr || readHiddenObjects(hidden)) && takeTrailer(trailer, previous);
+    pdf_drop_obj(m_context, trailer);
+    return isRead;
+}
+
+/// The objects of a stream beside the table, which calls them free for readers that do not know
+/// streams. Only the section that names the stream is older than it.
+bool QuickOpening::readHiddenObjects(pdf_obj *offset)
+{
+    if (pdf_is_indirect(m_context, offset) != 0 || pdf_is_int(m_context, offset) == 0) {
+        return false;
+    }
+    for (const int number : m_freed) {
+        m_entries[number].type = 0;
+    }
+    m_isMisread = true;
+    XrefStream section(m_context, m_host);
+    if (!section.read(pdf_to_int64(m_context, offset), *this)) {
+        return false;
+    }
+    for (const int number : m_freed) {
+        m_entries[number].type = m_entries[number].type == 0 ? 'f' : m_entries[number].type;
+    }
+    return true;
 }
 
 bool QuickOpening::hasWholeTable() const
@@ -217,44 +222,42 @@ bool QuickOpening::hasWholeTable() const
     });
 }
 
-bool QuickOpening::readTrailer(const std::string &text, std::int64_t &previous)
+/// @returns the trailer, owned by the caller; null when there is none
+pdf_obj *QuickOpening::parseTrailer(const std::string &text)
 {
     fz_stream *stream = nullptr;
     pdf_obj *trailer = nullptr;
-    bool isRead = false;
+    pdf_lexbuf buffer;
     fz_var(stream);
     fz_var(trailer);
-    fz_var(isRead);
+    pdf_lexbuf_init(m_context, &buffer, PDF_LEXBUF_SMALL);
     fz_try(m_context)
     {
         stream = fz_open_memory(m_context, reinterpret_cast<const unsigned char *>(text.data()),
                                 text.size());
-        trailer = pdf_parse_stm_obj(m_context, m_document, stream, &m_document->lexbuf.base);
-        isRead = takeTrailer(trailer, previous);
+        trailer = pdf_parse_stm_obj(m_context, m_host, stream, &buffer);
     }
     fz_always(m_context)
     {
-        pdf_drop_obj(m_context, trailer);
         fz_drop_stream(m_context, stream);
+        pdf_lexbuf_fin(m_context, &buffer);
     }
     fz_catch(m_context)
     {
-        isRead = false;
+        trailer = nullptr;
     }
-    return isRead;
+    return trailer;
 }
 
 /// Keeps the newest trailer. References are not followed, so nothing here can fail.
 bool QuickOpening::takeTrailer(pdf_obj *trailer, std::int64_t &previous)
 {
-    if (pdf_is_indirect(m_context, trailer) || !pdf_is_dict(m_context, trailer) ||
-        pdf_dict_get(m_context, trailer, PDF_NAME(Encrypt)) != nullptr ||
-        pdf_dict_get(m_context, trailer, PDF_NAME(XRefStm)) != nullptr) {
+    if (pdf_is_indirect(m_context, trailer) != 0 || pdf_is_dict(m_context, trailer) == 0) {
         return false;
     }
     pdf_obj *number = pdf_dict_get(m_context, trailer, PDF_NAME(Prev));
     if (number != nullptr) {
-        if (pdf_is_indirect(m_context, number) || !pdf_is_int(m_context, number)) {
+        if (pdf_is_indirect(m_context, number) != 0 || pdf_is_int(m_context, number) == 0) {
             return false;
         }
         previous = pdf_to_int64(m_context, number);
@@ -264,7 +267,7 @@ bool QuickOpening::takeTrailer(pdf_obj *trailer, std::int64_t &previous)
     }
     if (m_trailer == nullptr) {
         pdf_obj *size = pdf_dict_get(m_context, trailer, PDF_NAME(Size));
-        m_stated = pdf_is_indirect(m_context, size) ? 0 : pdf_to_int(m_context, size);
+        m_stated = pdf_is_indirect(m_context, size) != 0 ? 0 : pdf_to_int(m_context, size);
         m_trailer = pdf_keep_obj(m_context, trailer);
     }
     return true;
@@ -311,6 +314,7 @@ bool QuickOpening::place(int number, const XrefEntry &entry)
         break;
     default:
         target.type = 'f';
+        m_freed.push_back(number);
         break;
     }
     target.gen = entry.generation;
@@ -319,148 +323,67 @@ bool QuickOpening::place(int number, const XrefEntry &entry)
     return true;
 }
 
-bool QuickOpening::setTable()
+bool QuickOpening::giveTable()
 {
     if (m_entries[0].type == 0) {
         m_entries[0].type = 'f';
         m_entries[0].gen = 65535;
     }
-    bool isSet = false;
-    fz_var(isSet);
+    bool isGiven = false;
+    fz_var(isGiven);
     fz_try(m_context)
     {
-        pdf_replace_xref(m_context, m_document, m_entries, m_count);
+        adoptTable(m_context, m_host, m_entries, m_count, m_trailer);
         m_entries = nullptr;
-        pdf_set_populating_xref_trailer(m_context, m_document, m_trailer);
         // A stream without an end reaches to the end of the file and no farther.
-        cutTail(m_document->file);
-        isSet = true;
+        cutTail(fileOf(m_host));
+        isGiven = true;
     }
     fz_catch(m_context)
     {
-        isSet = false;
+        isGiven = false;
     }
-    return isSet;
+    return isGiven;
 }
 
-pdf_obj *QuickOpening::readKids(std::vector<int> &kids)
+/// The table as a section in the form of a stream, to stand behind the end of the file.
+std::string QuickOpening::tableAsTail()
 {
-    const QuietLibrary quiet(m_context);
-    const std::int64_t offset = rootOffset();
-    const std::string_view head = viewOf(m_file.at(offset, nodeBeforeKids));
-    const std::size_t key = head.find("/Kids");
-    if (key == std::string_view::npos) {
-        return nullptr;
+    const std::string entries = trailerEntries();
+    if (entries.empty()) {
+        return {};
     }
-    std::size_t bracket = key + 5;
-    while (bracket < head.size() && isSpace(head[bracket])) {
-        ++bracket;
+    const std::int64_t offset = m_file.size() + 1;
+    std::string data;
+    for (int number = 0; number < m_count; ++number) {
+        appendEntry(data, m_entries[number]);
     }
-    if (bracket >= head.size() || head[bracket] != '[') {
-        return nullptr;
-    }
-    std::string text(head.substr(0, bracket + 1));
-    std::int64_t end = 0;
-    pdf_obj *root = nullptr;
-    if (readReferences(offset + static_cast<std::int64_t>(bracket) + 1, kids, end)) {
-        text += viewOf(m_file.at(end, nodeAfterKids));
-        root = text.find("endobj") != std::string::npos ? parseRoot(text) : nullptr;
-    }
-    if (root == nullptr) {
-        kids.clear();
-    }
-    return root;
+    pdf_xref_entry own{};
+    own.type = 'n';
+    own.ofs = offset;
+    appendEntry(data, own);
+    return "\n" + std::to_string(m_count) + " 0 obj\n<</Type/XRef/W[1 8 2]/Size " +
+           std::to_string(m_count + 1) + "/Length " + std::to_string(data.size()) + entries +
+           ">>stream\n" + data + "\nendstream\nendobj\nstartxref\n" + std::to_string(offset) +
+           "\n%%EOF\n";
 }
 
-/// Where the root of the page tree stands in the file; -1 when that is not known in advance.
-std::int64_t QuickOpening::rootOffset()
+/// What the trailer says of the file; empty when that cannot be written down.
+std::string QuickOpening::trailerEntries()
 {
-    std::int64_t offset = -1;
-    fz_var(offset);
-    fz_try(m_context)
-    {
-        pdf_obj *catalog = pdf_dict_get(m_context, m_trailer, PDF_NAME(Root));
-        if (pdf_is_indirect(m_context, catalog)) {
-            catalog = pdf_cache_object(m_context, m_document, pdf_to_num(m_context, catalog))->obj;
-        }
-        pdf_obj *root = pdf_is_indirect(m_context, catalog)
-                            ? nullptr
-                            : pdf_dict_get(m_context, catalog, PDF_NAME(Pages));
-        if (pdf_is_indirect(m_context, root)) {
-            m_root = pdf_to_num(m_context, root);
-        }
-        if (m_root > 0 && m_root < m_count) {
-            const pdf_xref_entry *entry = pdf_get_xref_entry(m_context, m_document, m_root);
-            offset = entry->type == 'n' && entry->obj == nullptr ? entry->ofs : -1;
-        }
-    }
-    fz_catch(m_context)
-    {
-        offset = -1;
-    }
-    return offset;
-}
-
-/// @param end set to the offset of the closing bracket
-bool QuickOpening::readReferences(std::int64_t position, std::vector<int> &kids, std::int64_t &end)
-{
-    ReferenceReader reader(kids, m_count);
-    for (;;) {
-        const FileWindow::Bytes bytes = m_file.at(position, 65536);
-        if (bytes.begin == bytes.end) {
-            return false;
-        }
-        for (const char *c = bytes.begin; c != bytes.end; ++c) {
-            const ReferenceReader::Result result = reader.take(*c);
-            if (result != ReferenceReader::Result::more) {
-                end = position + (c - bytes.begin);
-                return result == ReferenceReader::Result::closed;
+    std::string text;
+    const int length = pdf_dict_len(m_context, m_trailer);
+    for (int i = 0; i < length; ++i) {
+        const char *key = pdf_to_name(m_context, pdf_dict_get_key(m_context, m_trailer, i));
+        if (!isOfSection(key)) {
+            const std::string value = printed(m_context, pdf_dict_get_val(m_context, m_trailer, i));
+            if (value.empty()) {
+                return {};
             }
-        }
-        position += bytes.end - bytes.begin;
-    }
-}
-
-/// The library parses the node without its list. Had the list been found anywhere but at the node's
-/// own key, that key would not have an empty list now.
-pdf_obj *QuickOpening::parseRoot(const std::string &text)
-{
-    fz_stream *stream = nullptr;
-    pdf_obj *parsed = nullptr;
-    pdf_obj *root = nullptr;
-    fz_var(stream);
-    fz_var(parsed);
-    fz_var(root);
-    fz_try(m_context)
-    {
-        int number = 0;
-        int generation = 0;
-        int repair = 0;
-        std::int64_t streamOffset = 0;
-        stream = fz_open_memory(m_context, reinterpret_cast<const unsigned char *>(text.data()),
-                                text.size());
-        parsed = pdf_parse_ind_obj(m_context, m_document, stream, &number, &generation,
-                                   &streamOffset, &repair);
-        pdf_obj *list = pdf_dict_get(m_context, parsed, PDF_NAME(Kids));
-        if (number == m_root && streamOffset == 0 && !pdf_is_indirect(m_context, parsed) &&
-            !pdf_is_indirect(m_context, list) && pdf_is_array(m_context, list) &&
-            pdf_array_len(m_context, list) == 0) {
-            pdf_set_obj_parent(m_context, parsed, number);
-            pdf_get_xref_entry(m_context, m_document, number)->obj =
-                pdf_keep_obj(m_context, parsed);
-            root = parsed;
+            text += std::string("/") + key + ' ' + value;
         }
     }
-    fz_always(m_context)
-    {
-        pdf_drop_obj(m_context, parsed);
-        fz_drop_stream(m_context, stream);
-    }
-    fz_catch(m_context)
-    {
-        root = nullptr;
-    }
-    return root;
+    return text;
 }
 
 } // namespace tools

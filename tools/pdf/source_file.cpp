@@ -1,60 +1,67 @@
 #include "tools/pdf/source_file.h"
 
+#include "tools/pdf/file_stream.h"
 #include "tools/pdf/quick_opening.h"
 
 namespace tools {
 
 SourceFile::SourceFile(PdfContext &context, InputFile input, Opening opening)
-    : m_context(context), m_input(std::move(input))
+    : m_context(context), m_owned(std::move(input)), m_input(*m_owned)
 {
-    if (opening == Opening::quick) {
-        openQuickly();
-    }
-    if (m_document == nullptr) {
-        openByLibrary();
-    }
+    open(opening);
+}
+
+SourceFile::SourceFile(PdfContext &context, const InputFile *input, Opening opening)
+    : m_context(context), m_input(*input)
+{
+    open(opening);
 }
 
 SourceFile::~SourceFile()
 {
-    if (!m_library) {
-        pdf_drop_document(context(), m_document);
-    }
+    pdf_drop_document(context(), m_document);
 }
 
-void SourceFile::useLibrary()
+void SourceFile::open(Opening opening)
 {
-    if (!m_library) {
-        m_quickNode = nullptr;
-        m_quickKids.clear();
-        pdf_drop_document(context(), m_document);
-        m_document = nullptr;
+    {
+        QuickOpening reading(context(), m_input);
+        if (opening == Opening::quick) {
+            m_document = reading.open();
+            m_isQuick = m_document != nullptr;
+        }
+        if (m_document == nullptr) {
+            m_document = reading.openMisreadTable();
+        }
+    }
+    if (m_document == nullptr) {
         openByLibrary();
     }
-}
-
-void SourceFile::openQuickly()
-{
-    QuickOpening opening(context(), m_input);
-    m_document = opening.open();
-    if (m_document == nullptr) {
-        return;
-    }
-    m_quickNode = opening.readKids(m_quickKids);
-    if (m_document->repair_attempted != 0) {
-        useLibrary();
+    if (!m_isQuick && pdf_needs_password(context(), m_document) != 0) {
+        pdf_drop_document(context(), m_document);
+        throw ToolError(path(), "needs a password");
     }
 }
 
 void SourceFile::openByLibrary()
 {
-    try {
-        m_library = std::make_unique<PdfFile>(m_context, m_input);
-    } catch (const ToolError &) {
-        m_input.checkUnchanged(); // what a file that changes looks like means nothing
-        throw;
+    fz_stream *stream = nullptr;
+    fz_var(stream);
+    fz_try(context())
+    {
+        stream = openFileStream(context(), m_input.descriptor(), m_input.size());
+        m_document = pdf_open_document_with_stream(context(), stream);
     }
-    m_document = m_library->document();
+    fz_always(context())
+    {
+        fz_drop_stream(context(), stream);
+    }
+    fz_catch(context())
+    {
+        m_input.checkUnchanged(); // what a file that changes looks like means nothing
+        throw ToolError(path(),
+                        std::string("cannot be read as PDF: ") + fz_caught_message(context()));
+    }
 }
 
 } // namespace tools

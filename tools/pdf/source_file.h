@@ -1,64 +1,65 @@
 #pragma once
 
-#include "tools/pdf/pdf_file.h"
+#include "tools/common/input_file.h"
+#include "tools/pdf/page_list.h"
+#include "tools/pdf/pdf_context.h"
+
+#include <mupdf/pdf.h>
 
 #include <memory>
+#include <optional>
 #include <string>
-#include <vector>
 
 namespace tools {
 
-/// Owns the PDF document that pages are taken from. Damaged files are repaired by the library.
+/// Owns the PDF document that pages are taken from. Both tools open their files here, so that what
+/// one can read the other can, too. Damaged files are repaired by the library.
 ///
-/// The library reads the whole cross-reference table and the whole list of pages before it gives
-/// the first page away. Where both are well-formed they are read here instead, in a fraction of the
-/// time; at the first surprise the file is opened by the library alone, and so it is after
-/// useLibrary().
+/// The library reads the whole cross-reference table before it gives the first page away. Where
+/// that is well-formed it is read here instead, in a fraction of the time; at the first surprise
+/// the library alone opens the file.
 class SourceFile
 {
 public:
     enum class Opening { quick, byLibrary };
 
     /// Opens @p path read-only and by the PDF reader alone, whatever the name's ending says.
-    /// @throws ToolError when the file is missing, is no PDF, has no pages or needs a password
+    /// @throws ToolError when the file is missing, is no PDF or needs a password
     explicit SourceFile(PdfContext &context, const std::string &path,
                         Opening opening = Opening::quick)
         : SourceFile(context, InputFile(path), opening)
     {
     }
     SourceFile(PdfContext &context, InputFile input, Opening opening = Opening::quick);
+    /// @param input must outlive the file; several may share it
+    SourceFile(PdfContext &context, const InputFile *input, Opening opening = Opening::quick);
     ~SourceFile();
     SourceFile(const SourceFile &) = delete;
     SourceFile &operator=(const SourceFile &) = delete;
 
     fz_context *context() const noexcept { return m_context.get(); }
+    /// Lent to those who let the library do its own work with it, like drawing a page.
     pdf_document *document() const noexcept { return m_document; }
     const std::string &path() const noexcept { return m_input.path(); }
     const InputFile &input() const noexcept { return m_input; }
 
-    /// Opens the file anew by the library alone, unless that is done already. Objects of the former
-    /// document are gone then. @throws ToolError as the constructor does
-    void useLibrary();
-
     /// Whether the file was opened without the library's own reading of its table.
-    bool isQuick() const noexcept { return m_library == nullptr; }
+    bool isQuick() const noexcept { return m_isQuick; }
 
-    /// The node of the page tree whose /Kids were read here; in the document they are empty. Null
-    /// when the library has read all of them.
-    pdf_obj *quickNode() const noexcept { return m_quickNode; }
-    /// Object numbers of the /Kids of quickNode().
-    const std::vector<int> &quickKids() const noexcept { return m_quickKids; }
+    /// The pages, once somebody has looked for them.
+    const std::shared_ptr<const PageList> &pages() const noexcept { return m_pages; }
+    void setPages(std::shared_ptr<const PageList> pages) noexcept { m_pages = std::move(pages); }
 
 private:
-    void openQuickly();
+    void open(Opening opening);
     void openByLibrary();
 
     PdfContext &m_context;
-    const InputFile m_input;
-    pdf_document *m_document = nullptr; ///< owned here unless m_library is set
-    std::unique_ptr<PdfFile> m_library;
-    pdf_obj *m_quickNode = nullptr;
-    std::vector<int> m_quickKids;
+    const std::optional<InputFile> m_owned;
+    const InputFile &m_input;
+    pdf_document *m_document = nullptr;
+    bool m_isQuick = false;
+    std::shared_ptr<const PageList> m_pages;
 };
 
 } // namespace tools

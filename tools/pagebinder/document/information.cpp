@@ -37,9 +37,9 @@ void appendPageSize(std::string &text, PdfSource &source, PageTree &tree)
     if (first.page == nullptr) {
         return;
     }
-    pdf_obj *box = source.resolve(tree.inherited(first.page, PDF_NAME(CropBox)));
+    pdf_obj *box = source.resolve(tree.inherited(first, PDF_NAME(CropBox)));
     if (!source.isArray(box)) {
-        box = source.resolve(tree.inherited(first.page, PDF_NAME(MediaBox)));
+        box = source.resolve(tree.inherited(first, PDF_NAME(MediaBox)));
     }
     std::array<float, 4> sides{};
     for (int i = 0; i < 4; ++i) {
@@ -48,7 +48,7 @@ void appendPageSize(std::string &text, PdfSource &source, PageTree &tree)
     const double width = sides[2] < sides[0] ? sides[0] - sides[2] : sides[2] - sides[0];
     const double height = sides[3] < sides[1] ? sides[1] - sides[3] : sides[3] - sides[1];
     const int rotation =
-        pdf_to_int(source.context(), source.resolve(tree.inherited(first.page, PDF_NAME(Rotate))));
+        pdf_to_int(source.context(), source.resolve(tree.inherited(first, PDF_NAME(Rotate))));
     const bool turned = rotation % 180 != 0;
     std::array<char, 64> line{};
     std::snprintf(line.data(), line.size(), "%.2f x %.2f pt", turned ? height : width,
@@ -110,10 +110,6 @@ std::string describeDocument(SourceFile &file)
             if (pages <= 0) {
                 throw ToolError(file.path(), "has no pages");
             }
-            if (pages - mostPagesBeyondObjects > source.objectCount()) {
-                throw ToolError(file.path(),
-                                "states more pages than it can have: " + std::to_string(pages));
-            }
             std::string text;
             appendLine(text, "NumberOfPages", std::to_string(pages));
             appendTexts(text, source);
@@ -124,7 +120,6 @@ std::string describeDocument(SourceFile &file)
             if (attempt == 3) {
                 throw ToolError(file.path(), "is too damaged");
             }
-            file.useLibrary();
         }
     }
 }

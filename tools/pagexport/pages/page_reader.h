@@ -3,7 +3,7 @@
 #include "tools/pagexport/pages/page_tree.h"
 #include "tools/pagexport/text/font_cache.h"
 #include "tools/pagexport/text/page_items.h"
-#include "tools/pdf/pdf_file.h"
+#include "tools/pdf/pdf_context.h"
 
 #include <string>
 

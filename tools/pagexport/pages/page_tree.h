@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/pdf/pdf_file.h"
+#include "tools/pdf/pdf_context.h"
 
 #include <mupdf/fitz.h>
 #include <mupdf/pdf.h>
