@@ -9,7 +9,6 @@ namespace tools {
 
 namespace {
 
-constexpr std::size_t windowSize = 65536;
 constexpr std::size_t smallestStep = 4096;
 
 /// Reads until @p length bytes are there or the file ends. @returns their number
@@ -37,9 +36,9 @@ FileWindow::Bytes FileWindow::at(std::int64_t offset, std::size_t wanted)
     if (offset < 0 || offset >= size()) {
         return {};
     }
-    wanted = std::min(wanted, windowSize);
+    wanted = std::min(wanted, largest);
     if (offset < m_offset || offset + static_cast<std::int64_t>(wanted) > heldEnd()) {
-        read(offset, windowSize);
+        read(offset, largest);
     }
     const Bytes held = heldFrom(offset);
     return {held.begin,
@@ -54,7 +53,7 @@ FileWindow::Bytes FileWindow::onwards(std::int64_t offset)
     if (offset < m_offset || offset >= heldEnd()) {
         const bool isNear =
             offset >= heldEnd() && offset - heldEnd() < static_cast<std::int64_t>(m_step);
-        m_step = isNear ? std::min(windowSize, 2 * m_step) : smallestStep;
+        m_step = isNear ? std::min(largest, 2 * m_step) : smallestStep;
         read(offset, m_step);
     }
     return heldFrom(offset);
@@ -63,7 +62,7 @@ FileWindow::Bytes FileWindow::onwards(std::int64_t offset)
 void FileWindow::read(std::int64_t offset, std::size_t length)
 {
     if (!m_buffer) {
-        m_buffer.reset(new char[windowSize]); // not filled with zeros first
+        m_buffer.reset(new char[largest]); // not filled with zeros first
     }
     m_offset = offset;
     m_held = readAt(descriptor(), m_buffer.get(), length, offset);

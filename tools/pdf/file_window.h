@@ -13,6 +13,8 @@ namespace tools {
 class FileWindow
 {
 public:
+    static constexpr std::size_t largest = 65536; ///< bytes that can be had at once
+
     /// @param input must outlive the window
     explicit FileWindow(const InputFile &input) : m_input(input) {}
 
@@ -20,7 +22,7 @@ public:
     /// Bytes in the file when it was opened.
     std::int64_t size() const noexcept { return m_input.size(); }
 
-    /// The bytes of the file from @p offset on: @p wanted of them (at most 65,536), fewer at the
+    /// The bytes of the file from @p offset on: @p wanted of them (at most "largest"), fewer at the
     /// end of the file, none on an error. Valid until the next call.
     struct Bytes
     {

@@ -55,21 +55,13 @@ void dropPageMap(fz_context *context, pdf_document *document) noexcept
     document->linear_page_count = 0;
 }
 
-ObjectPlace placeOf(fz_context *context, pdf_document *document, int number) noexcept
+namespace {
+
+void lookUp(fz_context *context, pdf_document *document, int number, ObjectPlace &place)
 {
-    const pdf_xref_entry *entry = nullptr;
-    fz_var(entry);
-    fz_try(context)
-    {
-        entry = pdf_get_xref_entry(context, document, number);
-    }
-    fz_catch(context)
-    {
-        entry = nullptr;
-    }
-    ObjectPlace place;
+    const pdf_xref_entry *entry = pdf_get_xref_entry(context, document, number);
     if (entry == nullptr || entry->obj != nullptr) {
-        return place;
+        return;
     }
     if (entry->type == 'n') {
         place.kind = ObjectPlace::Kind::inFile;
@@ -78,7 +70,28 @@ ObjectPlace placeOf(fz_context *context, pdf_document *document, int number) noe
         place.kind = ObjectPlace::Kind::inStream;
         place.stream = static_cast<int>(entry->ofs);
     }
-    return place;
+}
+
+} // namespace
+
+std::vector<ObjectPlace> placesOf(fz_context *context, pdf_document *document,
+                                  const std::vector<int> &numbers)
+{
+    std::vector<ObjectPlace> places(numbers.size());
+    const int count = pdf_xref_len(context, document);
+    fz_try(context)
+    {
+        for (std::size_t i = 0; i < numbers.size(); ++i) {
+            if (numbers[i] > 0 && numbers[i] < count) {
+                lookUp(context, document, numbers[i], places[i]);
+            }
+        }
+    }
+    fz_catch(context)
+    {
+        // What has not been looked up stays unknown.
+    }
+    return places;
 }
 
 #else
@@ -100,9 +113,9 @@ pdf_page *loadPageObject(fz_context *context, pdf_document *, int)
 
 void dropPageMap(fz_context *, pdf_document *) noexcept {}
 
-ObjectPlace placeOf(fz_context *, pdf_document *, int) noexcept
+std::vector<ObjectPlace> placesOf(fz_context *, pdf_document *, const std::vector<int> &numbers)
 {
-    return {};
+    return std::vector<ObjectPlace>(numbers.size());
 }
 
 #endif

@@ -4,6 +4,7 @@
 #include <mupdf/pdf.h>
 
 #include <cstdint>
+#include <vector>
 
 // What is done to the library's own data, beyond what its interface promises. It holds for the
 // versions that have been looked into; with all others the library is left to do its own work,
@@ -45,8 +46,10 @@ struct ObjectPlace
     int stream = 0;            ///< number of the object stream
 };
 
-/// Where object @p number stands. Never throws the library's errors.
-ObjectPlace placeOf(fz_context *context, pdf_document *document, int number) noexcept;
+/// Where the objects @p numbers stand, each of which is in the document's table or not positive.
+/// Never throws the library's errors.
+std::vector<ObjectPlace> placesOf(fz_context *context, pdf_document *document,
+                                  const std::vector<int> &numbers);
 
 /// The bytes that the document is read from.
 fz_stream *fileOf(pdf_document *document) noexcept;

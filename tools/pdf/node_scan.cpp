@@ -3,6 +3,8 @@
 #include "tools/pdf/pdf_syntax.h"
 
 #include <array>
+#include <cstdint>
+#include <cstring>
 #include <utility>
 
 namespace tools {
@@ -10,11 +12,18 @@ namespace tools {
 namespace {
 
 constexpr int deepestNesting = 30;
-constexpr std::size_t longestName = 100;
-constexpr int mostDigits = 9;
+constexpr std::ptrdiff_t longestName = 100;
+constexpr std::ptrdiff_t longestNumber = 16;
+constexpr std::ptrdiff_t longestInteger = 9;
 
 /// What a byte may be part of.
-enum ByteClass : unsigned char { inName = 1, inString = 2, inHexString = 4, isBlank = 8 };
+enum ByteClass : unsigned char {
+    inName = 1,
+    inString = 2,
+    inHexString = 4,
+    isBlank = 8,
+    isNumeral = 16
+};
 
 constexpr std::array<unsigned char, 256> makeClasses()
 {
@@ -28,6 +37,7 @@ constexpr std::array<unsigned char, 256> makeClasses()
         const bool isHexDigit = isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
         found |= isHexDigit || isSpace(c) ? inHexString : 0;
         found |= isSpace(c) ? isBlank : 0;
+        found |= isDigit(c) ? isNumeral : 0;
         classes[static_cast<std::size_t>(byte)] = found;
     }
     return classes;
@@ -35,78 +45,116 @@ constexpr std::array<unsigned char, 256> makeClasses()
 
 constexpr std::array<unsigned char, 256> classes = makeClasses();
 
-/// Goes through the syntax of a dictionary. Every function leaves the cursor behind what it read,
-/// and returns false at anything that readers may take in different ways.
+bool is(char c, ByteClass kind)
+{
+    return (classes[static_cast<unsigned char>(c)] & kind) != 0;
+}
+
+/// The next "<" or ">"; eight bytes are looked at in one step.
+const char *nextBracket(const char *at, const char *end)
+{
+    constexpr std::uint64_t everyByte = 0x0101010101010101;
+    constexpr std::ptrdiff_t step = sizeof(std::uint64_t);
+    for (; end - at >= step; at += step) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, at, step);
+        // The two differ in one bit. Bytes that are alike become 0, and a 0 sets its highest bit.
+        const std::uint64_t zeros = (word | everyByte * 0x02U) ^ everyByte * '>';
+        if (((zeros - everyByte) & ~zeros & everyByte << 7U) != 0) {
+            break;
+        }
+    }
+    while (at != end && *at != '<' && *at != '>') {
+        ++at;
+    }
+    return at;
+}
+
+bool holds(std::string_view bytes, char c)
+{
+    return std::memchr(bytes.data(), c, bytes.size()) != nullptr;
+}
+
+/// Whether a key "Kids" may be among @p bytes: it may be spelt with escapes, and where a string or
+/// a comment is, its end is not known.
+bool mayHoldKids(std::string_view bytes)
+{
+    return (holds(bytes, 'K') && bytes.find("Kids") != std::string_view::npos) ||
+           holds(bytes, '#') || holds(bytes, '(') || holds(bytes, '%');
+}
+
+/// Goes through the syntax of a dictionary. Every function leaves behind what it read, and returns
+/// false at anything that readers may take in different ways, and where the bytes end.
 class Scanner
 {
 public:
-    explicit Scanner(ByteCursor &cursor) : m_cursor(cursor) {}
+    explicit Scanner(std::string_view bytes)
+        : m_begin(bytes.data()), m_at(m_begin), m_end(m_begin + bytes.size())
+    {
+    }
 
+    std::size_t position() const noexcept { return static_cast<std::size_t>(m_at - m_begin); }
+    bool isAtEnd() const noexcept { return m_at == m_end; }
+    bool isAt(char c) const noexcept { return m_at != m_end && *m_at == c; }
+    bool isAt(ByteClass kind) const noexcept { return m_at != m_end && is(*m_at, kind); }
+
+    /// False at a comment, which is left to the library.
     bool skipBlanks()
     {
-        while (is(m_cursor.peek(), isBlank)) {
-            m_cursor.skip();
-        }
-        return m_cursor.peek() != '%'; // comments are left to the library
+        skipAll(isBlank);
+        return !isAt('%');
     }
     bool takeByte(char c)
     {
-        const bool stands = m_cursor.peek() == c;
-        if (stands) {
-            m_cursor.skip();
-        }
+        const bool stands = isAt(c);
+        m_at += stands ? 1 : 0;
         return stands;
     }
-    bool takeWord(const char *word)
+    bool takeWord(std::string_view word)
     {
-        for (; *word != '\0'; ++word) {
-            if (!takeByte(*word)) {
-                return false;
-            }
+        const std::string_view left = rest(m_at);
+        if (left.substr(0, word.size()) != word) {
+            // A word may be cut off by the end of the bytes.
+            m_at = word.substr(0, left.size()) == left ? m_end : m_at;
+            return false;
         }
+        m_at += word.size();
         return endsHere();
     }
-    /// The name without its slash; valid until the next one is taken.
+    /// The name without its slash.
     bool takeName(std::string_view &name);
-    bool skipValue(int depth);
+    bool takeInteger(int &number);
     /// References up to the closing bracket.
     bool takeReferences(std::vector<int> *numbers);
-    bool takeInteger(int &number);
-    bool isAtEnd(ObjectEnd end);
-    std::int64_t position() const noexcept { return m_cursor.position(); }
-    int peek() { return m_cursor.peek(); }
+    bool skipValue(int depth);
+    /// Skips the dictionary that stands here, if a glance shows that no key "Kids" is in it. Most
+    /// pages need no more; what is between its brackets is not looked at.
+    bool skipDictionaryWithoutKids();
 
 private:
-    static bool is(int byte, ByteClass kind)
-    {
-        return byte != ByteCursor::end && (classes[static_cast<std::size_t>(byte)] & kind) != 0;
-    }
     void skipAll(ByteClass kind)
     {
-        while (is(m_cursor.peek(), kind)) {
-            m_cursor.skip();
+        const char *at = m_at;
+        while (at != m_end && is(*at, kind)) {
+            ++at;
         }
+        m_at = at;
     }
-    bool endsHere()
+    std::string_view rest(const char *from) const
     {
-        const int byte = m_cursor.peek();
-        return byte == ByteCursor::end || isDelimiter(static_cast<char>(byte));
+        return {from, static_cast<std::size_t>(m_end - from)};
     }
+    bool endsHere() const { return m_at != m_end && isDelimiter(*m_at); }
     bool skipString();
     bool skipHexString();
     bool skipDictionary(int depth);
     bool skipArray(int depth);
-    bool startsNumber()
-    {
-        const int byte = m_cursor.peek();
-        return byte == '+' || byte == '-' || byte == '.' ||
-               (byte != ByteCursor::end && isDigit(static_cast<char>(byte)));
-    }
     bool skipNumber(bool &isPlain);
     bool skipNumberOrReference();
 
-    ByteCursor &m_cursor;
-    std::array<char, longestName> m_name{};
+    const char *m_begin;
+    const char *m_at;
+    const char *m_end;
 };
 
 bool Scanner::takeName(std::string_view &name)
@@ -114,50 +162,37 @@ bool Scanner::takeName(std::string_view &name)
     if (!takeByte('/')) {
         return false;
     }
-    std::size_t length = 0;
-    while (is(m_cursor.peek(), inName)) {
-        if (length == m_name.size()) {
-            return false;
-        }
-        m_name[length++] = static_cast<char>(m_cursor.peek());
-        m_cursor.skip();
-    }
-    name = {m_name.data(), length};
-    return length != 0 && endsHere();
+    const char *begin = m_at;
+    skipAll(inName);
+    name = {begin, static_cast<std::size_t>(m_at - begin)};
+    return !name.empty() && m_at - begin <= longestName && endsHere();
 }
 
 bool Scanner::takeInteger(int &number)
 {
-    int digits = 0;
+    const char *at = m_at;
     number = 0;
-    while (m_cursor.peek() != ByteCursor::end && isDigit(static_cast<char>(m_cursor.peek()))) {
-        if (++digits > mostDigits) {
-            return false;
-        }
-        number = number * 10 + (m_cursor.peek() - '0');
-        m_cursor.skip();
+    for (; at != m_end && is(*at, isNumeral) && at - m_at <= longestInteger; ++at) {
+        number = number * 10 + (*at - '0');
     }
-    return digits != 0 && endsHere();
+    const std::ptrdiff_t digits = at - m_at;
+    m_at = at;
+    return digits > 0 && digits <= longestInteger && endsHere();
 }
 
 bool Scanner::skipString()
 {
-    for (int open = 1; open != 0;) {
+    for (int open = 1; open != 0; ++m_at) {
         skipAll(inString);
-        switch (m_cursor.take()) {
-        case '(':
-            ++open;
-            break;
-        case ')':
-            --open;
-            break;
-        case '\\':
-            if (m_cursor.take() == ByteCursor::end) {
+        if (m_at == m_end) {
+            return false;
+        }
+        if (*m_at == '\\') {
+            if (++m_at == m_end) {
                 return false;
             }
-            break;
-        default:
-            return false;
+        } else {
+            open += *m_at == '(' ? 1 : -1;
         }
     }
     return true;
@@ -194,72 +229,69 @@ bool Scanner::skipArray(int depth)
         if (takeByte(']')) {
             return true;
         }
-        if (m_cursor.peek() == 'R') {
+        bool isPlain = false;
+        if (isAt('R')) {
             if (integers < 2 || !takeWord("R")) {
                 return false;
             }
-            integers = 0;
-            continue;
-        }
-        bool isPlain = false;
-        if (startsNumber() ? !skipNumber(isPlain) : !skipValue(depth + 1)) {
+        } else if (isAt(isNumeral) || isAt('-') || isAt('.') || isAt('+')) {
+            if (!skipNumber(isPlain)) {
+                return false;
+            }
+        } else if (!skipValue(depth + 1)) {
             return false;
         }
         integers = isPlain ? integers + 1 : 0;
     }
 }
 
-/// A number or a reference.
+/// @param isPlain set to whether it is an integer without a sign
+bool Scanner::skipNumber(bool &isPlain)
+{
+    const char *begin = m_at;
+    const bool isSigned = takeByte('-') || takeByte('+');
+    const char *digits = m_at;
+    skipAll(isNumeral);
+    std::ptrdiff_t count = m_at - digits;
+    const bool isInteger = !takeByte('.');
+    if (!isInteger) {
+        digits = m_at;
+        skipAll(isNumeral);
+        count += m_at - digits;
+    }
+    isPlain = isInteger && !isSigned;
+    return count > 0 && m_at - begin <= (isInteger ? longestInteger : longestNumber) && endsHere();
+}
+
 bool Scanner::skipNumberOrReference()
 {
     bool isPlain = false;
     if (!skipNumber(isPlain) || !skipBlanks()) {
         return false;
     }
-    const int next = m_cursor.peek();
-    if (!isPlain || next == ByteCursor::end || !isDigit(static_cast<char>(next))) {
+    if (!isPlain || !isAt(isNumeral)) {
         return true;
     }
     return skipNumber(isPlain) && isPlain && skipBlanks() && takeWord("R");
 }
 
-/// @param isPlain set to whether it is an integer without a sign
-bool Scanner::skipNumber(bool &isPlain)
-{
-    const bool isSigned = takeByte('+') || takeByte('-');
-    bool hasPoint = false;
-    int digits = 0;
-    for (int byte = m_cursor.peek(); byte != ByteCursor::end; byte = m_cursor.peek()) {
-        if (byte == '.' && !hasPoint) {
-            hasPoint = true;
-        } else if (isDigit(static_cast<char>(byte))) {
-            ++digits;
-        } else {
-            break;
-        }
-        m_cursor.skip();
-    }
-    isPlain = !isSigned && !hasPoint;
-    return digits != 0 && digits <= (hasPoint ? 2 * mostDigits : mostDigits) && endsHere();
-}
-
 bool Scanner::skipValue(int depth)
 {
-    if (depth > deepestNesting) {
+    if (depth > deepestNesting || m_at == m_end) {
         return false;
     }
     std::string_view name;
-    switch (m_cursor.peek()) {
+    switch (*m_at) {
     case '/':
         return takeName(name);
     case '(':
-        m_cursor.skip();
+        ++m_at;
         return skipString();
     case '[':
-        m_cursor.skip();
+        ++m_at;
         return skipArray(depth);
     case '<':
-        m_cursor.skip();
+        ++m_at;
         return takeByte('<') ? skipDictionary(depth) : skipHexString();
     case 't':
         return takeWord("true");
@@ -270,6 +302,25 @@ bool Scanner::skipValue(int depth)
     default:
         return skipNumberOrReference();
     }
+}
+
+bool Scanner::skipDictionaryWithoutKids()
+{
+    int depth = 0;
+    const char *at = m_at;
+    do {
+        at = nextBracket(at, m_end);
+        if (m_end - at < 2 || at[0] != at[1]) {
+            return false;
+        }
+        depth += *at == '<' ? 1 : -1;
+        at += 2;
+    } while (depth > 0);
+    if (depth < 0 || *m_at != '<' || mayHoldKids({m_at, static_cast<std::size_t>(at - m_at)})) {
+        return false;
+    }
+    m_at = at;
+    return true;
 }
 
 bool Scanner::takeReferences(std::vector<int> *numbers)
@@ -293,117 +344,122 @@ bool Scanner::takeReferences(std::vector<int> *numbers)
     }
 }
 
-bool Scanner::isAtEnd(ObjectEnd end)
-{
-    return end == ObjectEnd::anything || (skipBlanks() && takeWord("endobj"));
-}
-
-/// What a dictionary calls itself.
-enum class NodeType { none, page, other };
-
 /// The entries of a dictionary that tell a page from a node.
 class NodeReader
 {
 public:
-    NodeReader(ByteCursor &cursor, NodeScan &result, std::vector<int> *kids)
-        : m_scanner(cursor), m_result(result), m_kids(kids)
-    {
-    }
+    NodeReader(std::string_view bytes, bool wantsKids) : m_scanner(bytes), m_wantsKids(wantsKids) {}
 
-    bool read(ObjectEnd end)
+    bool readHeader(int number)
     {
-        if (!m_scanner.skipBlanks() || !m_scanner.takeByte('<') || !m_scanner.takeByte('<') ||
-            !readEntries() || !m_scanner.isAtEnd(end)) {
-            return false;
-        }
-        m_result.end = m_scanner.position();
+        int found = 0;
+        int generation = 0;
+        return m_scanner.skipBlanks() && m_scanner.takeInteger(found) && found == number &&
+               m_scanner.skipBlanks() && m_scanner.takeInteger(generation) &&
+               m_scanner.skipBlanks() && m_scanner.takeWord("obj");
+    }
+    bool readDictionary()
+    {
+        return m_scanner.skipBlanks() &&
+               ((!m_wantsKids && m_scanner.skipDictionaryWithoutKids()) ||
+                (m_scanner.takeByte('<') && m_scanner.takeByte('<') && readEntries()));
+    }
+    bool readEnd() { return m_scanner.skipBlanks() && m_scanner.takeWord("endobj"); }
+
+    NodeScan result(bool isRead)
+    {
+        NodeScan &scan = m_result;
+        scan.end = m_scanner.position();
         // One that calls itself a page and has content is one, whatever else it lists.
-        const bool isPage = !m_hasKids || (m_type == NodeType::page && m_hasContents);
-        m_result.kind = isPage ? NodeScan::Kind::page : NodeScan::Kind::node;
-        return true;
+        const bool isPage = !m_hasKids || (m_isCalledPage && m_hasContents);
+        scan.kind = isRead && isPage      ? NodeScan::Kind::page
+                    : isRead              ? NodeScan::Kind::node
+                    : m_scanner.isAtEnd() ? NodeScan::Kind::cutOff
+                                          : NodeScan::Kind::unclear;
+        return std::move(m_result);
     }
 
 private:
-    bool readEntries()
-    {
-        std::string_view key;
-        for (;;) {
-            if (!m_scanner.skipBlanks()) {
-                return false;
-            }
-            if (m_scanner.takeByte('>')) {
-                return m_scanner.takeByte('>');
-            }
-            if (!m_scanner.takeName(key) || !m_scanner.skipBlanks() || !readEntry(key)) {
-                return false;
-            }
-        }
-    }
-
-    bool readEntry(std::string_view key)
-    {
-        if (key == "Kids") {
-            return !std::exchange(m_hasKids, true) && readKids();
-        }
-        if (key == "Type") {
-            return !std::exchange(m_hasType, true) && readType();
-        }
-        if (key == "Contents") {
-            // What a null stands for is asked where references are followed.
-            return !std::exchange(m_hasContents, true) && m_scanner.peek() != 'n' &&
-                   m_scanner.skipValue(1);
-        }
-        return m_scanner.skipValue(1);
-    }
-
-    bool readType()
-    {
-        std::string_view name;
-        if (!m_scanner.takeName(name)) {
-            return false;
-        }
-        m_type = name == "Page" ? NodeType::page : NodeType::other;
-        return true;
-    }
-
-    bool readKids()
-    {
-        m_result.listBegin = m_scanner.position();
-        if (!m_scanner.takeByte('[') || !m_scanner.takeReferences(m_kids)) {
-            return false;
-        }
-        m_result.listEnd = m_scanner.position() - 1;
-        return true;
-    }
+    bool readEntries();
+    bool readEntry(std::string_view key);
+    bool readType();
+    bool readKids();
 
     Scanner m_scanner;
-    NodeScan &m_result;
-    std::vector<int> *m_kids;
-    NodeType m_type = NodeType::none;
+    NodeScan m_result;
+    bool m_wantsKids;
     bool m_hasKids = false;
     bool m_hasType = false;
+    bool m_isCalledPage = false;
     bool m_hasContents = false;
 };
 
-} // namespace
-
-NodeScan scanNode(ByteCursor cursor, ObjectEnd end, bool wantsKids)
+bool NodeReader::readEntries()
 {
-    NodeScan result;
-    if (!NodeReader(cursor, result, wantsKids ? &result.kids : nullptr).read(end)) {
-        return {};
+    std::string_view key;
+    for (;;) {
+        if (!m_scanner.skipBlanks()) {
+            return false;
+        }
+        if (m_scanner.takeByte('>')) {
+            return m_scanner.takeByte('>');
+        }
+        if (!m_scanner.takeName(key) || !m_scanner.skipBlanks() || !readEntry(key)) {
+            return false;
+        }
     }
-    return result;
 }
 
-bool skipObjectHeader(ByteCursor &cursor, int number)
+bool NodeReader::readEntry(std::string_view key)
 {
-    Scanner scanner(cursor);
-    int found = 0;
-    int generation = 0;
-    return scanner.skipBlanks() && scanner.takeInteger(found) && found == number &&
-           scanner.skipBlanks() && scanner.takeInteger(generation) && scanner.skipBlanks() &&
-           scanner.takeWord("obj");
+    if (key == "Kids") {
+        return !std::exchange(m_hasKids, true) && readKids();
+    }
+    if (key == "Type") {
+        return !std::exchange(m_hasType, true) && readType();
+    }
+    if (key == "Contents") {
+        // A null would be no content.
+        return !std::exchange(m_hasContents, true) && !m_scanner.isAt('n') &&
+               m_scanner.skipValue(1);
+    }
+    return m_scanner.skipValue(1);
+}
+
+bool NodeReader::readType()
+{
+    std::string_view name;
+    const bool isName = m_scanner.takeName(name);
+    m_isCalledPage = name == "Page";
+    return isName;
+}
+
+bool NodeReader::readKids()
+{
+    m_result.listBegin = m_scanner.position();
+    const bool isRead =
+        m_scanner.takeByte('[') && m_scanner.takeReferences(m_wantsKids ? &m_result.kids : nullptr);
+    m_result.listEnd = m_scanner.position() - 1;
+    return isRead;
+}
+
+} // namespace
+
+NodeScan scanObject(std::string_view bytes, int number, bool wantsKids)
+{
+    NodeReader reader(bytes, wantsKids);
+    return reader.result(reader.readHeader(number) && reader.readDictionary() && reader.readEnd());
+}
+
+NodeScan scanDictionary(std::string_view bytes, bool wantsKids)
+{
+    NodeReader reader(bytes, wantsKids);
+    return reader.result(reader.readDictionary());
+}
+
+bool startsObject(std::string_view bytes, int number)
+{
+    return NodeReader(bytes, false).readHeader(number);
 }
 
 } // namespace tools

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "tools/pdf/byte_cursor.h"
-
-#include <cstdint>
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
@@ -13,33 +11,30 @@ struct NodeScan
 {
     enum class Kind {
         unclear, ///< anything but the plainest syntax: the library must say
+        cutOff,  ///< the bytes end too early to tell
         page,
         node ///< has a list of children
     };
     Kind kind = Kind::unclear;
     /// Object numbers of the children; only of a node, and only when they were asked for.
-    std::vector<int> kids;
-    /// Places in the file, or differences in a text: of "[" and "]" of the list of children, and
-    /// of the end of the object.
-    std::int64_t listBegin = 0;
-    std::int64_t listEnd = 0;
-    std::int64_t end = 0;
+    std::vector<int> kids = {};
+    /// Places in the bytes: of "[" and "]" of a node's list of children, and of the object's end.
+    std::size_t listBegin = 0;
+    std::size_t listEnd = 0;
+    std::size_t end = 0;
 };
 
-/// What follows the dictionary of an object.
-enum class ObjectEnd {
-    keyword, ///< "endobj", as in the file itself
-    anything ///< as in an object stream
-};
-
-/// Reads a dictionary without making an object of it, which is a tenth of the work, to tell pages
-/// from nodes. Only what every reader would read alike is told: keys are names without escapes and
-/// come once, the children are references, and nothing is left open.
+/// Reads an object as it stands in a file, from "12 0 obj" to "endobj", without making an object
+/// of it, which is a tenth of the work; white space may come first. Only what every reader would
+/// read alike is told: the object is number @p number and a dictionary, its keys are names without
+/// escapes and come once, the children are references, and nothing is left open.
 /// @param wantsKids whether the numbers of the children are wanted
-NodeScan scanNode(ByteCursor cursor, ObjectEnd end, bool wantsKids);
+NodeScan scanObject(std::string_view bytes, int number, bool wantsKids);
 
-/// Reads "12 0 obj" for object @p number and leaves the cursor behind it; white space may come
-/// first. @returns false when anything else stands there
-bool skipObjectHeader(ByteCursor &cursor, int number);
+/// The same for an object of an object stream, which has neither number nor end.
+NodeScan scanDictionary(std::string_view bytes, bool wantsKids);
+
+/// Whether @p bytes begin with "12 0 obj" for object @p number, after white space perhaps.
+bool startsObject(std::string_view bytes, int number);
 
 } // namespace tools

@@ -1,45 +1,44 @@
 #include "tools/pdf/object_scanner.h"
 
 #include "tools/pdf/library_internals.h"
+#include "tools/pdf/pdf_syntax.h"
 #include "tools/pdf/quiet_library.h"
 
 #include <algorithm>
+#include <charconv>
 
 namespace tools {
 
 namespace {
 
 constexpr std::size_t mostHeld = std::size_t{32} << 20U;
-constexpr std::int64_t longestPart = 16384;
+constexpr std::size_t longestPart = 16384;
+constexpr std::size_t largestObjectText = std::size_t{256} << 20U;
 constexpr int mostSlices = 100'000;
 
 /// Takes a decimal number and the white space before it. @returns -1 when there is none
-int takeNumber(ByteCursor &cursor)
+int takeNumber(std::string_view &text)
 {
-    while (cursor.peek() != ByteCursor::end && cursor.peek() <= ' ') {
-        cursor.skip();
+    while (!text.empty() && isSpace(text.front())) {
+        text.remove_prefix(1);
     }
     int number = -1;
-    for (int byte = cursor.peek(); byte >= '0' && byte <= '9'; byte = cursor.peek()) {
-        number = std::max(number, 0);
-        if (number > 99'999'999) {
-            return -1;
-        }
-        number = number * 10 + (byte - '0');
-        cursor.skip();
-    }
-    return number;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    return error == std::errc() ? number : -1;
+}
+
+std::string_view viewOf(const FileWindow::Bytes &bytes)
+{
+    return {bytes.begin, static_cast<std::size_t>(bytes.end - bytes.begin)};
 }
 
 } // namespace
 
-NodeScan ObjectScanner::scan(int number, bool wantsKids)
+NodeScan ObjectScanner::scan(int number, const ObjectPlace &place, bool wantsKids)
 {
-    const ObjectPlace place = m_source.placeOf(number);
     if (place.kind == ObjectPlace::Kind::inFile) {
-        ByteCursor cursor(m_window, place.offset);
-        return skipObjectHeader(cursor, number) ? scanNode(cursor, ObjectEnd::keyword, wantsKids)
-                                                : NodeScan();
+        return scanInFile(place.offset, number, wantsKids);
     }
     if (place.kind != ObjectPlace::Kind::inStream) {
         return {};
@@ -51,9 +50,40 @@ NodeScan ObjectScanner::scan(int number, bool wantsKids)
     if (slice == stream.slices.end() || slice->number != number) {
         return {};
     }
-    const std::string_view bytes =
-        std::string_view(stream.bytes).substr(slice->begin, slice->length);
-    return scanNode(ByteCursor(bytes), ObjectEnd::anything, wantsKids);
+    return scanDictionary(std::string_view(stream.bytes).substr(slice->begin, slice->length),
+                          wantsKids);
+}
+
+/// Most objects lie in what the window holds; one that does not is read again with more and more
+/// bytes, until it is whole.
+NodeScan ObjectScanner::scanInFile(std::int64_t offset, int number, bool wantsKids)
+{
+    NodeScan scan = scanObject(viewOf(m_window.onwards(offset)), number, wantsKids);
+    if (scan.kind == NodeScan::Kind::cutOff) {
+        scan = scanObject(viewOf(m_window.at(offset, FileWindow::largest)), number, wantsKids);
+    }
+    std::string bytes;
+    for (std::size_t size = 4 * FileWindow::largest;
+         scan.kind == NodeScan::Kind::cutOff && bytes.size() < size / 2 &&
+         size <= largestObjectText;
+         size *= 4) {
+        appendBytes(bytes, offset, size);
+        scan = scanObject(bytes, number, wantsKids);
+    }
+    return scan;
+}
+
+/// Adds to @p bytes those of the file from @p offset on, up to @p size of them.
+void ObjectScanner::appendBytes(std::string &bytes, std::int64_t offset, std::size_t size)
+{
+    while (bytes.size() < size) {
+        const std::string_view more = viewOf(
+            m_window.at(offset + static_cast<std::int64_t>(bytes.size()), FileWindow::largest));
+        if (more.empty()) {
+            return;
+        }
+        bytes += more;
+    }
 }
 
 const ObjectScanner::Decoded &ObjectScanner::decoded(int stream)
@@ -86,12 +116,13 @@ bool ObjectScanner::readSlices(int stream, Decoded &result)
         static_cast<std::size_t>(first) > result.bytes.size()) {
         return false;
     }
-    ByteCursor cursor(std::string_view(result.bytes).substr(0, static_cast<std::size_t>(first)));
+    std::string_view head =
+        std::string_view(result.bytes).substr(0, static_cast<std::size_t>(first));
     std::vector<Slice> &slices = result.slices;
     slices.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
-        const int number = takeNumber(cursor);
-        const int offset = takeNumber(cursor);
+        const int number = takeNumber(head);
+        const int offset = takeNumber(head);
         const std::size_t begin =
             static_cast<std::size_t>(first) + static_cast<std::size_t>(offset);
         if (number <= 0 || offset < 0 || number >= m_source.objectCount() ||
@@ -110,27 +141,16 @@ bool ObjectScanner::readSlices(int stream, Decoded &result)
            }) == slices.end();
 }
 
-void ObjectScanner::keepWithoutKids(int number, const NodeScan &scan)
+void ObjectScanner::keepWithoutKids(int number, const ObjectPlace &place, const NodeScan &scan)
 {
-    const ObjectPlace place = m_source.placeOf(number);
-    if (place.kind == ObjectPlace::Kind::inFile) {
-        const std::string text = textWithoutKids(place.offset, scan);
-        if (!text.empty()) {
-            m_source.adoptNode(number, text);
-        }
+    if (place.kind != ObjectPlace::Kind::inFile || scan.listBegin > longestPart ||
+        scan.end - scan.listEnd > longestPart) {
+        return;
     }
-}
-
-std::string ObjectScanner::textWithoutKids(std::int64_t begin, const NodeScan &scan)
-{
-    if (scan.listBegin - begin > longestPart || scan.end - scan.listEnd > longestPart) {
-        return {};
-    }
-    const auto bytes = [this](std::int64_t from, std::int64_t to) {
-        const FileWindow::Bytes held = m_window.at(from, static_cast<std::size_t>(to - from));
-        return std::string(held.begin, held.end);
-    };
-    return bytes(begin, scan.listBegin + 1) + bytes(scan.listEnd, scan.end);
+    std::string text(viewOf(m_window.at(place.offset, scan.listBegin + 1)));
+    text += viewOf(m_window.at(place.offset + static_cast<std::int64_t>(scan.listEnd),
+                               scan.end - scan.listEnd));
+    m_source.adoptNode(number, text);
 }
 
 } // namespace tools

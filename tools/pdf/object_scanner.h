@@ -18,12 +18,13 @@ class ObjectScanner
 public:
     explicit ObjectScanner(PdfSource &source) : m_source(source), m_window(source.input()) {}
 
-    /// What the bytes of object @p number tell; "unclear" is no answer, the object may be any.
-    NodeScan scan(int number, bool wantsKids);
+    /// What the bytes of object @p number, which stands at @p place, tell; "unclear" and "cutOff"
+    /// are no answer, the object may be any.
+    NodeScan scan(int number, const ObjectPlace &place, bool wantsKids);
 
     /// Lets the library have the node that was scanned last without its list of children, which
     /// makes up most of the work of loading it. Nothing happens where that cannot be done.
-    void keepWithoutKids(int number, const NodeScan &scan);
+    void keepWithoutKids(int number, const ObjectPlace &place, const NodeScan &scan);
 
 private:
     struct Slice
@@ -39,9 +40,10 @@ private:
         std::vector<Slice> slices; ///< by number
     };
 
+    NodeScan scanInFile(std::int64_t offset, int number, bool wantsKids);
+    void appendBytes(std::string &bytes, std::int64_t offset, std::size_t size);
     const Decoded &decoded(int stream);
     bool readSlices(int stream, Decoded &result);
-    std::string textWithoutKids(std::int64_t begin, const NodeScan &scan);
 
     PdfSource &m_source;
     FileWindow m_window;

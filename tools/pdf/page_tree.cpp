@@ -6,10 +6,15 @@ namespace tools {
 
 std::shared_ptr<const PageList> PageTree::sharedList()
 {
-    if (!m_source.file().pages()) {
-        m_source.file().setPages(std::make_shared<const PageList>(walkPages(m_source)));
+    SourceFile &file = m_source.file();
+    if (!file.pages()) {
+        auto pages = std::make_shared<const PageList>(walkPages(m_source));
+        if (pages->pages.empty() && file.repair()) {
+            throw FileRepaired();
+        }
+        file.setPages(std::move(pages));
     }
-    return m_source.file().pages();
+    return file.pages();
 }
 
 FoundPage PageTree::find(int page)

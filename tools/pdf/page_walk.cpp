@@ -3,6 +3,7 @@
 #include "tools/pdf/object_scanner.h"
 
 #include <algorithm>
+#include <numeric>
 #include <unordered_set>
 
 namespace tools {
@@ -15,8 +16,14 @@ constexpr int longestClimb = 100;
 /// A list that is worth not to be parsed by the library.
 constexpr std::size_t longList = 64;
 constexpr int nothing = -1; ///< in place of an object number
+constexpr int dropped = -2; ///< in place of a node
 
-enum class Kid { page, node, unreadable };
+enum class Kid {
+    page,
+    node,
+    broken, ///< something stands there that cannot be read
+    absent  ///< nothing stands there, or something that can be neither
+};
 
 class PageWalk
 {
@@ -34,26 +41,32 @@ private:
         pdf_obj *list = nullptr;     ///< null when the kids were read without the library
         std::vector<Kid> kinds = {}; ///< of the kids
         std::size_t next = 0;
+        std::size_t pagesBefore = 0;
+        bool hasLoop = false; ///< something below was passed over as leading back
     };
 
     bool openRoot();
     bool openByBytes(int number, Level &level);
     bool openByLibrary(pdf_obj *dictionary, Level &level);
     void open(Level level);
+    void close();
     std::vector<Kid> kindsOf(Level &level);
-    Kid kindOf(int &number, pdf_obj *direct);
+    Kid kindByLibrary(int &number, pdf_obj *direct);
+    bool isCalledPage(pdf_obj *dictionary);
     Kid kindOfDictionary(pdf_obj *dictionary);
     pdf_obj *directKid(const Level &level, std::size_t place);
     void takeKid(Level &level, std::size_t place);
-    void dropUnreadable();
-    void addSinglePage(pdf_obj *root, int number);
+    void dropAbsent();
+    PageList singlePage();
     void count(std::size_t kids);
 
     PdfSource &m_source;
     ObjectScanner m_scanner;
     PageList m_result;
     std::vector<Level> m_levels;
-    std::unordered_set<int> m_above; ///< object numbers of m_levels
+    std::unordered_set<int> m_above;   ///< object numbers of m_levels
+    std::unordered_set<int> m_barren;  ///< object numbers of nodes without pages
+    std::vector<std::size_t> m_absent; ///< places among the pages where nothing stands
     long long m_seen = 0;
 };
 
@@ -63,15 +76,16 @@ PageList PageWalk::walk()
         while (!m_levels.empty()) {
             Level &level = m_levels.back();
             if (level.next == level.kids.size()) {
-                m_above.erase(m_result.nodes[static_cast<std::size_t>(level.node)].number);
-                m_levels.pop_back();
+                close();
             } else {
                 takeKid(level, level.next++);
             }
         }
-        dropUnreadable();
+        dropAbsent();
     }
-    return std::move(m_result);
+    const bool hasPages = std::any_of(m_result.pages.begin(), m_result.pages.end(),
+                                      [](const PageList::Page &page) { return page.isReadable; });
+    return hasPages ? std::move(m_result) : singlePage();
 }
 
 /// What the catalog leads to is the root if it lists children. If not, it may be a page or a node
@@ -86,41 +100,43 @@ bool PageWalk::openRoot()
         open(std::move(level));
         return true;
     }
-    pdf_obj *const stated = m_source.resolve(reference);
-    pdf_obj *root = stated;
-    number = m_source.numberOf(reference);
-    for (int step = 0; step < longestClimb && m_source.isDictionary(root); ++step) {
+    for (int step = 0; step < longestClimb; ++step) {
+        pdf_obj *root = m_source.resolve(reference);
+        if (!m_source.isDictionary(root)) {
+            return false;
+        }
         if (openByLibrary(root, level)) {
-            m_result.nodes[0].number = number;
+            m_result.nodes[0].number = m_source.numberOf(reference);
             open(std::move(level));
             return true;
         }
         reference = m_source.raw(root, PDF_NAME(Parent));
-        number = m_source.numberOf(reference);
-        root = m_source.resolve(reference);
     }
-    m_result.nodes.clear();
-    addSinglePage(stated, m_source.numberOf(m_source.raw(m_source.catalog(), PDF_NAME(Pages))));
     return false;
 }
 
-void PageWalk::addSinglePage(pdf_obj *root, int number)
+/// What the catalog leads to as the only page, if it is one.
+PageList PageWalk::singlePage()
 {
-    if (m_source.isDictionary(root) &&
-        (m_source.isName(m_source.get(root, PDF_NAME(Type)), PDF_NAME(Page)) ||
-         m_source.get(root, PDF_NAME(Contents)) != nullptr)) {
-        m_result.pages.push_back({number, -1, 0, true});
+    pdf_obj *reference = m_source.raw(m_source.catalog(), PDF_NAME(Pages));
+    pdf_obj *page = m_source.resolve(reference);
+    PageList list;
+    if (m_source.isDictionary(page) && !m_source.isArray(m_source.get(page, PDF_NAME(Kids))) &&
+        (isCalledPage(page) || m_source.get(page, PDF_NAME(Contents)) != nullptr)) {
+        list.pages.push_back({m_source.numberOf(reference), -1, 0, true});
     }
+    return list;
 }
 
 bool PageWalk::openByBytes(int number, Level &level)
 {
-    NodeScan scan = m_scanner.scan(number, true);
+    const ObjectPlace place = m_source.placesOf({number}).front();
+    NodeScan scan = m_scanner.scan(number, place, true);
     if (scan.kind != NodeScan::Kind::node) {
         return false;
     }
     if (scan.kids.size() >= longList) {
-        m_scanner.keepWithoutKids(number, scan);
+        m_scanner.keepWithoutKids(number, place, scan);
     }
     level.kids = std::move(scan.kids);
     return true;
@@ -147,9 +163,27 @@ bool PageWalk::openByLibrary(pdf_obj *dictionary, Level &level)
 void PageWalk::open(Level level)
 {
     count(level.kids.size());
+    level.pagesBefore = m_result.pages.size();
     level.kinds = kindsOf(level);
     m_above.insert(m_result.nodes[static_cast<std::size_t>(level.node)].number);
     m_levels.push_back(std::move(level));
+}
+
+/// Nodes that hold no pages are remembered: shared by others, and those by others, they would be
+/// gone through without end.
+void PageWalk::close()
+{
+    const Level &level = m_levels.back();
+    const int number = m_result.nodes[static_cast<std::size_t>(level.node)].number;
+    const bool hasLoop = level.hasLoop;
+    if (level.pagesBefore == m_result.pages.size() && !hasLoop) {
+        m_barren.insert(number);
+    }
+    m_above.erase(number);
+    m_levels.pop_back();
+    if (!m_levels.empty()) {
+        m_levels.back().hasLoop = m_levels.back().hasLoop || hasLoop;
+    }
 }
 
 void PageWalk::count(std::size_t kids)
@@ -163,17 +197,27 @@ void PageWalk::count(std::size_t kids)
 /// Kids are looked at in the order in which they stand in the file, so that it is read once.
 std::vector<Kid> PageWalk::kindsOf(Level &level)
 {
-    std::vector<std::pair<std::int64_t, std::size_t>> order;
-    order.reserve(level.kids.size());
-    for (std::size_t i = 0; i < level.kids.size(); ++i) {
-        order.emplace_back(m_source.placeOf(level.kids[i]).offset, i);
+    const std::vector<ObjectPlace> places = m_source.placesOf(level.kids);
+    std::vector<std::size_t> order(level.kids.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    const auto isBefore = [&places](std::size_t a, std::size_t b) {
+        return places[a].offset < places[b].offset;
+    };
+    if (!std::is_sorted(order.begin(), order.end(), isBefore)) {
+        std::sort(order.begin(), order.end(), isBefore);
     }
-    if (!std::is_sorted(order.begin(), order.end())) {
-        std::sort(order.begin(), order.end());
-    }
-    std::vector<Kid> kinds(level.kids.size(), Kid::unreadable);
-    for (const auto &[offset, i] : order) {
-        kinds[i] = kindOf(level.kids[i], directKid(level, i));
+    std::vector<Kid> kinds(level.kids.size(), Kid::absent);
+    for (const std::size_t i : order) {
+        switch (m_scanner.scan(level.kids[i], places[i], false).kind) {
+        case NodeScan::Kind::page:
+            kinds[i] = Kid::page;
+            break;
+        case NodeScan::Kind::node:
+            kinds[i] = Kid::node;
+            break;
+        default:
+            kinds[i] = kindByLibrary(level.kids[i], directKid(level, i));
+        }
     }
     return kinds;
 }
@@ -184,42 +228,41 @@ pdf_obj *PageWalk::directKid(const Level &level, std::size_t place)
 }
 
 /// @param number of the object; a reference to a reference becomes what that leads to
-Kid PageWalk::kindOf(int &number, pdf_obj *direct)
+Kid PageWalk::kindByLibrary(int &number, pdf_obj *direct)
 {
     if (number == 0) {
         return kindOfDictionary(direct);
     }
-    switch (m_scanner.scan(number, false).kind) {
-    case NodeScan::Kind::page:
-        return Kid::page;
-    case NodeScan::Kind::node:
-        return Kid::node;
-    default:
-        break;
+    if (number == nothing || number >= m_source.objectCount()) {
+        return Kid::absent;
     }
     number = m_source.finalNumber(number);
     pdf_obj *kid = m_source.object(number);
+    if (kid == nullptr) {
+        return Kid::broken;
+    }
     const bool isStream = m_source.isDictionary(kid) && m_source.isStream(number);
-    const bool isOdd =
-        isStream && !m_source.isName(m_source.get(kid, PDF_NAME(Type)), PDF_NAME(Page));
-    return isOdd ? Kid::unreadable : kindOfDictionary(kid);
+    return isStream && !isCalledPage(kid) ? Kid::absent : kindOfDictionary(kid);
+}
+
+bool PageWalk::isCalledPage(pdf_obj *dictionary)
+{
+    return m_source.isName(m_source.get(dictionary, PDF_NAME(Type)), PDF_NAME(Page));
 }
 
 Kid PageWalk::kindOfDictionary(pdf_obj *dictionary)
 {
     if (!m_source.isDictionary(dictionary)) {
-        return Kid::unreadable;
+        return Kid::absent;
     }
-    const bool isCalledPage =
-        m_source.isName(m_source.get(dictionary, PDF_NAME(Type)), PDF_NAME(Page));
     const bool hasContents = m_source.get(dictionary, PDF_NAME(Contents)) != nullptr;
     pdf_obj *kids = m_source.raw(dictionary, PDF_NAME(Kids));
     if (m_source.isArray(m_source.resolve(kids))) {
-        return isCalledPage && hasContents ? Kid::page : Kid::node;
+        return isCalledPage(dictionary) && hasContents ? Kid::page : Kid::node;
     }
     // A node whose list is lost is more than an empty page.
-    const bool isLost = kids != nullptr && !isCalledPage && !hasContents;
-    return isLost ? Kid::unreadable : Kid::page;
+    const bool isLost = kids != nullptr && !isCalledPage(dictionary) && !hasContents;
+    return isLost ? Kid::broken : Kid::page;
 }
 
 void PageWalk::takeKid(Level &level, std::size_t place)
@@ -227,11 +270,15 @@ void PageWalk::takeKid(Level &level, std::size_t place)
     const int number = level.kids[place];
     const int position = static_cast<int>(place);
     if (level.kinds[place] != Kid::node) {
+        if (level.kinds[place] == Kid::absent) {
+            m_absent.push_back(m_result.pages.size());
+        }
         m_result.pages.push_back(
             {std::max(number, 0), level.node, position, level.kinds[place] == Kid::page});
         return;
     }
-    if (number > 0 && m_above.count(number) != 0) {
+    if (number > 0 && (m_above.count(number) != 0 || m_barren.count(number) != 0)) {
+        level.hasLoop = level.hasLoop || m_barren.count(number) == 0;
         return;
     }
     Level below;
@@ -245,22 +292,26 @@ void PageWalk::takeKid(Level &level, std::size_t place)
     }
 }
 
-void PageWalk::dropUnreadable()
+void PageWalk::dropAbsent()
 {
-    std::vector<PageList::Page> &pages = m_result.pages;
-    const auto isUnreadable = [](const PageList::Page &page) { return !page.isReadable; };
-    const auto unreadable = std::count_if(pages.begin(), pages.end(), isUnreadable);
-    if (unreadable == 0) {
+    if (m_absent.empty()) {
         return;
     }
+    std::vector<PageList::Page> &pages = m_result.pages;
     const PageList::Node &root = m_result.nodes.front();
     pdf_obj *dictionary = root.number > 0 ? m_source.object(root.number)
                                           : m_source.get(m_source.catalog(), PDF_NAME(Pages));
     const double stated =
         pdf_to_real(m_source.context(), m_source.get(dictionary, PDF_NAME(Count)));
-    if (stated == static_cast<double>(static_cast<long long>(pages.size()) - unreadable)) {
-        pages.erase(std::remove_if(pages.begin(), pages.end(), isUnreadable), pages.end());
+    if (stated != static_cast<double>(pages.size() - m_absent.size())) {
+        return;
     }
+    for (auto index = m_absent.rbegin(); index != m_absent.rend(); ++index) {
+        pages[*index].node = dropped;
+    }
+    pages.erase(std::remove_if(pages.begin(), pages.end(),
+                               [](const PageList::Page &page) { return page.node == dropped; }),
+                pages.end());
 }
 
 } // namespace

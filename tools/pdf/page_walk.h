@@ -10,8 +10,9 @@ namespace tools {
 ///
 /// A dictionary without a list of children is a page, whatever it calls itself, and so is one that
 /// calls itself a page and has content. A node that leads back to one above it is passed over. A
-/// kid that cannot be read, or is no dictionary, keeps its place as an unreadable page, unless the
-/// root states just the number of pages that can be read.
+/// kid that is missing or cannot be read keeps its place as an unreadable page, unless it
+/// is missing and the root states just the number of the other pages. A document none of whose
+/// pages can be read has none.
 ///
 /// @throws ToolError when the tree branches endlessly, FileRepaired, std::bad_alloc
 PageList walkPages(PdfSource &source);

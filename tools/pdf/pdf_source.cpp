@@ -98,12 +98,6 @@ pdf_obj *PdfSource::object(int number)
     return resolve(load(number));
 }
 
-ObjectPlace PdfSource::placeOf(int number) const noexcept
-{
-    return number > 0 && number < objectCount() ? tools::placeOf(m_context, m_document, number)
-                                                : ObjectPlace();
-}
-
 bool PdfSource::isRepaired() const
 {
     return pdf_was_repaired(m_context, m_document) != 0;

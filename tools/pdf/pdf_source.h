@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace tools {
 
@@ -54,8 +55,11 @@ public:
 
     /// The object @p number, resolved; null when it cannot be loaded.
     pdf_obj *object(int number);
-    /// Where object @p number stands; "unknown" when the library must be asked for it.
-    ObjectPlace placeOf(int number) const noexcept;
+    /// Where objects stand; "unknown" those that the library must be asked for.
+    std::vector<ObjectPlace> placesOf(const std::vector<int> &numbers) const
+    {
+        return tools::placesOf(m_context, m_document, numbers);
+    }
 
     bool isDictionary(pdf_obj *resolved) const;
     bool isArray(pdf_obj *resolved) const;
@@ -112,5 +116,21 @@ private:
     pdf_document *m_document;
     bool m_wasRepaired;
 };
+
+/// Does @p work, and once more when the library has had to repair @p file on the way.
+/// @throws ToolError when even that does not help, and what @p work throws
+template <typename Work> auto readRepairing(const SourceFile &file, Work &&work)
+{
+    constexpr int mostAttempts = 3;
+    for (int attempt = 1;; ++attempt) {
+        try {
+            return work();
+        } catch (const FileRepaired &) {
+            if (attempt == mostAttempts) {
+                throw ToolError(file.path(), "is too damaged");
+            }
+        }
+    }
+}
 
 } // namespace tools

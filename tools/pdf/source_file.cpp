@@ -35,21 +35,43 @@ void SourceFile::open(Opening opening)
         }
     }
     if (m_document == nullptr) {
-        openByLibrary();
+        openByLibrary({});
     }
-    if (!m_isQuick && pdf_needs_password(context(), m_document) != 0) {
+    if (!m_isQuick) {
+        checkPassword();
+    }
+}
+
+void SourceFile::checkPassword()
+{
+    if (pdf_needs_password(context(), m_document) != 0) {
         pdf_drop_document(context(), m_document);
+        m_document = nullptr;
         throw ToolError(path(), "needs a password");
     }
 }
 
-void SourceFile::openByLibrary()
+bool SourceFile::repair()
+{
+    if (pdf_was_repaired(context(), m_document) != 0) {
+        return false;
+    }
+    pdf_drop_document(context(), m_document);
+    m_document = nullptr;
+    m_isQuick = false;
+    // A table that cannot be is as good as none.
+    openByLibrary("\nstartxref\n0\n%%EOF\n");
+    checkPassword();
+    return true;
+}
+
+void SourceFile::openByLibrary(std::string_view tail)
 {
     fz_stream *stream = nullptr;
     fz_var(stream);
     fz_try(context())
     {
-        stream = openFileStream(context(), m_input.descriptor(), m_input.size());
+        stream = openFileStream(context(), m_input.descriptor(), m_input.size(), tail);
         m_document = pdf_open_document_with_stream(context(), stream);
     }
     fz_always(context())

@@ -43,6 +43,12 @@ public:
     const std::string &path() const noexcept { return m_input.path(); }
     const InputFile &input() const noexcept { return m_input; }
 
+    /// Has the library rebuild the table from the objects that it finds in the file, which is
+    /// opened anew for that: what was taken from the document is gone.
+    /// @returns false, and nothing has happened, when that has been done before
+    /// @throws ToolError as the constructor does
+    bool repair();
+
     /// Whether the file was opened without the library's own reading of its table.
     bool isQuick() const noexcept { return m_isQuick; }
 
@@ -52,7 +58,8 @@ public:
 
 private:
     void open(Opening opening);
-    void openByLibrary();
+    void openByLibrary(std::string_view tail);
+    void checkPassword();
 
     PdfContext &m_context;
     const std::optional<InputFile> m_owned;

@@ -159,8 +159,8 @@ bool XrefSection::startsTooLate()
         second.kind != XrefEntry::Kind::inUse) {
         return false;
     }
-    ByteCursor cursor(m_file, second.offset);
-    return skipObjectHeader(cursor, 1);
+    const FileWindow::Bytes object = m_file.at(second.offset, entryLength);
+    return startsObject({object.begin, static_cast<std::size_t>(object.end - object.begin)}, 1);
 }
 
 bool XrefSection::readEntries(int first, int count, XrefTarget &target)

@@ -102,26 +102,20 @@ std::string cleanValue(const std::string &value)
 
 std::string describeDocument(SourceFile &file)
 {
-    for (int attempt = 0;; ++attempt) {
-        try {
-            PdfSource source(file);
-            PageTree tree(source);
-            const int pages = tree.pageCount();
-            if (pages <= 0) {
-                throw ToolError(file.path(), "has no pages");
-            }
-            std::string text;
-            appendLine(text, "NumberOfPages", std::to_string(pages));
-            appendTexts(text, source);
-            appendPageSize(text, source, tree);
-            appendNature(text, source);
-            return text;
-        } catch (const FileRepaired &) {
-            if (attempt == 3) {
-                throw ToolError(file.path(), "is too damaged");
-            }
+    return readRepairing(file, [&file] {
+        PdfSource source(file);
+        PageTree tree(source);
+        const int pages = tree.pageCount();
+        if (pages <= 0) {
+            throw ToolError(file.path(), "has no pages");
         }
-    }
+        std::string text;
+        appendLine(text, "NumberOfPages", std::to_string(pages));
+        appendTexts(text, source);
+        appendPageSize(text, source, tree);
+        appendNature(text, source);
+        return text;
+    });
 }
 
 void writeInformation(SourceFile &file, const std::string &output)
