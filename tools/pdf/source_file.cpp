@@ -1,6 +1,7 @@
 #include "tools/pdf/source_file.h"
 
 #include "tools/pdf/file_stream.h"
+#include "tools/pdf/password.h"
 #include "tools/pdf/quick_opening.h"
 
 namespace tools {
@@ -44,7 +45,8 @@ void SourceFile::open(Opening opening)
 
 void SourceFile::checkPassword()
 {
-    if (pdf_needs_password(context(), m_document) != 0) {
+    PdfSource source(*this);
+    if (!opensWithoutPassword(source)) {
         pdf_drop_document(context(), m_document);
         m_document = nullptr;
         throw ToolError(path(), "needs a password");
