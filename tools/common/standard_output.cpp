@@ -2,6 +2,7 @@
 
 #include "tools/common/tool_error.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -20,6 +21,16 @@ void waitForReader()
 }
 
 } // namespace
+
+void openStandardStreams()
+{
+    for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
+        const int mode = descriptor == STDOUT_FILENO ? O_RDONLY : O_WRONLY;
+        if (fcntl(descriptor, F_GETFD) < 0 && open("/dev/null", mode) < 0) {
+            return;
+        }
+    }
+}
 
 void writeStandardOutput(std::string_view bytes)
 {

@@ -4,6 +4,11 @@
 
 namespace tools {
 
+/// Gives standard streams that the caller has closed something to stand for them: a file opened
+/// under the number of one would receive messages, or be read as a list. Reading and writing fail
+/// on them.
+void openStandardStreams();
+
 /// Thrown when whoever reads standard output has closed it. There is nobody left to tell, so the
 /// tool ends without a word.
 struct ReaderGone

@@ -26,8 +26,8 @@ constexpr int mostLostThreads = 4;
 
 } // namespace
 
-ExportJob::ExportJob(const ExportOptions &options, PageSink &sink)
-    : m_options(options), m_sink(sink)
+ExportJob::ExportJob(const ExportOptions &options, InputFile input, PageSink &sink)
+    : m_options(options), m_input(std::move(input)), m_sink(sink)
 {
 }
 
@@ -165,7 +165,7 @@ void ExportJob::workAsOther(Worker &worker) noexcept
         worker.watch.begin(cookie, openTime);
         std::unique_ptr<PageReader> reader;
         try {
-            reader = std::make_unique<PageReader>(m_options.input, PageReader::Warnings::silent);
+            reader = std::make_unique<PageReader>(m_input, PageReader::Warnings::silent);
         } catch (...) {
             error = std::current_exception();
         }
@@ -185,7 +185,7 @@ ExportJob::Step ExportJob::openDocument(Worker &worker, std::unique_ptr<PageRead
     std::exception_ptr error;
     worker.watch.begin(cookie, openTime);
     try {
-        reader = std::make_unique<PageReader>(m_options.input, PageReader::Warnings::shown);
+        reader = std::make_unique<PageReader>(m_input, PageReader::Warnings::shown);
         const int pages = reader->pageCount();
         if (pages <= 0) {
             throw ToolError(m_options.input, "has no pages");

@@ -23,11 +23,13 @@ class ExportJob
 {
 public:
     /// @param sink takes the pages; it must outlive run()
-    ExportJob(const ExportOptions &options, PageSink &sink);
+    ExportJob(const ExportOptions &options, InputFile input, PageSink &sink);
 
     /// Opens the document and hands its pages to the sink.
     /// @throws ToolError when it cannot be read, the pages do not exist or cannot be written
     void run();
+    /// @throws InputChanged when the document is not what it was when the job began
+    void checkInput() const { m_input.checkUnchanged(); }
     /// True when a thread could not be ended: it still uses this object, which must then live on.
     bool hasLostThreads() const noexcept { return m_lost > 0; }
 
@@ -64,6 +66,7 @@ private:
     void warn(int position, const std::string &reason);
 
     const ExportOptions m_options;
+    const InputFile m_input; ///< read by all threads
     PageSink &m_sink;
     PageObjects m_objects; ///< of the pages exported
     int m_first = 0;       ///< 0-based

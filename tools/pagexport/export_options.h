@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tools/common/input_file.h"
+
 #include <optional>
 #include <string>
 
@@ -15,6 +17,7 @@ struct ExportOptions
     std::string output;                 ///< of exportPages: the index; page files lie beside it
     std::optional<long long> firstPage; ///< 1-based, as given
     std::optional<long long> lastPage;
+    std::optional<FileIdentity> identity; ///< that the input must have
 
     /// Page bounds given to an export ask for the pages' pictures, too.
     bool wantsPictures() const noexcept

@@ -17,8 +17,11 @@ namespace {
 
 constexpr const char *toolName = "pagexport";
 
-int runOptions(const ExportOptions &options)
+int runOptions(ExportOptions options)
 {
+    if (!options.input.empty()) {
+        options.identity = notedIdentity();
+    }
     switch (options.action) {
     case ExportOptions::Action::showHelp:
         writeStandardOutput(exportHelp());
@@ -36,25 +39,33 @@ int runOptions(const ExportOptions &options)
     return exitSuccess;
 }
 
-/// Runs the job. A thread that could not be ended keeps it for good.
-void runJob(const ExportOptions &options, PageSink &sink)
+/// A thread that could not be ended keeps its job, and what the job holds, for good.
+struct KeepForLostThreads
 {
-    auto job = std::make_unique<ExportJob>(options, sink);
-    const auto keepForLostThreads = [&job] {
-        if (job->hasLostThreads()) {
-            static_cast<void>(job.release());
+    void operator()(ExportJob *job) const
+    {
+        if (!job->hasLostThreads()) {
+            delete job;
         }
-    };
-    try {
-        job->run();
-    } catch (const std::bad_alloc &) {
-        keepForLostThreads();
-        throw ToolError(options.input, "needs more memory than there is");
-    } catch (...) {
-        keepForLostThreads();
-        throw;
     }
-    keepForLostThreads();
+};
+using Job = std::unique_ptr<ExportJob, KeepForLostThreads>;
+
+/// Opens the input and hands its pages to @p sink.
+Job runJob(const ExportOptions &options, PageSink &sink)
+{
+    try {
+        Job job(new ExportJob(options, InputFile(options.input, options.identity), sink));
+        try {
+            job->run();
+        } catch (const ToolError &) {
+            job->checkInput(); // what a file that changes meanwhile looks like says nothing
+            throw;
+        }
+        return job;
+    } catch (const std::bad_alloc &) {
+        throw ToolError(options.input, "needs more memory than there is");
+    }
 }
 
 } // namespace
@@ -65,8 +76,10 @@ void exportPages(const ExportOptions &options)
     folder.removeEarlierExport(options.input);
     PageFiles files(folder);
     try {
-        runJob(options, files);
-        folder.writeIndex(files.index());
+        const Job job = runJob(options, files);
+        folder.prepareIndex(files.index());
+        job->checkInput();
+        folder.publishIndex();
     } catch (...) {
         folder.removeThisExport();
         throw;
@@ -76,7 +89,8 @@ void exportPages(const ExportOptions &options)
 void listItems(const ExportOptions &options)
 {
     ItemStream stream;
-    runJob(options, stream);
+    const Job job = runJob(options, stream);
+    job->checkInput();
     stream.finish();
 }
 
