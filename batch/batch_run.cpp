@@ -6,6 +6,7 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
 #include <csignal>
 #include <utility>
 
@@ -65,10 +66,12 @@ void BatchRun::connectBatch()
     connect(&batch, &SplitBatch::fileBegins, this, &BatchRun::beginFile);
     connect(&batch, &SplitBatch::pageRead, this, [this](qsizetype, int page) {
         console.writeProgress(QStringLiteral("Analyzing page ") + QString::number(page));
+        showLive();
     });
     connect(&batch, &SplitBatch::outputReported, this,
             [this](qsizetype, const OutputResult &output) {
                 console.writeProgress(QStringLiteral("Generating ") + output.path);
+                showLive();
             });
     connect(&batch, &SplitBatch::fileEnds, this,
             [this](qsizetype, const SplitResult &result) { endFile(result); });
@@ -107,6 +110,7 @@ void BatchRun::beginFile(qsizetype index)
 {
     printRefused(index);
     console.writeProgress(plan.files.at(index));
+    showLive();
 }
 
 void BatchRun::endFile(const SplitResult &result)
@@ -125,7 +129,7 @@ void BatchRun::refresh()
     console.flush();
     if (console.hasLostReader()) {
         stop(SIGPIPE);
-    } else if (console.isLiveDue()) {
+    } else {
         showLive();
     }
 }
@@ -143,7 +147,8 @@ void BatchRun::stop(int signal)
 
 void BatchRun::showLive()
 {
-    if (const SplitResult *file = batch.current()) {
+    const SplitResult *file = console.isLiveDue() ? batch.current() : nullptr;
+    if (file != nullptr) {
         console.showLive(liveText(batch.currentIndex() + 1, plan.files.size(),
                                   QFileInfo(file->path).fileName(), stepOf(file->facts),
                                   console.columns()));
