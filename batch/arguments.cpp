@@ -276,7 +276,7 @@ QString helpText()
         "  --jobs N             run up to N tools at the same time (default: one per processor)\n"
         "  --timeout SECONDS    end a tool that shows no progress for so long (default 600)\n"
         "  --quiet              print the results only\n"
-        "  --verbose            print the log on the error stream\n"
+        "  --verbose            print the log, every command among it, on the error stream\n"
         "\n"
         "Finding a rule:\n"
         "  --list-rules         print the saved rules: name, position, text\n"

@@ -34,7 +34,7 @@ struct Arguments
     int jobs = 0;
     /// Whether the progress lines are left out.
     bool quiet = false;
-    /// Whether the log's messages go to the error stream.
+    /// Whether the log's messages, every tool command among them, go to the error stream.
     bool verbose = false;
     /// Seconds without any progress after which a tool counts as hung.
     int timeoutSeconds = 600;

@@ -1,5 +1,6 @@
 #include "pipeline/tool_run.h"
 
+#include "common/debug_line.h"
 #include "pipeline/input_identity.h"
 
 #include <QProcessEnvironment>
@@ -111,6 +112,7 @@ ToolRun::~ToolRun()
 
 void ToolRun::start()
 {
+    debugLine({quoted((QStringList(command.program) + command.arguments).join(u' '))});
     sinceProgress.start();
     stallTimer.start(timeoutMilliseconds);
     process.start();
