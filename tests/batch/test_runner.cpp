@@ -1,5 +1,6 @@
 #include "fake_tools.h"
 #include "runner_process.h"
+#include "tests/support/signals.h"
 
 #include <QDir>
 #include <QFile>
@@ -7,7 +8,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <csignal>
 #include <cstdlib>
 #include <memory>
 #include <vector>
@@ -414,7 +414,7 @@ void TestRunner::aSignalEndsToolsAndRemovesScratchFiles()
     const auto tool = static_cast<pid_t>(hanging.readAll().trimmed().toLong());
     QVERIFY(tool > 0);
     QCOMPARE(::kill(tool, 0), 0);
-    QCOMPARE(::kill(static_cast<pid_t>(process.processId()), signal), 0);
+    QVERIFY(sendSignal(process, signal));
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(process.exitCode(), 128 + signal);

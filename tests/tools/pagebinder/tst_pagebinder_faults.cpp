@@ -2,13 +2,12 @@
 // crash and must be seen as one. Neither leaves a hidden file.
 
 #include "test_pdf.h"
+#include "tests/support/signals.h"
 #include "tool_run.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
-
-#include <csignal>
 
 class PageBinderFaultsTest : public QObject
 {
@@ -103,7 +102,7 @@ void PageBinderFaultsTest::aFaultSignalFromOutsideIsACrash()
         tool.start(binderPath(), {input, "-merge", "1-2000", "-outfile", outputs + "/q.pdf"});
         QVERIFY(tool.waitForStarted());
         QTest::qSleep(step);
-        ::kill(pid_t(tool.processId()), signal);
+        sendSignal(tool, signal);
         QVERIFY(tool.waitForFinished(60000));
         crashes += tool.exitStatus() == QProcess::CrashExit ? 1 : 0;
         QVERIFY(!tool.readAllStandardError().contains("nested"));
