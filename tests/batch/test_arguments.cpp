@@ -1,4 +1,5 @@
 #include "batch/arguments.h"
+#include "tests/support/room.h"
 
 #include <QTest>
 
@@ -152,5 +153,5 @@ void TestArguments::everyOptionIsInTheHelp()
     }
 }
 
-QTEST_GUILESS_MAIN(TestArguments)
+QUORLIN_TEST(TestArguments)
 #include "test_arguments.moc"

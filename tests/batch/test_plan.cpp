@@ -1,5 +1,6 @@
 #include "batch/rule_lookup.h"
 #include "batch/run_plan.h"
+#include "tests/support/room.h"
 
 #include <QDir>
 #include <QFile>
@@ -160,5 +161,5 @@ void TestPlan::aMissingSettingsFileHoldsNoRules()
     QVERIFY(!QFile::exists(folder.filePath("none.ini")));
 }
 
-QTEST_GUILESS_MAIN(TestPlan)
+QUORLIN_TEST(TestPlan)
 #include "test_plan.moc"

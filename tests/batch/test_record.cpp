@@ -1,5 +1,6 @@
 #include "batch/item_listing.h"
 #include "batch/run_record.h"
+#include "tests/support/room.h"
 
 #include <QHash>
 #include <QTest>
@@ -358,5 +359,5 @@ void TestRecord::itemsAreListedInColumns()
                                "    600   1104     21     12  two  words\n");
 }
 
-QTEST_GUILESS_MAIN(TestRecord)
+QUORLIN_TEST(TestRecord)
 #include "test_record.moc"

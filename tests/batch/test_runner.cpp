@@ -1,5 +1,6 @@
 #include "fake_tools.h"
 #include "runner_process.h"
+#include "tests/support/room.h"
 #include "tests/support/signals.h"
 
 #include <QDir>
@@ -486,5 +487,5 @@ void TestRunner::helpAndVersionArePrinted()
                 .hasMatch());
 }
 
-QTEST_GUILESS_MAIN(TestRunner)
+QUORLIN_TEST(TestRunner)
 #include "test_runner.moc"

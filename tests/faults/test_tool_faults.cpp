@@ -1,5 +1,6 @@
 #include "tests/faults/statements.h"
 #include "tests/support/fake_batch.h"
+#include "tests/support/room.h"
 #include "tests/support/signals.h"
 
 #include <QDir>
@@ -422,5 +423,5 @@ void TestToolFaults::messagesAreOneLineEach()
     }
 }
 
-QTEST_GUILESS_MAIN(TestToolFaults)
+QUORLIN_TEST(TestToolFaults)
 #include "test_tool_faults.moc"

@@ -2,6 +2,7 @@
 
 #include "pdf_inspector.h"
 #include "test_pdf.h"
+#include "tests/support/room.h"
 #include "tests/support/signals.h"
 #include "tool_run.h"
 
@@ -372,5 +373,5 @@ void PageBinderOutputsTest::theSameMergeGivesTheSameFile()
     QCOMPARE(second.readAll(), before);
 }
 
-QTEST_GUILESS_MAIN(PageBinderOutputsTest)
-#include "tst_pagebinder_outputs.moc"
+QUORLIN_TEST(PageBinderOutputsTest)
+#include "test_outputs.moc"

@@ -2,6 +2,7 @@
 // crash and must be seen as one. Neither leaves a hidden file.
 
 #include "test_pdf.h"
+#include "tests/support/room.h"
 #include "tests/support/signals.h"
 #include "tool_run.h"
 
@@ -130,5 +131,5 @@ void PageBinderFaultsTest::aFileThatNestsTooDeeplyIsNamed()
     QVERIFY(!QFileInfo::exists(output));
 }
 
-QTEST_GUILESS_MAIN(PageBinderFaultsTest)
-#include "tst_pagebinder_faults.moc"
+QUORLIN_TEST(PageBinderFaultsTest)
+#include "test_faults.moc"
