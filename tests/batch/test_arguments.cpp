@@ -1,4 +1,5 @@
 #include "batch/arguments.h"
+#include "tests/support/room.h"
 
 #include <QTest>
 
@@ -177,5 +178,5 @@ void TestArguments::everyOptionIsInTheHelp()
     }
 }
 
-QTEST_GUILESS_MAIN(TestArguments)
+QUORLIN_TEST(TestArguments)
 #include "test_arguments.moc"

@@ -2,6 +2,7 @@
 
 #include "pipeline/split_batch.h"
 #include "pipeline/tool_run.h"
+#include "tests/support/room.h"
 
 #include <QDir>
 #include <QFile>
@@ -390,5 +391,5 @@ void TestEngine::aTalkativeToolIsHeard()
     QVERIFY(job.result().verdict.succeeded);
 }
 
-QTEST_GUILESS_MAIN(TestEngine)
+QUORLIN_TEST(TestEngine)
 #include "test_engine.moc"

@@ -1,5 +1,6 @@
 #include "batch/rule_lookup.h"
 #include "batch/run_plan.h"
+#include "tests/support/room.h"
 
 #include <QDir>
 #include <QFile>
@@ -154,5 +155,5 @@ void TestPlan::aMissingSettingsFileHoldsNoRules()
     QVERIFY(RuleLookup(folder.path()).fault().contains("cannot be read"));
 }
 
-QTEST_GUILESS_MAIN(TestPlan)
+QUORLIN_TEST(TestPlan)
 #include "test_plan.moc"

@@ -1,5 +1,6 @@
 #include "batch/item_listing.h"
 #include "batch/shown_text.h"
+#include "tests/support/room.h"
 
 #include <QTest>
 
@@ -41,5 +42,5 @@ void TestPrinting::itemsAreListedInColumns()
                                           "    600   1104     21     12  two  words\n");
 }
 
-QTEST_GUILESS_MAIN(TestPrinting)
+QUORLIN_TEST(TestPrinting)
 #include "test_printing.moc"

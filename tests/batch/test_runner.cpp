@@ -1,5 +1,7 @@
 #include "fake_tools.h"
 #include "runner_process.h"
+#include "tests/support/room.h"
+#include "tests/support/signals.h"
 
 #include <QDir>
 #include <QFile>
@@ -7,7 +9,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <csignal>
 #include <cstdlib>
 #include <memory>
 #include <vector>
@@ -424,7 +425,7 @@ void TestRunner::aSignalEndsToolsAndLeavesNothing()
     const auto tool = static_cast<pid_t>(hanging.readAll().trimmed().toLong());
     QVERIFY(tool > 0);
     QCOMPARE(::kill(tool, 0), 0);
-    QCOMPARE(::kill(static_cast<pid_t>(process.processId()), signal), 0);
+    QVERIFY(sendSignal(process, signal));
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(process.exitCode(), 128 + signal);
@@ -687,5 +688,5 @@ void TestRunner::helpAndVersionArePrinted()
                 .hasMatch());
 }
 
-QTEST_GUILESS_MAIN(TestRunner)
+QUORLIN_TEST(TestRunner)
 #include "test_runner.moc"

@@ -4,6 +4,7 @@
 #include "tests/faults/statements.h"
 
 #include "common/folders.h"
+#include "tests/support/room.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -69,7 +70,7 @@ QStringList filesBelow(const QString &folder)
 
 /// What this program does as a child: a main window of its own, as start-up makes it, splits
 /// @p input into @p output three times over.
-int beWindow(const QString &application, const QString &input, const QString &output)
+int splitInAWindow(const QString &application, const QString &input, const QString &output)
 {
     quorlin::setApplicationFolder(application);
     QDir::setCurrent(application);
@@ -99,6 +100,14 @@ int beWindow(const QString &application, const QString &input, const QString &ou
     }
     std::getchar(); // the folders stay until everyone has been looked at
     return 0;
+}
+
+int beWindow(int argc, char **argv)
+{
+    qInstallMessageHandler(customMessageHandler);
+    const QApplication application(argc, argv);
+    const QStringList words = QCoreApplication::arguments();
+    return splitInAWindow(words.value(2), words.value(3), words.value(4));
 }
 
 } // namespace
@@ -274,18 +283,6 @@ void TestSideBySide::theLogHoldsNoPageText()
     QCOMPARE(lines.filter(secret), QStringList());
 }
 
-int main(int argc, char **argv)
-{
-    const bool isChild = argc == 5 && QByteArray(argv[1]) == "--window";
-    if (isChild) {
-        qInstallMessageHandler(customMessageHandler);
-    }
-    const QApplication application(argc, argv);
-    const QStringList words = QCoreApplication::arguments();
-    if (isChild) {
-        return beWindow(words.at(2), words.at(3), words.at(4));
-    }
-    TestSideBySide test;
-    return QTest::qExec(&test, argc, argv);
-}
+QUORLIN_TEST(TestSideBySide)
+QUORLIN_ROLE("--window", beWindow)
 #include "test_side_by_side.moc"

@@ -1,4 +1,5 @@
 #include "pipeline/input_identity.h"
+#include "tests/support/room.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -124,5 +125,5 @@ void TestInputIdentity::whatIsNoFileHasNone()
     QVERIFY(!identifyFile(QString()));
 }
 
-QTEST_APPLESS_MAIN(TestInputIdentity)
+QUORLIN_TEST(TestInputIdentity)
 #include "test_input_identity.moc"

@@ -2,6 +2,7 @@
 #include "pipeline/output_writer.h"
 #include "pipeline/split_batch.h"
 #include "pipeline/verdict.h"
+#include "tests/support/room.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -289,5 +290,5 @@ void TestOutputs::anotherProcessPaysForManyOutputsOnly()
     QVERIFY(passCount(1000, 64) < 10);
 }
 
-QTEST_GUILESS_MAIN(TestOutputs)
+QUORLIN_TEST(TestOutputs)
 #include "test_outputs.moc"

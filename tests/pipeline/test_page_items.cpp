@@ -1,6 +1,7 @@
 #include "analysis/grouping.h"
 #include "pipeline/page_file_text.h"
 #include "pipeline/page_items.h"
+#include "tests/support/room.h"
 
 #include <QTest>
 
@@ -181,5 +182,5 @@ void TestPageItems::textsOfPageFilesHoldReferences()
     QCOMPARE(plainText(inPageFile), plain);
 }
 
-QTEST_GUILESS_MAIN(TestPageItems)
+QUORLIN_TEST(TestPageItems)
 #include "test_page_items.moc"

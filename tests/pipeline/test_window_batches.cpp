@@ -3,6 +3,7 @@
 #include "tests/corpus/corpus.h"
 #include "tests/corpus/page_texts.h"
 #include "tests/corpus/text_comparison.h"
+#include "tests/support/room.h"
 #include "tests/support/text_files.h"
 #include "tests/support/window_bench.h"
 
@@ -201,5 +202,5 @@ void TestWindowBatches::everyGroupIsRight()
     }
 }
 
-QTEST_MAIN(TestWindowBatches)
+QUORLIN_TEST(TestWindowBatches)
 #include "test_window_batches.moc"

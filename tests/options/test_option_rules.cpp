@@ -1,4 +1,5 @@
 #include "options/option_rules.h"
+#include "tests/support/room.h"
 
 #include <QSet>
 #include <QTest>
@@ -238,5 +239,5 @@ void OptionRulesTest::everyOptionHasItsKeyControlAndDefaults()
     }
 }
 
-QTEST_GUILESS_MAIN(OptionRulesTest)
-#include "option_rules_test.moc"
+QUORLIN_TEST(OptionRulesTest)
+#include "test_option_rules.moc"

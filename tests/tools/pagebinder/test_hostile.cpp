@@ -3,6 +3,7 @@
 
 #include "pdf_inspector.h"
 #include "test_pdf.h"
+#include "tests/support/room.h"
 #include "tool_run.h"
 
 #include <QElapsedTimer>
@@ -269,5 +270,5 @@ void PageBinderHostileTest::warningsAreCapped()
     QVERIFY(run.errors.count('\n') < 12);
 }
 
-QTEST_GUILESS_MAIN(PageBinderHostileTest)
-#include "tst_pagebinder_hostile.moc"
+QUORLIN_TEST(PageBinderHostileTest)
+#include "test_hostile.moc"

@@ -2,6 +2,7 @@
 
 #include "pdf_inspector.h"
 #include "test_pdf.h"
+#include "tests/support/room.h"
 #include "tool_run.h"
 
 #include <QTemporaryDir>
@@ -660,5 +661,5 @@ void PageBinderMergeTest::largeStreamsPassThrough()
              QByteArray::number(content.size()));
 }
 
-QTEST_GUILESS_MAIN(PageBinderMergeTest)
-#include "tst_pagebinder_merge.moc"
+QUORLIN_TEST(PageBinderMergeTest)
+#include "test_merge.moc"

@@ -1,3 +1,4 @@
+#include "tests/support/room.h"
 #include "tests/tools/pagexport/export_run.h"
 
 #include <QFileInfo>
@@ -181,5 +182,5 @@ void TestExportCorpus::everyFileEndsAsItShould()
     }
 }
 
-QTEST_GUILESS_MAIN(TestExportCorpus)
-#include "tst_export_corpus.moc"
+QUORLIN_TEST(TestExportCorpus)
+#include "test_export_corpus.moc"

@@ -2,6 +2,7 @@
 // comes along, and whatever cannot be read fails cleanly.
 
 #include "pdf_inspector.h"
+#include "tests/support/room.h"
 #include "tool_run.h"
 
 #include <QJsonArray>
@@ -146,5 +147,5 @@ void PageBinderCorpusTest::everyFileIsReadOrRefused()
     }
 }
 
-QTEST_GUILESS_MAIN(PageBinderCorpusTest)
-#include "tst_pagebinder_corpus.moc"
+QUORLIN_TEST(PageBinderCorpusTest)
+#include "test_corpus.moc"

@@ -2,13 +2,13 @@
 // crash and must be seen as one. Neither leaves a hidden file.
 
 #include "test_pdf.h"
+#include "tests/support/room.h"
+#include "tests/support/signals.h"
 #include "tool_run.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
-
-#include <csignal>
 
 class PageBinderFaultsTest : public QObject
 {
@@ -103,7 +103,7 @@ void PageBinderFaultsTest::aFaultSignalFromOutsideIsACrash()
         tool.start(binderPath(), {input, "-merge", "1-2000", "-outfile", outputs + "/q.pdf"});
         QVERIFY(tool.waitForStarted());
         QTest::qSleep(step);
-        ::kill(pid_t(tool.processId()), signal);
+        sendSignal(tool, signal);
         QVERIFY(tool.waitForFinished(60000));
         crashes += tool.exitStatus() == QProcess::CrashExit ? 1 : 0;
         QVERIFY(!tool.readAllStandardError().contains("nested"));
@@ -131,5 +131,5 @@ void PageBinderFaultsTest::aFileThatNestsTooDeeplyIsNamed()
     QVERIFY(!QFileInfo::exists(output));
 }
 
-QTEST_GUILESS_MAIN(PageBinderFaultsTest)
-#include "tst_pagebinder_faults.moc"
+QUORLIN_TEST(PageBinderFaultsTest)
+#include "test_faults.moc"

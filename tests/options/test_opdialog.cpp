@@ -1,6 +1,7 @@
 #include "opdialog_fixture.h"
 
 #include "options/option_rules.h"
+#include "tests/support/room.h"
 #include "tests/support/scratch_folders.h"
 #include "tests/support/text_files.h"
 
@@ -785,5 +786,5 @@ void OpDialogTest::slotsCanBeInvokedByName()
     QCOMPARE(storedLines().size(), optionCount);
 }
 
-QTEST_MAIN(OpDialogTest)
-#include "opdialog_test.moc"
+QUORLIN_TEST(OpDialogTest)
+#include "test_opdialog.moc"

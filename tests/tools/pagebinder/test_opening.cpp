@@ -2,6 +2,7 @@
 // all others by the library; what is written is the same to the byte.
 
 #include "tests/support/pdf_builder.h"
+#include "tests/support/room.h"
 #include "tools/pagebinder/merge.h"
 #include "tools/pagebinder/opening/page_tree.h"
 
@@ -445,5 +446,5 @@ void PageBinderOpeningTest::corpusFilesGiveTheSameOutputs()
     compareOutputs(path);
 }
 
-QTEST_GUILESS_MAIN(PageBinderOpeningTest)
-#include "tst_pagebinder_opening.moc"
+QUORLIN_TEST(PageBinderOpeningTest)
+#include "test_opening.moc"

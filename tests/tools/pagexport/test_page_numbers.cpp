@@ -2,6 +2,7 @@
 // a merge writes are the same page's, or texts would name the wrong outputs.
 
 #include "export_run.h"
+#include "tests/support/room.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -307,5 +308,5 @@ void TestPageNumbers::treesOfAllKinds()
     }
 }
 
-QTEST_GUILESS_MAIN(TestPageNumbers)
-#include "tst_page_numbers.moc"
+QUORLIN_TEST(TestPageNumbers)
+#include "test_page_numbers.moc"

@@ -1,3 +1,4 @@
+#include "tests/support/room.h"
 #include "tests/tools/pagexport/export_run.h"
 
 #include <QTest>
@@ -343,5 +344,5 @@ void TestHostilePages::pageOfManyLinesIsWhole()
     QCOMPARE(run.errors(), QByteArray());
 }
 
-QTEST_GUILESS_MAIN(TestHostilePages)
-#include "tst_hostile_pages.moc"
+QUORLIN_TEST(TestHostilePages)
+#include "test_hostile_pages.moc"

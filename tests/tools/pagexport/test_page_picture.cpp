@@ -1,3 +1,4 @@
+#include "tests/support/room.h"
 #include "tests/tools/pagexport/export_run.h"
 #include "tools/pagexport/picture/png_writer.h"
 
@@ -238,5 +239,5 @@ void TestPagePicture::blendModesAreKept()
     QCOMPARE(picture.pixelColor(20, picture.height() - 20), QColor(0, 255, 0));
 }
 
-QTEST_GUILESS_MAIN(TestPagePicture)
-#include "tst_page_picture.moc"
+QUORLIN_TEST(TestPagePicture)
+#include "test_page_picture.moc"

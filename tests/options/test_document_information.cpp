@@ -1,4 +1,5 @@
 #include "options/document_information.h"
+#include "tests/support/room.h"
 
 #include <QTest>
 
@@ -54,5 +55,5 @@ void DocumentInformationTest::emptyFieldsLeaveSixEmptyPairs()
                             "() \n /Producer () \n /DOCINFO pdfmark"));
 }
 
-QTEST_GUILESS_MAIN(DocumentInformationTest)
-#include "document_information_test.moc"
+QUORLIN_TEST(DocumentInformationTest)
+#include "test_document_information.moc"

@@ -1,6 +1,7 @@
 #include "../batch/runner_process.h"
 #include "corpus.h"
 #include "page_texts.h"
+#include "tests/support/room.h"
 
 #include <QDir>
 #include <QFile>
@@ -16,6 +17,9 @@ class TestCorpusFiles : public QObject
 {
     Q_OBJECT
 
+public:
+    explicit TestCorpusFiles(const char *name) : kind(QString::fromLatin1(name)) {}
+
 private slots:
     void initTestCase();
     void noToolCrashedOrHung();
@@ -23,6 +27,7 @@ private slots:
     void everyFileEndsAsItShould();
 
 private:
+    const QString kind;
     QTemporaryDir root;
     QList<CorpusFile> files;
     RunnerResult result;
@@ -61,7 +66,7 @@ void TestCorpusFiles::initTestCase()
     if (!hasCorpus()) {
         QSKIP("the corpus is not on this machine");
     }
-    files = corpusFiles(QStringLiteral(QUORLIN_CORPUS_KIND));
+    files = corpusFiles(kind);
     QVERIFY(!files.isEmpty());
     for (const char *folder : {"in", "out", "tmp"}) {
         QVERIFY(QDir(root.path()).mkdir(QLatin1String(folder)));
@@ -126,5 +131,25 @@ void TestCorpusFiles::everyFileEndsAsItShould()
     QCOMPARE(pageTexts(folder.filePath(outputs.constFirst())).size(), pages);
 }
 
-QTEST_GUILESS_MAIN(TestCorpusFiles)
-#include "test_corpus_files.moc"
+class TestNasty : public TestCorpusFiles
+{
+public:
+    TestNasty() : TestCorpusFiles("nasty") {}
+};
+
+class TestFeatures : public TestCorpusFiles
+{
+public:
+    TestFeatures() : TestCorpusFiles("features") {}
+};
+
+class TestReal : public TestCorpusFiles
+{
+public:
+    TestReal() : TestCorpusFiles("real") {}
+};
+
+QUORLIN_NAMED_TEST("nasty", TestNasty)
+QUORLIN_NAMED_TEST("features", TestFeatures)
+QUORLIN_NAMED_TEST("real", TestReal)
+#include "test_files.moc"

@@ -1,3 +1,4 @@
+#include "tests/support/room.h"
 #include "tests/tools/pagexport/export_run.h"
 
 #include <QTest>
@@ -353,5 +354,5 @@ void TestPageText::unbalancedStatesDoNoHarm()
     QCOMPARE(textsOf(saves + account), QStringList{"Account 4711"});
 }
 
-QTEST_GUILESS_MAIN(TestPageText)
-#include "tst_page_text.moc"
+QUORLIN_TEST(TestPageText)
+#include "test_page_text.moc"

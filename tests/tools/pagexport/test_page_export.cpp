@@ -1,3 +1,4 @@
+#include "tests/support/room.h"
 #include "tests/tools/pagexport/export_run.h"
 
 #include <QFileInfo>
@@ -444,5 +445,5 @@ void TestPageExport::otherLinesHoldNoneOfTheWords()
     }
 }
 
-QTEST_GUILESS_MAIN(TestPageExport)
-#include "tst_page_export.moc"
+QUORLIN_TEST(TestPageExport)
+#include "test_page_export.moc"

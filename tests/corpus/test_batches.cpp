@@ -1,6 +1,7 @@
 #include "../batch/runner_process.h"
 #include "corpus.h"
 #include "page_texts.h"
+#include "tests/support/room.h"
 #include "text_comparison.h"
 
 #include <QDir>
@@ -169,5 +170,5 @@ void TestCorpusBatches::everyGroupIsRight()
     }
 }
 
-QTEST_GUILESS_MAIN(TestCorpusBatches)
-#include "test_corpus_batches.moc"
+QUORLIN_TEST(TestCorpusBatches)
+#include "test_batches.moc"

@@ -1,6 +1,7 @@
 #include "opdialog_fixture.h"
 
 #include "mainwindow/aboutdialog.h"
+#include "tests/support/room.h"
 #include "tests/support/scratch_folders.h"
 
 #include <QAbstractButton>
@@ -215,5 +216,5 @@ void DialogScreenTest::tabReachesEveryControl()
     }
 }
 
-QTEST_MAIN(DialogScreenTest)
-#include "dialog_screen_test.moc"
+QUORLIN_TEST(DialogScreenTest)
+#include "test_dialog_screen.moc"

@@ -3,6 +3,7 @@
 #include "mainwindow/floatform.h"
 #include "mainwindow/maker.h"
 #include "mainwindow/secdialog.h"
+#include "tests/support/room.h"
 
 #include <QDesktopServices>
 #include <QFile>
@@ -242,5 +243,5 @@ void AboutDialogTest::iconsHaveSeveralSizes()
     }
 }
 
-QTEST_MAIN(AboutDialogTest)
-#include "aboutdialog_test.moc"
+QUORLIN_TEST(AboutDialogTest)
+#include "test_aboutdialog.moc"

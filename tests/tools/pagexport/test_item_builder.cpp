@@ -1,3 +1,4 @@
+#include "tests/support/room.h"
 #include "tools/pagexport/output/page_html.h"
 #include "tools/pagexport/text/geometry.h"
 #include "tools/pagexport/text/item_builder.h"
@@ -363,5 +364,5 @@ void TestItemBuilder::referencesAreEscapedOnlyWhereTheyWouldBeRead()
     QVERIFY2(QByteArray::fromStdString(html).contains(line), html.c_str());
 }
 
-QTEST_GUILESS_MAIN(TestItemBuilder)
-#include "tst_item_builder.moc"
+QUORLIN_TEST(TestItemBuilder)
+#include "test_item_builder.moc"

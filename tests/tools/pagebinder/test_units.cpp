@@ -1,5 +1,6 @@
 // The tool's decisions that need no file: ranges, command lines, names, content streams, metadata.
 
+#include "tests/support/room.h"
 #include "tools/common/tool_error.h"
 #include "tools/pagebinder/command_line.h"
 #include "tools/pagebinder/copying/content_scanner.h"
@@ -321,5 +322,5 @@ void PageBinderUnitsTest::valuesHoldNoLineBreaks()
     QVERIFY(!QString::fromStdString(cut).contains(QChar::ReplacementCharacter));
 }
 
-QTEST_GUILESS_MAIN(PageBinderUnitsTest)
-#include "tst_pagebinder_units.moc"
+QUORLIN_TEST(PageBinderUnitsTest)
+#include "test_units.moc"
