@@ -280,7 +280,7 @@ void PageBinderSplitTest::writesWhatSingleMergesWrite()
     QCOMPARE(whole.count("(Below)"), 60);
     QCOMPARE(whole.count("/Subtype/Link"), 120);
     QVERIFY(whole.contains("/CO["));
-    QVERIFY(whole.contains("/P(A-)"));
+    QVERIFY(whole.contains("(A-)"));
 }
 
 void PageBinderSplitTest::objectsAreReadAgainAfterTheyWereForgotten()
