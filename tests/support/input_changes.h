@@ -57,7 +57,11 @@ inline void changeFile(const QString &path, Change change)
         ::rename(QFile::encodeName(other.fileName()).constData(),
                  QFile::encodeName(path).constData());
     } else if (change == Change::rewritten) {
-        write(file, QIODevice::ReadWrite);
+        // The clock of the file system ticks in milliseconds.
+        const QString before = identityText(path);
+        do {
+            write(file, QIODevice::ReadWrite);
+        } while (identityText(path) == before);
     } else if (change == Change::appended) {
         write(file, QIODevice::Append);
     } else if (change == Change::truncated) {
