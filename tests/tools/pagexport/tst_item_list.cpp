@@ -74,7 +74,7 @@ private:
 } // namespace
 
 /// The list of items on standard output, and inputs that change during an export.
-class TestPageItems : public QObject
+class TestItemList : public QObject
 {
     Q_OBJECT
 
@@ -110,7 +110,7 @@ private:
     static void addChanges();
 };
 
-void TestPageItems::addChanges()
+void TestItemList::addChanges()
 {
     QTest::addColumn<Change>("change");
     QTest::newRow("replaced") << Change::replaced;
@@ -120,7 +120,7 @@ void TestPageItems::addChanges()
     QTest::newRow("removed") << Change::removed;
 }
 
-void TestPageItems::everyPageHasALineAndItsItemsFollow()
+void TestItemList::everyPageHasALineAndItsItemsFollow()
 {
     PdfBuilder pdf;
     pdf.addPage(textAt(700, "First") + textAt(600, "Second"));
@@ -138,7 +138,7 @@ void TestPageItems::everyPageHasALineAndItsItemsFollow()
     QCOMPARE(lines[4], (QByteArrayList{"end", "2"}));
 }
 
-void TestPageItems::itemsAreThoseOfThePageFiles()
+void TestItemList::itemsAreThoseOfThePageFiles()
 {
     PdfBuilder pdf;
     pdf.addPage(textAt(700, "Left") + "BT /F2 9 Tf 300 700 Td (Right) Tj ET");
@@ -161,7 +161,7 @@ void TestPageItems::itemsAreThoseOfThePageFiles()
     QCOMPARE(items, expected);
 }
 
-void TestPageItems::textsComeDecoded()
+void TestItemList::textsComeDecoded()
 {
     PdfBuilder pdf;
     pdf.addPage(textAt(700, "a < b & \\\"c\\\" > d &amp; \\344") +
@@ -176,7 +176,7 @@ void TestPageItems::textsComeDecoded()
     QCOMPARE(lines[2].value(6).left(3), QByteArray("tab"));
 }
 
-void TestPageItems::boundsChooseThePages()
+void TestItemList::boundsChooseThePages()
 {
     ExportRun run;
     const QString input = run.save(pagesOf(5));
@@ -192,7 +192,7 @@ void TestPageItems::boundsChooseThePages()
     QCOMPARE(run.output(), QByteArray());
 }
 
-void TestPageItems::stateTellsHowMuchCouldBeRead()
+void TestItemList::stateTellsHowMuchCouldBeRead()
 {
     PdfBuilder pdf;
     pdf.addPage(textAt(700, "Good"));
@@ -209,7 +209,7 @@ void TestPageItems::stateTellsHowMuchCouldBeRead()
     QCOMPARE(pages[2], (QByteArrayList{"page", "3", "0", "0", "unreadable"}));
 }
 
-void TestPageItems::pagesComeInOrderFromSeveralThreads()
+void TestItemList::pagesComeInOrderFromSeveralThreads()
 {
     // Pages of very different length: threads overtake one another by far.
     PdfBuilder pdf;
@@ -237,7 +237,7 @@ void TestPageItems::pagesComeInOrderFromSeveralThreads()
     QCOMPARE(page, count);
 }
 
-void TestPageItems::threadsRunAheadOfTheirTurnByABoundedStretch_data()
+void TestItemList::threadsRunAheadOfTheirTurnByABoundedStretch_data()
 {
     QTest::addColumn<int>("position");
     QTest::addColumn<qulonglong>("waiting");
@@ -251,7 +251,7 @@ void TestPageItems::threadsRunAheadOfTheirTurnByABoundedStretch_data()
     QTest::newRow("the next page while much waits") << 101 << (16ULL << 20U) << false;
 }
 
-void TestPageItems::threadsRunAheadOfTheirTurnByABoundedStretch()
+void TestItemList::threadsRunAheadOfTheirTurnByABoundedStretch()
 {
     QFETCH(int, position);
     QFETCH(qulonglong, waiting);
@@ -259,7 +259,7 @@ void TestPageItems::threadsRunAheadOfTheirTurnByABoundedStretch()
     QCOMPARE(tools::mayRunAhead(position, 100, std::size_t(waiting)), may);
 }
 
-void TestPageItems::whoWaitsIsLetGoWhenThePagesWillNotCome()
+void TestItemList::whoWaitsIsLetGoWhenThePagesWillNotCome()
 {
     tools::ItemStream stream;
     stream.begin(1, 1000);
@@ -269,7 +269,7 @@ void TestPageItems::whoWaitsIsLetGoWhenThePagesWillNotCome()
     ahead.join();
 }
 
-void TestPageItems::nothingButItemsIsWritten()
+void TestItemList::nothingButItemsIsWritten()
 {
     ExportRun run;
     const QString input = run.save(pagesOf(3), "page_pg_0001.htm");
@@ -277,7 +277,7 @@ void TestPageItems::nothingButItemsIsWritten()
     QCOMPARE(run.written(), QStringList{"page_pg_0001.htm"});
 }
 
-void TestPageItems::unreadableInputGivesNoLine_data()
+void TestItemList::unreadableInputGivesNoLine_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("missing") << QByteArray();
@@ -285,7 +285,7 @@ void TestPageItems::unreadableInputGivesNoLine_data()
     QTest::newRow("no pages") << QByteArray::fromStdString(PdfBuilder().build());
 }
 
-void TestPageItems::unreadableInputGivesNoLine()
+void TestItemList::unreadableInputGivesNoLine()
 {
     QFETCH(QByteArray, content);
     ExportRun run;
@@ -299,7 +299,7 @@ void TestPageItems::unreadableInputGivesNoLine()
     QVERIFY(run.errors().contains("in.pdf: "));
 }
 
-void TestPageItems::wrongUsageIsStatusTwo_data()
+void TestItemList::wrongUsageIsStatusTwo_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::newRow("no input") << QStringList{"-items"};
@@ -308,7 +308,7 @@ void TestPageItems::wrongUsageIsStatusTwo_data()
     QTest::newRow("an empty name") << QStringList{"-items", ""};
 }
 
-void TestPageItems::wrongUsageIsStatusTwo()
+void TestItemList::wrongUsageIsStatusTwo()
 {
     QFETCH(QStringList, arguments);
     ExportRun run;
@@ -317,7 +317,7 @@ void TestPageItems::wrongUsageIsStatusTwo()
     QCOMPARE(run.output(), QByteArray());
 }
 
-void TestPageItems::aClosedReaderEndsItQuietly()
+void TestItemList::aClosedReaderEndsItQuietly()
 {
     ExportRun run;
     const QString input = run.save(pagesOf(200, 20));
@@ -337,7 +337,7 @@ void TestPageItems::aClosedReaderEndsItQuietly()
     QCOMPARE(run.written(), QStringList());
 }
 
-void TestPageItems::aFullDiskIsNamed()
+void TestItemList::aFullDiskIsNamed()
 {
     ExportRun run;
     const QString input = run.save(pagesOf(200, 20));
@@ -354,7 +354,7 @@ void TestPageItems::aFullDiskIsNamed()
              QByteArray("pagexport: standard output: cannot be written: File too large\n"));
 }
 
-void TestPageItems::closedStandardOutputIsAnError()
+void TestItemList::closedStandardOutputIsAnError()
 {
     ExportRun run;
     const QByteArray before = QByteArray::fromStdString(pagesOf(2).build());
@@ -368,7 +368,7 @@ void TestPageItems::closedStandardOutputIsAnError()
     QCOMPARE(run.content("in.pdf"), before);
 }
 
-void TestPageItems::anInputThatChangedBeforeIsRefused()
+void TestItemList::anInputThatChangedBeforeIsRefused()
 {
     QFETCH(Change, change);
     ExportRun run;
@@ -393,7 +393,7 @@ void TestPageItems::anInputThatChangedBeforeIsRefused()
     QCOMPARE(run.written(), QStringList());
 }
 
-void TestPageItems::anInputThatChangesMeanwhileIsNoticed()
+void TestItemList::anInputThatChangesMeanwhileIsNoticed()
 {
     QFETCH(Change, change);
     ExportRun run;
@@ -410,7 +410,7 @@ void TestPageItems::anInputThatChangesMeanwhileIsNoticed()
     QVERIFY_EXCEPTION_THROWN(job.checkInput(), tools::InputChanged);
 }
 
-void TestPageItems::aListOfAnInputThatChangesHasNoEnd()
+void TestItemList::aListOfAnInputThatChangesHasNoEnd()
 {
     QFETCH(Change, change);
     ExportRun run;
@@ -429,7 +429,7 @@ void TestPageItems::aListOfAnInputThatChangesHasNoEnd()
     QVERIFY(!output.contains("\nend\t"));
 }
 
-void TestPageItems::anExportOfAnInputThatChangesLeavesNothing()
+void TestItemList::anExportOfAnInputThatChangesLeavesNothing()
 {
     ExportRun run;
     const QString input = run.save(pagesOf(3000, 10));
@@ -450,7 +450,7 @@ void TestPageItems::anExportOfAnInputThatChangesLeavesNothing()
     QCOMPARE(run.written(), QStringList());
 }
 
-void TestPageItems::theNotedInputIsTaken()
+void TestItemList::theNotedInputIsTaken()
 {
     ExportRun run;
     const QString input = run.save(pagesOf(3));
@@ -464,7 +464,7 @@ void TestPageItems::theNotedInputIsTaken()
     }
 }
 
-void TestPageItems::anUnreadableIdentityIsWrongUsage()
+void TestItemList::anUnreadableIdentityIsWrongUsage()
 {
     ExportRun run;
     const QString input = run.save(pagesOf(3));
@@ -479,5 +479,5 @@ void TestPageItems::anUnreadableIdentityIsWrongUsage()
     QCOMPARE(run.written().size(), 4); // nothing was touched
 }
 
-QTEST_GUILESS_MAIN(TestPageItems)
-#include "tst_page_items.moc"
+QTEST_GUILESS_MAIN(TestItemList)
+#include "tst_item_list.moc"
