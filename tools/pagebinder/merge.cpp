@@ -267,7 +267,7 @@ MergeResult PageMerger::merge(const std::vector<PageRange> &ranges, Output &outp
         throw ToolError(m_file.path(), "more than 1,000,000 pages in one output are refused");
     }
     try {
-        const MergeResult result = copyPages(expandPageRanges(ranges), output);
+        MergeResult result = copyPages(expandPageRanges(ranges), output);
         output.complete();
         m_file.input().checkUnchanged();
         output.publish();
