@@ -38,8 +38,8 @@ private slots:
     void usageFaultsExitWithTwo();
     void aMissingOutputFolderIsMadeOnlyWhenAsked();
     void missingToolsAreNamed();
-    void aToolThatCannotStartEndsTheRun_data();
-    void aToolThatCannotStartEndsTheRun();
+    void aToolThatCannotStartFailsEveryFile_data();
+    void aToolThatCannotStartFailsEveryFile();
     void aHungToolIsEndedAndTheOthersGoOn();
     void aVanishedOutputFolderFailsEveryFileBehindIt();
     void aSignalEndsToolsAndLeavesNothing_data();
@@ -360,14 +360,14 @@ void TestRunner::missingToolsAreNamed()
     QVERIFY2(result.errors.contains("tools/pagebinder"), qPrintable(result.errors));
 }
 
-void TestRunner::aToolThatCannotStartEndsTheRun_data()
+void TestRunner::aToolThatCannotStartFailsEveryFile_data()
 {
     QTest::addColumn<QString>("tool");
     QTest::newRow("pagexport") << "pagexport";
     QTest::newRow("pagebinder") << "pagebinder";
 }
 
-void TestRunner::aToolThatCannotStartEndsTheRun()
+void TestRunner::aToolThatCannotStartFailsEveryFile()
 {
     QFETCH(QString, tool);
     tools->breakTool(tool);
