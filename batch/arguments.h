@@ -30,7 +30,7 @@ struct Arguments
     QString outputFolder;
     /// Whether a missing output folder is made.
     bool createOutputFolder = false;
-    /// How many tools run at the same time; 0 for as many as there are processors.
+    /// How many files are split at the same time; 0 for as many as there are processors.
     int jobs = 0;
     /// Whether the progress lines are left out.
     bool quiet = false;

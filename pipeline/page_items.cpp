@@ -4,12 +4,16 @@
 
 #include <QStringDecoder>
 
+#include <algorithm>
 #include <charconv>
 #include <utility>
 
 namespace quorlin {
 
 namespace {
+
+/// So many pages keep a thread busy for some times as long as its start takes.
+constexpr int pagesWorthAThread = 64;
 
 constexpr QByteArrayView pageWord("page\t");
 constexpr QByteArrayView itemWord("item\t");
@@ -85,6 +89,11 @@ void PositionRule::takeItem(ItemFields fields)
 std::optional<QString> PositionRule::endPage()
 {
     return std::exchange(found, std::nullopt);
+}
+
+int threadsForPages(int pages, int places)
+{
+    return std::clamp(pages / pagesWorthAThread, 1, std::max(places, 1));
 }
 
 void PageItemsReader::take(const QByteArray &bytes)

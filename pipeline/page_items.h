@@ -73,6 +73,11 @@ struct PageTexts
     qsizetype withoutText = 0;
 };
 
+/// With how many threads the texts of @p pages pages are read where @p places tools may run at the
+/// same time: a long file gets all of them, a short one, of which there are often many, a single
+/// one.
+int threadsForPages(int pages, int places);
+
 /// Reads the lines of "pagexport -items" as they arrive, in pieces cut anywhere.
 class PageItemsReader
 {

@@ -103,8 +103,10 @@ void SplitJob::readTexts()
 {
     rule = std::make_unique<PositionRule>(settings.position);
     reader = std::make_unique<PageItemsReader>(*rule);
-    const ToolRun *texts =
-        startTool(QStringLiteral("pagexport"), {QStringLiteral("-items"), known.path});
+    const int threads = threadsForPages(known.facts.pages, budget.size());
+    const ToolRun *texts = startTool(QStringLiteral("pagexport"),
+                                     {QStringLiteral("-items"), QStringLiteral("-threads"),
+                                      QString::number(threads), known.path});
     connect(texts, &ToolRun::wrote, this, &SplitJob::takeItems);
     connect(texts, &ToolRun::ended, this, &SplitJob::takeTexts);
 }

@@ -7,7 +7,10 @@ class ToolBudget
 {
 public:
     /// @param count places in all, at least one
-    explicit ToolBudget(int count) : freePlaces(count) {}
+    explicit ToolBudget(int count) : places(count), freePlaces(count) {}
+
+    /// Places in all.
+    int size() const { return places; }
 
     /// Takes a place; false when none is free.
     bool tryTake()
@@ -21,6 +24,7 @@ public:
     void giveBack() { ++freePlaces; }
 
 private:
+    int places;
     int freePlaces;
 };
 

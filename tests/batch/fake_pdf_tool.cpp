@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -265,12 +266,18 @@ void record(const char *program, const char *event)
     std::ofstream(calls, std::ios::app) << event << " " + toolName + " " + input + "\n";
 }
 
+/// Whether the words behind the input ask for one page: "-items -f N -l N".
+bool isPageRequest(const std::vector<std::string> &words)
+{
+    return words.size() == 5 && words[1] == "-f";
+}
+
 int run(const std::vector<std::string> &words)
 {
     if (isOrdered("talkative")) {
         std::cerr << toolName << ": " << input << ": warning: page 1 is odd" << std::endl;
     }
-    if (std::getenv("QUORLIN_INPUT_IDENTITY") == nullptr && words[1] != "-f") {
+    if (std::getenv("QUORLIN_INPUT_IDENTITY") == nullptr && !isPageRequest(words)) {
         return refuse(input, "nobody said what the input is");
     }
     if (isChanged()) {
@@ -282,8 +289,8 @@ int run(const std::vector<std::string> &words)
     if (words[0] == "-split") {
         return split();
     }
-    return words.size() > 3 ? exportItems(std::stoul(words[2]), std::stoul(words[4]))
-                            : exportItems(1, ~std::size_t{0});
+    return isPageRequest(words) ? exportItems(std::stoul(words[2]), std::stoul(words[4]))
+                                : exportItems(1, ~std::size_t{0});
 }
 
 } // namespace
@@ -295,10 +302,14 @@ int main(int argc, char *argv[])
         return 2;
     }
     toolName = fs::path(argv[0]).filename().string();
-    const auto file = toolName == "pagexport" ? words.begin() + 1 : words.begin();
+    // The one word that is neither an option nor a number is the input.
+    const auto file = std::find_if(words.begin(), words.end(),
+                                   [](const std::string &word) { return word.front() == '/'; });
+    if (file == words.end()) {
+        return 2;
+    }
     input = *file;
     words.erase(file);
-    words.emplace_back();
     record(argv[0], "start");
     const int status = run(words);
     std::cout.flush();

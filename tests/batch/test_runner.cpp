@@ -39,8 +39,8 @@ private slots:
     void usageFaultsExitWithTwo();
     void aMissingOutputFolderIsMadeOnlyWhenAsked();
     void missingToolsAreNamed();
-    void aToolThatCannotStartEndsTheRun_data();
-    void aToolThatCannotStartEndsTheRun();
+    void aToolThatCannotStartFailsEveryFile_data();
+    void aToolThatCannotStartFailsEveryFile();
     void aHungToolIsEndedAndTheOthersGoOn();
     void aVanishedOutputFolderFailsEveryFileBehindIt();
     void aSignalEndsToolsAndLeavesNothing_data();
@@ -214,10 +214,16 @@ void TestRunner::aTerminalGetsOneLineThatIsRewritten()
     process.setStandardOutputFile(QString::fromLocal8Bit(ptsname(terminal)), QIODevice::Append);
     process.start();
     QVERIFY(process.waitForFinished());
+    // What was written arrives in as many pieces as it was written in.
+    QByteArray bytes;
     char buffer[4096] = {};
-    const ssize_t size = ::read(terminal, buffer, sizeof buffer);
+    fcntl(terminal, F_SETFL, O_NONBLOCK);
+    for (ssize_t size = ::read(terminal, buffer, sizeof buffer); size > 0;
+         size = ::read(terminal, buffer, sizeof buffer)) {
+        bytes.append(buffer, size);
+    }
     ::close(terminal);
-    const QString shown = QString::fromUtf8(buffer, size);
+    const QString shown = QString::fromUtf8(bytes);
     QVERIFY2(shown.contains("[1/1] a.pdf: "), qPrintable(shown));
     QVERIFY(shown.contains("\r\033[K"));
     QVERIFY(!shown.contains("Analyzing"));
@@ -361,14 +367,14 @@ void TestRunner::missingToolsAreNamed()
     QVERIFY2(result.errors.contains("tools/pagebinder"), qPrintable(result.errors));
 }
 
-void TestRunner::aToolThatCannotStartEndsTheRun_data()
+void TestRunner::aToolThatCannotStartFailsEveryFile_data()
 {
     QTest::addColumn<QString>("tool");
     QTest::newRow("pagexport") << "pagexport";
     QTest::newRow("pagebinder") << "pagebinder";
 }
 
-void TestRunner::aToolThatCannotStartEndsTheRun()
+void TestRunner::aToolThatCannotStartFailsEveryFile()
 {
     QFETCH(QString, tool);
     tools->breakTool(tool);

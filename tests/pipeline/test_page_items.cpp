@@ -49,6 +49,7 @@ private slots:
     void itemsHaveFourNumbersAndAText_data();
     void itemsHaveFourNumbersAndAText();
     void pagesMayBeginAnywhere();
+    void longFilesAreReadByAllThreads();
     void textsOfPageFilesHoldReferences_data();
     void textsOfPageFilesHoldReferences();
 };
@@ -148,6 +149,15 @@ void TestPageItems::pagesMayBeginAnywhere()
     reader.take("page\t7\t8\t9\tunreadable\nend\t1\n");
     QVERIFY(reader.isComplete());
     QCOMPARE(reader.pages().unreadable, QList<int>{7});
+}
+
+void TestPageItems::longFilesAreReadByAllThreads()
+{
+    QCOMPARE(threadsForPages(1, 8), 1);
+    QCOMPARE(threadsForPages(20, 8), 1);
+    QCOMPARE(threadsForPages(200, 2), 2);
+    QCOMPARE(threadsForPages(10000, 4), 4);
+    QCOMPARE(threadsForPages(10000, 1), 1);
 }
 
 void TestPageItems::textsOfPageFilesHoldReferences_data()

@@ -86,6 +86,7 @@ private slots:
     void boundsChooseThePages();
     void stateTellsHowMuchCouldBeRead();
     void pagesComeInOrderFromSeveralThreads();
+    void anyNumberOfThreadsGivesTheSameItems();
     void threadsRunAheadOfTheirTurnByABoundedStretch_data();
     void threadsRunAheadOfTheirTurnByABoundedStretch();
     void whoWaitsIsLetGoWhenThePagesWillNotCome();
@@ -238,6 +239,18 @@ void TestItemList::pagesComeInOrderFromSeveralThreads()
     QCOMPARE(page, count);
 }
 
+void TestItemList::anyNumberOfThreadsGivesTheSameItems()
+{
+    ExportRun run;
+    const QString input = run.save(pagesOf(60, 4));
+    QCOMPARE(run.call({"-items", "-threads", "1", input}), 0);
+    const QByteArray items = run.output();
+    for (const char *threads : {"2", "7", "1000"}) {
+        QCOMPARE(run.call({"-items", "-threads", threads, input}), 0);
+        QCOMPARE(run.output(), items);
+    }
+}
+
 void TestItemList::threadsRunAheadOfTheirTurnByABoundedStretch_data()
 {
     QTest::addColumn<int>("position");
@@ -305,6 +318,9 @@ void TestItemList::wrongUsageIsStatusTwo_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::newRow("no input") << QStringList{"-items"};
     QTest::newRow("two files") << QStringList{"-items", "a", "b"};
+    QTest::newRow("no thread") << QStringList{"-items", "-threads", "0", "a"};
+    QTest::newRow("threads that are no number") << QStringList{"-items", "-threads", "two", "a"};
+    QTest::newRow("threads without a number") << QStringList{"-items", "a", "-threads"};
     QTest::newRow("both actions") << QStringList{"-items", "-htmlformat", "a", "b"};
     QTest::newRow("an empty name") << QStringList{"-items", ""};
 }
