@@ -128,7 +128,7 @@ void Merge::findPages(const std::vector<int> &pages)
         if (found.isUnreadable) {
             reportLine("pagebinder", m_file.path(),
                        "page " + std::to_string(number) +
-                           " cannot be read, an empty page stands for it");
+                           " cannot be read, a stand-in page takes its place");
         }
         m_pages.push_back({number, found, m_writer.allocate()});
         if (found.number != 0 && m_copier.mapped(found.number) == 0) {
@@ -168,7 +168,7 @@ void Merge::writePages()
 {
     for (std::size_t i = 0; i < m_pages.size(); ++i) {
         if (m_pages[i].found.isUnreadable) {
-            m_pageWriter.writeBlank(m_pages[i], m_pagesRoot);
+            m_pageWriter.writeStandIn(m_pages[i], m_pagesRoot);
             continue;
         }
         const std::string annotations = m_annotations.references(i);
@@ -295,7 +295,6 @@ MergeResult PageMerger::copyPages(const std::vector<int> &pages, Output &output)
                 throw ToolError(m_file.path(), "is too damaged");
             }
             m_parts.reset();
-            m_file.useLibrary();
             output.restart();
         }
     }

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "tools/common/tool_error.h"
-#include "tools/pagebinder/opening/source_file.h"
 #include "tools/pagebinder/output/output.h"
 #include "tools/pagebinder/page_ranges.h"
+#include "tools/pdf/source_file.h"
 
 #include <memory>
 #include <string>

@@ -2,7 +2,6 @@
 
 #include "tools/common/report.h"
 #include "tools/pagexport/text/geometry.h"
-#include "tools/pdf/page_lookup.h"
 
 #include <algorithm>
 #include <system_error>
@@ -165,7 +164,7 @@ void ExportJob::workAsOther(Worker &worker) noexcept
         worker.watch.begin(cookie, openTime);
         std::unique_ptr<PageReader> reader;
         try {
-            reader = std::make_unique<PageReader>(m_input, PageReader::Warnings::silent);
+            reader = std::make_unique<PageReader>(m_input, PageReader::Warnings::silent, m_pages);
         } catch (...) {
             error = std::current_exception();
         }
@@ -186,16 +185,11 @@ ExportJob::Step ExportJob::openDocument(Worker &worker, std::unique_ptr<PageRead
     worker.watch.begin(cookie, openTime);
     try {
         reader = std::make_unique<PageReader>(m_input, PageReader::Warnings::shown);
-        const int pages = reader->pageCount();
-        if (pages <= 0) {
+        m_pages = reader->pages();
+        if (m_pages->pages.empty()) {
             throw ToolError(m_options.input, "has no pages");
         }
-        if (pages - mostPagesBeyondObjects > reader->objectCount()) {
-            throw ToolError(m_options.input,
-                            "states more pages than it can have: " + std::to_string(pages));
-        }
-        setRange(pages);
-        m_objects = reader->findPageObjects(m_first, m_count);
+        setRange(static_cast<int>(m_pages->pages.size()));
         m_sink.begin(m_first + 1, m_count);
     } catch (...) {
         error = std::current_exception();
@@ -225,19 +219,19 @@ void ExportJob::setRange(int pages)
 std::size_t ExportJob::workerCount() const
 {
     const std::size_t processors = std::max(1U, std::thread::hardware_concurrency());
-    const std::size_t useful = std::max<std::size_t>(1, m_objects.size() / pagesPerWorker);
+    const std::size_t useful =
+        std::max<std::size_t>(1, static_cast<std::size_t>(m_count) / pagesPerWorker);
     return std::min({m_options.mostThreads.value_or(processors), useful, mostWorkers});
 }
 
 ExportJob::Step ExportJob::work(Worker &worker, PageReader &reader)
 {
     ExportedPage page;
-    const int pages = static_cast<int>(m_objects.size());
     while (!m_stops) {
         if (worker.next >= worker.end) {
             worker.next = m_next.fetch_add(pagesPerStep, std::memory_order_relaxed);
-            worker.end = std::min(worker.next + pagesPerStep, pages);
-            if (worker.next >= pages) {
+            worker.end = std::min(worker.next + pagesPerStep, m_count);
+            if (worker.next >= m_count) {
                 break;
             }
         }
@@ -274,12 +268,11 @@ PageWatch::Duration ExportJob::textTime() const noexcept
 
 ExportJob::Step ExportJob::readPage(Worker &worker, PageReader &reader, ExportedPage &page)
 {
-    const auto position = static_cast<std::size_t>(worker.position);
     fz_cookie cookie{};
     std::string reason;
     worker.watch.begin(cookie, textTime());
     try {
-        reason = reader.openPage(m_first + worker.position, m_objects[position]);
+        reason = reader.openPage(m_first + worker.position);
         if (reason.empty()) {
             reason = reader.readText(page.items, cookie);
         }

@@ -68,9 +68,9 @@ private:
     const ExportOptions m_options;
     const InputFile m_input; ///< read by all threads
     PageSink &m_sink;
-    PageObjects m_objects; ///< of the pages exported
-    int m_first = 0;       ///< 0-based
-    int m_count = 0;       ///< of the pages exported
+    std::shared_ptr<const PageList> m_pages; ///< of the whole document
+    int m_first = 0;                         ///< 0-based
+    int m_count = 0;                         ///< of the pages exported
 
     std::atomic<int> m_next{0};
     std::atomic<int> m_expired{0};

@@ -12,7 +12,6 @@ namespace tools {
 namespace {
 
 constexpr std::size_t bufferSize = 8192;
-constexpr std::size_t longestTail = 255;
 
 /// Plain data, because the library's jumps pass over whoever holds it.
 struct TailedFile
@@ -20,7 +19,7 @@ struct TailedFile
     int descriptor;
     int64_t fileSize;
     int64_t tailSize;
-    char tail[longestTail + 1];
+    char *tail;
     unsigned char buffer[bufferSize];
 };
 
@@ -29,7 +28,7 @@ ssize_t readPart(TailedFile *file, int64_t position)
 {
     if (position >= file->fileSize) {
         const int64_t skipped = std::min(position - file->fileSize, file->tailSize);
-        const int64_t left = file->tailSize - skipped;
+        const int64_t left = std::min(file->tailSize - skipped, static_cast<int64_t>(bufferSize));
         std::memcpy(file->buffer, file->tail + skipped, static_cast<std::size_t>(left));
         return static_cast<ssize_t>(left);
     }
@@ -77,27 +76,26 @@ void closeFile(fz_context *context, void *state)
 {
     auto *file = static_cast<TailedFile *>(state);
     close(file->descriptor);
+    fz_free(context, file->tail);
     fz_free(context, file);
 }
 
 } // namespace
 
-fz_stream *openFileStream(fz_context *context, int descriptor, int64_t size, const char *tail)
+fz_stream *openFileStream(fz_context *context, int descriptor, int64_t size, std::string_view tail)
 {
-    const std::size_t length = std::strlen(tail);
-    if (length > longestTail) {
-        fz_throw(context, FZ_ERROR_GENERIC, "the tail of a stream is too long");
-    }
-    auto *file = static_cast<TailedFile *>(fz_malloc(context, sizeof(TailedFile)));
-    file->descriptor = fcntl(descriptor, F_DUPFD_CLOEXEC, 3);
+    TailedFile *file = fz_malloc_struct(context, TailedFile);
+    file->tail = static_cast<char *>(fz_malloc_no_throw(context, tail.size() + 1));
+    file->descriptor = file->tail == nullptr ? -1 : fcntl(descriptor, F_DUPFD_CLOEXEC, 3);
     if (file->descriptor < 0) {
         const int error = errno;
+        fz_free(context, file->tail);
         fz_free(context, file);
         fz_throw(context, FZ_ERROR_GENERIC, "cannot open the file: %s", std::strerror(error));
     }
     file->fileSize = size;
-    file->tailSize = static_cast<int64_t>(length);
-    std::memcpy(file->tail, tail, length + 1);
+    file->tailSize = static_cast<int64_t>(tail.size());
+    std::copy(tail.begin(), tail.end(), file->tail);
     fz_stream *stream = fz_new_stream(context, file, nextByte, closeFile);
     stream->seek = seekTo;
     return stream;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/pagebinder/opening/pdf_source.h"
+#include "tools/pdf/pdf_source.h"
 
 #include <QByteArray>
 #include <QList>

@@ -4,7 +4,7 @@
 #include "tests/support/pdf_builder.h"
 #include "tests/support/room.h"
 #include "tools/pagebinder/merge.h"
-#include "tools/pagebinder/opening/page_tree.h"
+#include "tools/pdf/page_tree.h"
 
 #include <QDirIterator>
 #include <QFile>

@@ -56,10 +56,10 @@ private slots:
     void pageWithoutSenseGivesAnEmptyFile();
     void missingFontStillGivesText();
     void hugePageHasTextAndNoPicture();
-    void countBeyondTheTreeGivesEmptyPages();
+    void aNodeThatComesTwiceGivesItsPagesTwice();
     void absurdCountIsNotBelieved();
-    void treeThatStatesNoPagesIsRefused();
-    void treeThatStatesTooManyPagesIsRefused();
+    void treeThatStatesNoPagesHasThem();
+    void treeThatSharesPagesWithoutEndIsRefused();
     void treeThatLoopsEnds();
     void treeThatFansOutWithoutPagesEnds();
     void hugeSizesAndPlacesDoNoHarm();
@@ -221,7 +221,7 @@ void TestHostilePages::hugePageHasTextAndNoPicture()
     QVERIFY(run.errors().contains("page 1: no picture: the page is too large"));
 }
 
-void TestHostilePages::countBeyondTheTreeGivesEmptyPages()
+void TestHostilePages::aNodeThatComesTwiceGivesItsPagesTwice()
 {
     PdfBuilder pdf;
     const int page = pdf.addPage(goodText);
@@ -230,12 +230,9 @@ void TestHostilePages::countBeyondTheTreeGivesEmptyPages()
                     "]>>");
     ExportRun run;
     QCOMPARE(run.run(pdf), 0);
-    QCOMPARE(run.written().size(), 15);
+    QCOMPARE(run.written().size(), 3);
     QCOMPARE(run.texts(1), good);
-    QCOMPARE(run.texts(2), QStringList());
-    QCOMPARE(run.texts(8), good);
-    QVERIFY(run.errors().contains("warning: page "));
-    QVERIFY(run.errors().count('\n') < 30);
+    QCOMPARE(run.texts(2), good);
 }
 
 void TestHostilePages::absurdCountIsNotBelieved()
@@ -251,26 +248,28 @@ void TestHostilePages::absurdCountIsNotBelieved()
     }
 }
 
-void TestHostilePages::treeThatStatesNoPagesIsRefused()
+void TestHostilePages::treeThatStatesNoPagesHasThem()
 {
     PdfBuilder pdf;
     const int page = pdf.addPage(goodText);
     for (const std::string count : {"-5", "0", "null"}) {
         pdf.setPageTree("<</Type/Pages/Count " + count + "/Kids[" + reference(page) + "]>>");
         ExportRun run;
-        QCOMPARE(run.run(pdf), 1);
-        QCOMPARE(run.written(), QStringList());
+        QCOMPARE(run.run(pdf), 0);
+        QCOMPARE(run.texts(1), good);
     }
 }
 
-void TestHostilePages::treeThatStatesTooManyPagesIsRefused()
+// Sixty nodes, each listing the one before it twice: more pages than could ever be written.
+void TestHostilePages::treeThatSharesPagesWithoutEndIsRefused()
 {
     PdfBuilder pdf;
-    std::string kids;
-    for (int i = 0; i < 2000; ++i) {
-        kids += reference(pdf.add("<</Type/Pages/Count 1900/Kids[]>>")) + ' ';
+    int node = pdf.addPage(goodText);
+    for (int level = 0; level < 60; ++level) {
+        node = pdf.add("<</Type/Pages/Count 2/Kids[" + reference(node) + ' ' + reference(node) +
+                       "]>>");
     }
-    pdf.setPageTree("<</Type/Pages/Count 9/Kids[" + kids + "]>>");
+    pdf.setPageTree("<</Type/Pages/Count 9/Kids[" + reference(node) + "]>>");
     ExportRun run;
     QCOMPARE(run.run(pdf), 1);
     QCOMPARE(run.written(), QStringList());
@@ -287,7 +286,7 @@ void TestHostilePages::treeThatLoopsEnds()
                     "]>>");
     ExportRun run;
     QCOMPARE(run.run(pdf), 0);
-    QCOMPARE(run.written().size(), 4);
+    QCOMPARE(run.written().size(), 2);
     QCOMPARE(run.texts(1), good);
 }
 
@@ -305,7 +304,7 @@ void TestHostilePages::treeThatFansOutWithoutPagesEnds()
     ExportRun run;
     QCOMPARE(run.run(pdf), 0);
     QCOMPARE(run.texts(1), good);
-    QCOMPARE(run.written().size(), 4);
+    QCOMPARE(run.written().size(), 2);
 }
 
 void TestHostilePages::hugeSizesAndPlacesDoNoHarm()

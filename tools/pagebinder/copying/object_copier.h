@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tools/pagebinder/opening/pdf_source.h"
 #include "tools/pagebinder/output/pdf_writer.h"
+#include "tools/pdf/pdf_source.h"
 
 #include <string_view>
 #include <unordered_map>

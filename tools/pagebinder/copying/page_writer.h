@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/pagebinder/copying/content_resources.h"
-#include "tools/pagebinder/opening/page_tree.h"
+#include "tools/pdf/page_tree.h"
 
 namespace tools {
 
@@ -29,11 +29,19 @@ public:
     void write(const OutputPage &page, int parent, const std::string &annotations,
                const std::vector<int> &borrowers);
 
-    /// Writes an empty page in place of one that cannot be read.
-    void writeBlank(const OutputPage &page, int parent);
+    /// Writes a page in place of one that cannot be read, which says so in print.
+    void writeStandIn(const OutputPage &page, int parent);
 
 private:
-    void writeInherited(pdf_obj *page);
+    /// In points.
+    struct Size
+    {
+        double width = 612;
+        double height = 792;
+    };
+
+    void writeInherited(const FoundPage &page);
+    Size sizeOf(const FoundPage &page);
 
     ObjectCopier &m_copier;
     PdfSource &m_source;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/pagebinder/copying/content_scanner.h"
-#include "tools/pagebinder/opening/pdf_source.h"
+#include "tools/pdf/pdf_source.h"
 
 #include <array>
 #include <string_view>

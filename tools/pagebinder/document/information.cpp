@@ -1,7 +1,7 @@
 #include "tools/pagebinder/document/information.h"
 
-#include "tools/pagebinder/opening/page_tree.h"
 #include "tools/pagebinder/output/output.h"
+#include "tools/pdf/page_tree.h"
 
 #include <array>
 #include <cstdio>
@@ -37,9 +37,9 @@ void appendPageSize(std::string &text, PdfSource &source, PageTree &tree)
     if (first.page == nullptr) {
         return;
     }
-    pdf_obj *box = source.resolve(tree.inherited(first.page, PDF_NAME(CropBox)));
+    pdf_obj *box = source.resolve(tree.inherited(first, PDF_NAME(CropBox)));
     if (!source.isArray(box)) {
-        box = source.resolve(tree.inherited(first.page, PDF_NAME(MediaBox)));
+        box = source.resolve(tree.inherited(first, PDF_NAME(MediaBox)));
     }
     std::array<float, 4> sides{};
     for (int i = 0; i < 4; ++i) {
@@ -48,7 +48,7 @@ void appendPageSize(std::string &text, PdfSource &source, PageTree &tree)
     const double width = sides[2] < sides[0] ? sides[0] - sides[2] : sides[2] - sides[0];
     const double height = sides[3] < sides[1] ? sides[1] - sides[3] : sides[3] - sides[1];
     const int rotation =
-        pdf_to_int(source.context(), source.resolve(tree.inherited(first.page, PDF_NAME(Rotate))));
+        pdf_to_int(source.context(), source.resolve(tree.inherited(first, PDF_NAME(Rotate))));
     const bool turned = rotation % 180 != 0;
     std::array<char, 64> line{};
     std::snprintf(line.data(), line.size(), "%.2f x %.2f pt", turned ? height : width,
@@ -102,31 +102,20 @@ std::string cleanValue(const std::string &value)
 
 std::string describeDocument(SourceFile &file)
 {
-    for (int attempt = 0;; ++attempt) {
-        try {
-            PdfSource source(file);
-            PageTree tree(source);
-            const int pages = tree.pageCount();
-            if (pages <= 0) {
-                throw ToolError(file.path(), "has no pages");
-            }
-            if (pages - mostPagesBeyondObjects > source.objectCount()) {
-                throw ToolError(file.path(),
-                                "states more pages than it can have: " + std::to_string(pages));
-            }
-            std::string text;
-            appendLine(text, "NumberOfPages", std::to_string(pages));
-            appendTexts(text, source);
-            appendPageSize(text, source, tree);
-            appendNature(text, source);
-            return text;
-        } catch (const FileRepaired &) {
-            if (attempt == 3) {
-                throw ToolError(file.path(), "is too damaged");
-            }
-            file.useLibrary();
+    return readRepairing(file, [&file] {
+        PdfSource source(file);
+        PageTree tree(source);
+        const int pages = tree.pageCount();
+        if (pages <= 0) {
+            throw ToolError(file.path(), "has no pages");
         }
-    }
+        std::string text;
+        appendLine(text, "NumberOfPages", std::to_string(pages));
+        appendTexts(text, source);
+        appendPageSize(text, source, tree);
+        appendNature(text, source);
+        return text;
+    });
 }
 
 void writeInformation(SourceFile &file, const std::string &output)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/common/tool_error.h"
-#include "tools/pagebinder/opening/source_file.h"
+#include "tools/pdf/source_file.h"
 
 #include <string>
 

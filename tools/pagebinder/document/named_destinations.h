@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tools/pagebinder/opening/kept_object.h"
-#include "tools/pagebinder/opening/pdf_source.h"
+#include "tools/pdf/kept_object.h"
+#include "tools/pdf/pdf_source.h"
 
 #include <string>
 #include <unordered_map>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/pagebinder/copying/object_copier.h"
-#include "tools/pagebinder/opening/kept_object.h"
+#include "tools/pdf/kept_object.h"
 
 #include <vector>
 

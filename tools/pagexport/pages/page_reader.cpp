@@ -101,33 +101,30 @@ struct DropPixmap
 
 } // namespace
 
-PageReader::PageReader(const InputFile &input, Warnings warnings)
-    : m_context("pagexport"), m_file(quietened(m_context, warnings), input),
+PageReader::PageReader(const InputFile &input, Warnings warnings,
+                       std::shared_ptr<const PageList> pages)
+    : m_context("pagexport"), m_file(quietened(m_context, warnings), &input), m_loader(m_file),
       m_fonts(m_context.get())
 {
+    m_file.setPages(std::move(pages));
 }
 
 PageReader::~PageReader()
 {
     closePage();
-    dropPageMap(context(), document());
 }
 
-int PageReader::objectCount()
-{
-    return pdf_xref_len(context(), document());
-}
-
-std::string PageReader::openPage(int index, int object)
+std::string PageReader::openPage(int index)
 {
     closePage();
     m_fonts.trim();
-    if (object == unreadablePage) {
-        return "cannot be read";
+    std::string reason;
+    m_page = m_loader.load(index + 1, reason);
+    if (m_page == nullptr) {
+        return reason;
     }
     fz_try(context())
     {
-        m_page = loadPage(context(), document(), index, object);
         const fz_rect bounds = pdf_bound_page(context(), m_page);
         m_size = {bounds.x1 - bounds.x0, bounds.y1 - bounds.y0};
     }

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "tools/pagexport/pages/page_tree.h"
 #include "tools/pagexport/text/font_cache.h"
 #include "tools/pagexport/text/page_items.h"
-#include "tools/pdf/pdf_file.h"
+#include "tools/pdf/page_loader.h"
 
 #include <string>
 
@@ -31,26 +30,20 @@ public:
     enum class Warnings { shown, silent };
 
     /// @param input the PDF file; several readers may share it
+    /// @param pages of the document, when another reader has found them already
     /// @throws ToolError when it cannot be read
-    PageReader(const InputFile &input, Warnings warnings);
+    PageReader(const InputFile &input, Warnings warnings,
+               std::shared_ptr<const PageList> pages = nullptr);
     ~PageReader();
     PageReader(const PageReader &) = delete;
     PageReader &operator=(const PageReader &) = delete;
 
-    /// Number of pages; may be far too large in a file that lies.
-    int pageCount() { return countPages(m_file); }
-    /// Number of objects the document may have; it cannot have many more pages.
-    int objectCount();
-    /// The objects of @p count pages from page @p first (0-based) on.
-    PageObjects findPageObjects(int first, int count)
-    {
-        return tools::findPageObjects(m_file, first, count);
-    }
+    /// The pages of the document. @throws ToolError when its tree cannot be read
+    std::shared_ptr<const PageList> pages() { return m_loader.pages(); }
 
-    /// Opens page @p index (0-based); @p object as findPageObjects() gives it. The page open before
-    /// is closed.
+    /// Opens page @p index (0-based). The page open before is closed.
     /// @return empty, or why the page cannot be loaded
-    std::string openPage(int index, int object);
+    std::string openPage(int index);
     void closePage() noexcept;
 
     bool hasPage() const noexcept { return m_page != nullptr; }
@@ -64,10 +57,10 @@ public:
 
 private:
     fz_context *context() const noexcept { return m_context.get(); }
-    pdf_document *document() const noexcept { return m_file.document(); }
 
     PdfContext m_context;
-    PdfFile m_file;
+    SourceFile m_file;
+    PageLoader m_loader;
     FontCache m_fonts;
     pdf_page *m_page = nullptr;
     PageSize m_size;

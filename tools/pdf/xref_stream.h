@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/pagebinder/opening/xref_table.h"
+#include "tools/pdf/xref_table.h"
 
 #include <mupdf/pdf.h>
 

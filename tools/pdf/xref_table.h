@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/pagebinder/opening/file_window.h"
+#include "tools/pdf/file_window.h"
 
 #include <cstdint>
 #include <string>
@@ -44,17 +44,22 @@ public:
 
     /// What follows the word "trailer" of the section read last, at most 4,096 bytes.
     const std::string &trailer() const noexcept { return m_trailer; }
+    /// Whether the section read last states a number too high for each of its objects; they have
+    /// been placed right.
+    bool isShifted() const noexcept { return m_isShifted; }
 
 private:
     bool skipSpace(int least, int most);
     bool take(const char *word);
     bool readNumber(std::int64_t &number);
     bool readSubsections(XrefTarget &target);
+    bool startsTooLate();
     bool readEntries(int first, int count, XrefTarget &target);
 
     FileWindow &m_file;
     std::int64_t m_position = 0;
     std::string m_trailer;
+    bool m_isShifted = false;
 };
 
 } // namespace tools

@@ -1,9 +1,9 @@
-#include "tools/pdf/pdf_file.h"
+#include "tools/pdf/pdf_context.h"
 
 #include "tools/common/report.h"
-#include "tools/pdf/file_stream.h"
 
 #include <new>
+#include <string>
 
 namespace tools {
 
@@ -37,36 +37,6 @@ void PdfContext::printWarning(void *user, const char *message)
     } else if (self->m_warnings == maximumWarnings + 1) {
         reportLine(self->m_tool, "", "warning: more of them are left out");
     }
-}
-
-PdfFile::PdfFile(PdfContext &context, const InputFile &input)
-    : m_context(context.get()), m_path(input.path())
-{
-    fz_stream *stream = nullptr;
-    fz_var(stream);
-    fz_try(m_context)
-    {
-        stream = openFileStream(m_context, input.descriptor(), input.size());
-        m_document = pdf_open_document_with_stream(m_context, stream);
-    }
-    fz_always(m_context)
-    {
-        fz_drop_stream(m_context, stream);
-    }
-    fz_catch(m_context)
-    {
-        throw ToolError(m_path,
-                        std::string("cannot be read as PDF: ") + fz_caught_message(m_context));
-    }
-    if (pdf_needs_password(m_context, m_document)) {
-        pdf_drop_document(m_context, m_document);
-        throw ToolError(m_path, "needs a password");
-    }
-}
-
-PdfFile::~PdfFile()
-{
-    pdf_drop_document(m_context, m_document);
 }
 
 } // namespace tools

@@ -1,4 +1,6 @@
-#include "tools/pagebinder/opening/pdf_source.h"
+#include "tools/pdf/pdf_source.h"
+
+#include "tools/pdf/quiet_library.h"
 
 #include <new>
 
@@ -26,7 +28,8 @@ bool PdfSource::run(void (*call)(void *), void *argument)
             code = FZ_ERROR_GENERIC;
         }
     }
-    if (code == FZ_ERROR_REPAIRED) {
+    if (isRepaired() != m_wasRepaired) {
+        m_wasRepaired = true;
         throw FileRepaired();
     }
     if (code == FZ_ERROR_MEMORY) {
@@ -90,36 +93,79 @@ int PdfSource::objectCount() const
     return pdf_xref_len(m_context, m_document);
 }
 
-PageKids PdfSource::kids(pdf_obj *node)
+pdf_obj *PdfSource::object(int number)
 {
-    if (node != nullptr && node == m_file.quickNode()) {
-        return {nullptr, &m_file.quickKids()};
-    }
-    return {get(node, PDF_NAME(Kids)), nullptr};
+    return resolve(load(number));
 }
 
-int PdfSource::countOf(const PageKids &kids) const
+bool PdfSource::isRepaired() const
 {
-    return kids.numbers != nullptr ? static_cast<int>(kids.numbers->size())
-                                   : pdf_array_len(m_context, kids.array);
+    return pdf_was_repaired(m_context, m_document) != 0;
 }
 
-pdf_obj *PdfSource::kidAt(const PageKids &kids, int index)
+bool PdfSource::loadStream(int number, std::string &bytes)
 {
-    if (kids.numbers == nullptr) {
-        return at(kids.array, index);
+    fz_buffer *buffer = nullptr;
+    if (!attempt([this, number, &buffer] {
+            buffer = pdf_load_stream_number(m_context, m_document, number);
+        })) {
+        return false;
     }
-    return resolve(load((*kids.numbers)[static_cast<std::size_t>(index)]));
+    const std::unique_ptr<fz_buffer, std::function<void(fz_buffer *)>> owner(
+        buffer, [this](fz_buffer *dropped) { fz_drop_buffer(m_context, dropped); });
+    unsigned char *data = nullptr;
+    const std::size_t length = fz_buffer_storage(m_context, buffer, &data);
+    bytes.assign(reinterpret_cast<const char *>(data), length);
+    return true;
 }
 
-int PdfSource::kidNumber(const PageKids &kids, int index)
+namespace {
+
+/// Parses @p text as object @p number and gives it to @p document, if it is a node with an empty
+/// list of children: the list that was left out then stood at the node's own key.
+/// @throws the library's error
+void parseNode(fz_context *context, pdf_document *document, int number, const std::string &text)
 {
-    if (kids.numbers == nullptr) {
-        return numberOf(pdf_array_get(m_context, kids.array, index));
+    fz_stream *stream = nullptr;
+    pdf_obj *node = nullptr;
+    fz_var(stream);
+    fz_var(node);
+    fz_try(context)
+    {
+        int found = 0;
+        std::int64_t data = 0;
+        stream = fz_open_memory(context, reinterpret_cast<const unsigned char *>(text.data()),
+                                text.size());
+        node = pdf_parse_ind_obj(context, document, stream, &found, nullptr, &data, nullptr);
+        pdf_obj *list = pdf_dict_get(context, node, PDF_NAME(Kids));
+        if (found == number && data == 0 && pdf_is_indirect(context, node) == 0 &&
+            pdf_is_indirect(context, list) == 0 && pdf_is_array(context, list) != 0 &&
+            pdf_array_len(context, list) == 0) {
+            adoptObject(context, document, number, node);
+        }
     }
-    const int number = (*kids.numbers)[static_cast<std::size_t>(index)];
-    const int further = numberOf(load(number));
-    return further != 0 ? further : number;
+    fz_always(context)
+    {
+        pdf_drop_obj(context, node);
+        fz_drop_stream(context, stream);
+    }
+    fz_catch(context)
+    {
+        fz_rethrow(context);
+    }
+}
+
+} // namespace
+
+void PdfSource::adoptNode(int number, const std::string &text)
+{
+    if (knowsLibrary && m_file.isQuick() && !m_wasRepaired) {
+        const QuietLibrary quiet(m_context);
+        if (attempt([this, number, &text] { parseNode(m_context, m_document, number, text); })) {
+            // Forgotten it would be loaded again, with its list.
+            hold(load(number));
+        }
+    }
 }
 
 void PdfSource::dropUnused()
@@ -150,6 +196,22 @@ int PdfSource::numberOf(pdf_obj *object)
         object = load(number);
     }
     return number;
+}
+
+int PdfSource::directNumber(pdf_obj *object) const
+{
+    return pdf_is_indirect(m_context, object) != 0 ? pdf_to_num(m_context, object) : 0;
+}
+
+int PdfSource::finalNumber(int number)
+{
+    const int further = numberOf(load(number));
+    return further != 0 ? further : number;
+}
+
+int PdfSource::integer(pdf_obj *resolved) const
+{
+    return pdf_to_int(m_context, resolved);
 }
 
 bool PdfSource::isStream(int number)

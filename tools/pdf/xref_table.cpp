@@ -1,4 +1,7 @@
-#include "tools/pagebinder/opening/xref_table.h"
+#include "tools/pdf/xref_table.h"
+
+#include "tools/pdf/node_scan.h"
+#include "tools/pdf/pdf_syntax.h"
 
 #include <algorithm>
 #include <cstring>
@@ -13,18 +16,7 @@ constexpr std::size_t longestTrailer = 4096;
 constexpr std::size_t entryLength = 20;
 constexpr std::size_t entriesAtOnce = 3200;
 constexpr int longestNumber = 10;
-constexpr int largestObject = 8388607;
 constexpr std::uint32_t largestGeneration = 65535;
-
-bool isSpace(char c)
-{
-    return c == ' ' || c == '\n' || c == '\r' || c == '\t' || c == '\f' || c == '\0';
-}
-
-bool isDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
 
 /// @p count digits as a number; negative when there is anything else.
 std::int64_t digits(const char *text, int count)
@@ -140,14 +132,35 @@ bool XrefSection::readSubsections(XrefTarget &target)
         if (!take("\r\n") && !take("\n") && !take("\r")) {
             return false;
         }
-        const auto number = static_cast<int>(first);
         const auto entries = static_cast<int>(count);
+        if (first == 1 && entries > 1 && startsTooLate()) {
+            first = 0;
+            m_isShifted = true;
+        }
+        const auto number = static_cast<int>(first);
         // A table cannot have more entries than the file has bytes for.
         if (count > m_file.size() / static_cast<std::int64_t>(entryLength) ||
             !target.expect(number, entries) || !readEntries(number, entries, target)) {
             return false;
         }
     }
+}
+
+/// Some producers state 1 as the first object of a table that begins with object 0: its first entry
+/// is the head of the free ones, and the second leads to object 1.
+bool XrefSection::startsTooLate()
+{
+    const FileWindow::Bytes bytes = m_file.at(m_position, 2 * entryLength);
+    XrefEntry head;
+    XrefEntry second;
+    if (static_cast<std::size_t>(bytes.end - bytes.begin) != 2 * entryLength ||
+        !parseEntry(bytes.begin, head) || !parseEntry(bytes.begin + entryLength, second) ||
+        head.kind != XrefEntry::Kind::free || head.generation != largestGeneration ||
+        second.kind != XrefEntry::Kind::inUse) {
+        return false;
+    }
+    const FileWindow::Bytes object = m_file.at(second.offset, entryLength);
+    return startsObject({object.begin, static_cast<std::size_t>(object.end - object.begin)}, 1);
 }
 
 bool XrefSection::readEntries(int first, int count, XrefTarget &target)

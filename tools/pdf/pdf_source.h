@@ -1,7 +1,8 @@
 #pragma once
 
-#include "tools/pagebinder/opening/kept_object.h"
-#include "tools/pagebinder/opening/source_file.h"
+#include "tools/pdf/kept_object.h"
+#include "tools/pdf/library_internals.h"
+#include "tools/pdf/source_file.h"
 
 #include <functional>
 #include <memory>
@@ -16,14 +17,6 @@ struct FileRepaired
 {
 };
 
-/// The children of a node of the page tree: an array of the document, or numbers that were read
-/// without it.
-struct PageKids
-{
-    pdf_obj *array = nullptr;
-    const std::vector<int> *numbers = nullptr;
-};
-
 /// Reading access to a document. Every call of the library that can fail is made here and ends in a
 /// null object, a false or a C++ exception, so that no jump of the library ever passes a caller's
 /// frame. Objects that are handed out belong to the document and live as long as it does, or until
@@ -35,10 +28,14 @@ class PdfSource
 {
 public:
     explicit PdfSource(SourceFile &file)
-        : m_file(file), m_context(file.context()), m_document(file.document())
+        : m_file(file), m_context(file.context()), m_document(file.document()),
+          m_wasRepaired(isRepaired())
     {
     }
 
+    SourceFile &file() noexcept { return m_file; }
+    const InputFile &input() const noexcept { return m_file.input(); }
+    const std::string &path() const noexcept { return m_file.path(); }
     fz_context *context() const noexcept { return m_context; }
     pdf_document *document() const noexcept { return m_document; }
 
@@ -58,18 +55,16 @@ public:
     pdf_obj *catalog();
     int objectCount() const;
 
-    using Kids = PageKids;
-    /// The children of a node of the page tree, which must be resolved.
-    Kids kids(pdf_obj *node);
-    int countOf(const Kids &kids) const;
-    /// A child, resolved; null where it cannot be loaded.
-    pdf_obj *kidAt(const Kids &kids, int index);
-    /// Its object number, 0 where it stands in the list itself.
-    int kidNumber(const Kids &kids, int index);
+    /// The object @p number, resolved; null when it cannot be loaded.
+    pdf_obj *object(int number);
+    /// Where objects stand; "unknown" those that the library must be asked for.
+    std::vector<ObjectPlace> placesOf(const std::vector<int> &numbers) const
+    {
+        return tools::placesOf(m_context, m_document, numbers);
+    }
 
-    /// Keeps an object, or the children of a node, for as long as this source lives.
+    /// Keeps an object for as long as this source lives.
     void hold(pdf_obj *object) { m_held.emplace_back(m_context, object); }
-    void holdKids(const Kids &kids) { hold(kids.array); }
     /// Lets the document forget the objects it has read that nobody keeps. It reads them again when
     /// they are asked for.
     void dropUnused();
@@ -77,10 +72,26 @@ public:
     bool isDictionary(pdf_obj *resolved) const;
     bool isArray(pdf_obj *resolved) const;
     bool isName(pdf_obj *resolved, pdf_obj *name) const;
+    /// An integer, 0 for anything else.
+    int integer(pdf_obj *resolved) const;
     /// Number of the object that a reference finally leads to; 0 when @p object is no reference.
     int numberOf(pdf_obj *object);
+    /// The number in a reference; 0 when @p object is none.
+    int directNumber(pdf_obj *object) const;
+    /// @p number, or the one that the object leads to which is itself a reference.
+    int finalNumber(int number);
     /// Whether the object @p number is a stream.
     bool isStream(int number);
+
+    /// Whether the library has had to rebuild the cross-reference table.
+    bool isRepaired() const;
+
+    /// The bytes of stream @p number, its filters undone. @returns false when that fails
+    bool loadStream(int number, std::string &bytes);
+
+    /// Makes the node of a page tree that stands in @p text object @p number, its list of children
+    /// empty. Nothing happens where the library loads the object better itself.
+    void adoptNode(int number, const std::string &text);
 
     /// Hands the bytes of stream @p number over in pieces, until @p take returns false.
     /// @param decoded whether its filters are undone; if not, the bytes are as they stand in the
@@ -108,10 +119,27 @@ private:
     pdf_obj *load(int number);
     bool run(void (*call)(void *), void *argument);
 
-    const SourceFile &m_file;
+    SourceFile &m_file;
     fz_context *m_context;
     pdf_document *m_document;
     std::vector<KeptObject> m_held;
+    bool m_wasRepaired;
 };
+
+/// Does @p work, and once more when the library has had to repair @p file on the way.
+/// @throws ToolError when even that does not help, and what @p work throws
+template <typename Work> auto readRepairing(const SourceFile &file, Work &&work)
+{
+    constexpr int mostAttempts = 3;
+    for (int attempt = 1;; ++attempt) {
+        try {
+            return work();
+        } catch (const FileRepaired &) {
+            if (attempt == mostAttempts) {
+                throw ToolError(file.path(), "is too damaged");
+            }
+        }
+    }
+}
 
 } // namespace tools

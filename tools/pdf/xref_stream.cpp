@@ -1,4 +1,7 @@
-#include "tools/pagebinder/opening/xref_stream.h"
+#include "tools/pdf/xref_stream.h"
+
+#include "tools/pdf/library_internals.h"
+#include "tools/pdf/pdf_syntax.h"
 
 #include <algorithm>
 #include <array>
@@ -8,7 +11,6 @@ namespace tools {
 namespace {
 
 constexpr int widestField = 8;
-constexpr int largestObject = 8388607;
 constexpr std::uint64_t largestGeneration = 65535;
 constexpr std::size_t bufferSize = 8192;
 
@@ -36,8 +38,8 @@ bool XrefStream::read(std::int64_t offset, XrefTarget &target)
         std::int64_t data = 0;
         pdf_drop_obj(m_context, m_dictionary);
         m_dictionary = nullptr;
-        fz_seek(m_context, m_document->file, offset, SEEK_SET);
-        m_dictionary = pdf_parse_ind_obj(m_context, m_document, m_document->file, &object,
+        fz_seek(m_context, fileOf(m_document), offset, SEEK_SET);
+        m_dictionary = pdf_parse_ind_obj(m_context, m_document, fileOf(m_document), &object,
                                          &generation, &data, nullptr);
         // Whatever the section says about the object that it is itself, it stands here; but a newer
         // section may have used the number again.

@@ -1,0 +1,133 @@
+#include "tools/pdf/library_internals.h"
+
+namespace tools {
+
+#if QUORLIN_KNOWS_LIBRARY
+
+void adoptTable(fz_context *context, pdf_document *document, pdf_xref_entry *entries, int count,
+                pdf_obj *trailer)
+{
+    pdf_replace_xref(context, document, entries, count);
+    pdf_set_populating_xref_trailer(context, document, trailer);
+}
+
+void adoptObject(fz_context *context, pdf_document *document, int number, pdf_obj *object)
+{
+    pdf_xref_entry *entry = pdf_get_xref_entry(context, document, number);
+    if (entry->obj != nullptr) {
+        fz_throw(context, FZ_ERROR_GENERIC, "object %d has been loaded before", number);
+    }
+    pdf_set_obj_parent(context, object, number);
+    entry->obj = pdf_keep_obj(context, object);
+}
+
+// The library looks a page up by its number through this map when it is there, and else through
+// every page before it; and so for each link on the page. One entry, the page wanted, is enough.
+pdf_page *loadPageObject(fz_context *context, pdf_document *document, int number)
+{
+    if (document->fwd_page_map == nullptr) {
+        document->fwd_page_map = static_cast<int *>(fz_calloc(context, 1, sizeof(int)));
+        document->page_map_nesting = 1;
+    }
+    if (document->rev_page_map == nullptr) {
+        document->rev_page_map =
+            static_cast<pdf_rev_page_map *>(fz_calloc(context, 1, sizeof(pdf_rev_page_map)));
+    }
+    document->map_page_count = 1;
+    document->fwd_page_map[0] = number;
+    document->rev_page_map[0] = {0, number};
+    // The library refuses what lies beyond the count that the root states, which may be a lie.
+    document->linear_page_count = 1;
+    pdf_page *page = pdf_load_page(context, document, 0);
+    // Looked up through the map the page's object is owned twice, and given back once only.
+    pdf_drop_obj(context, page->obj);
+    return page;
+}
+
+void dropPageMap(fz_context *context, pdf_document *document) noexcept
+{
+    fz_free(context, document->fwd_page_map);
+    fz_free(context, document->rev_page_map);
+    document->fwd_page_map = nullptr;
+    document->rev_page_map = nullptr;
+    document->map_page_count = 0;
+    document->page_map_nesting = 0;
+    document->linear_page_count = 0;
+}
+
+namespace {
+
+void lookUp(fz_context *context, pdf_document *document, int number, ObjectPlace &place)
+{
+    const pdf_xref_entry *entry = pdf_get_xref_entry(context, document, number);
+    if (entry == nullptr || entry->obj != nullptr) {
+        return;
+    }
+    if (entry->type == 'n') {
+        place.kind = ObjectPlace::Kind::inFile;
+        place.offset = entry->ofs;
+    } else if (entry->type == 'o') {
+        place.kind = ObjectPlace::Kind::inStream;
+        place.stream = static_cast<int>(entry->ofs);
+    }
+}
+
+} // namespace
+
+std::vector<ObjectPlace> placesOf(fz_context *context, pdf_document *document,
+                                  const std::vector<int> &numbers)
+{
+    std::vector<ObjectPlace> places(numbers.size());
+    const int count = pdf_xref_len(context, document);
+    fz_try(context)
+    {
+        for (std::size_t i = 0; i < numbers.size(); ++i) {
+            if (numbers[i] > 0 && numbers[i] < count) {
+                lookUp(context, document, numbers[i], places[i]);
+            }
+        }
+    }
+    fz_catch(context)
+    {
+        // What has not been looked up stays unknown.
+    }
+    return places;
+}
+
+#else
+
+void adoptTable(fz_context *context, pdf_document *, pdf_xref_entry *, int, pdf_obj *)
+{
+    fz_throw(context, FZ_ERROR_GENERIC, "this version of the library reads its tables itself");
+}
+
+void adoptObject(fz_context *context, pdf_document *, int, pdf_obj *)
+{
+    fz_throw(context, FZ_ERROR_GENERIC, "this version of the library reads its objects itself");
+}
+
+pdf_page *loadPageObject(fz_context *context, pdf_document *, int)
+{
+    fz_throw(context, FZ_ERROR_GENERIC, "this version of the library finds its pages itself");
+}
+
+void dropPageMap(fz_context *, pdf_document *) noexcept {}
+
+std::vector<ObjectPlace> placesOf(fz_context *, pdf_document *, const std::vector<int> &numbers)
+{
+    return std::vector<ObjectPlace>(numbers.size());
+}
+
+#endif
+
+fz_stream *fileOf(pdf_document *document) noexcept
+{
+    return document->file;
+}
+
+pdf_crypt *cryptOf(pdf_document *document) noexcept
+{
+    return document->crypt;
+}
+
+} // namespace tools

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <mupdf/fitz.h>
+#include <mupdf/pdf.h>
+
+#include <cstdint>
+#include <vector>
+
+// What is done to the library's own data, beyond what its interface promises. It holds for the
+// versions that have been looked into; with all others the library is left to do its own work,
+// which is slower and no less right. QUORLIN_PUBLIC_LIBRARY_ONLY asks for that with known ones.
+#if FZ_VERSION_MAJOR == 1 && FZ_VERSION_MINOR == 21 && !defined(QUORLIN_PUBLIC_LIBRARY_ONLY)
+#define QUORLIN_KNOWS_LIBRARY 1
+#else
+#define QUORLIN_KNOWS_LIBRARY 0
+#endif
+
+namespace tools {
+
+/// Whether the functions below may be called that say so.
+constexpr bool knowsLibrary = QUORLIN_KNOWS_LIBRARY != 0;
+
+/// Gives @p document the cross-reference table @p entries, allocated by the library and taken over
+/// on success, with @p trailer. Only where knowsLibrary. @throws the library's error
+void adoptTable(fz_context *context, pdf_document *document, pdf_xref_entry *entries, int count,
+                pdf_obj *trailer);
+
+/// Puts @p object into @p document as object @p number, which has not been loaded yet. Only where
+/// knowsLibrary. @throws the library's error
+void adoptObject(fz_context *context, pdf_document *document, int number, pdf_obj *object);
+
+/// Loads the page whose dictionary is the object @p number, without a walk through the page tree.
+/// Links on it that lead to other pages are not resolved. Only where knowsLibrary.
+/// @throws the library's error
+pdf_page *loadPageObject(fz_context *context, pdf_document *document, int number);
+
+/// Gives back what loadPageObject() has left with the document; before it is closed.
+void dropPageMap(fz_context *context, pdf_document *document) noexcept;
+
+/// Where an object stands, as the document's table has it.
+struct ObjectPlace
+{
+    enum class Kind { unknown, inFile, inStream };
+    Kind kind = Kind::unknown; ///< unknown, too, when it has been loaded
+    std::int64_t offset = 0;   ///< in the file
+    int stream = 0;            ///< number of the object stream
+};
+
+/// Where the objects @p numbers stand, each of which is in the document's table or not positive.
+/// Never throws the library's errors.
+std::vector<ObjectPlace> placesOf(fz_context *context, pdf_document *document,
+                                  const std::vector<int> &numbers);
+
+/// The bytes that the document is read from.
+fz_stream *fileOf(pdf_document *document) noexcept;
+
+/// How the document is encrypted; null when it is not.
+pdf_crypt *cryptOf(pdf_document *document) noexcept;
+
+} // namespace tools

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "tools/pdf/xref_table.h"
+
+#include <mupdf/pdf.h>
+
+#include <string>
+#include <vector>
+
+namespace tools {
+
+/// Reads the cross-reference table of a well-formed file, and opens the file with it.
+///
+/// The library's own reading of the table makes up most of the time that one output of a long file
+/// costs, and there are tables that it takes wrongly: those of files that list objects in a stream
+/// beside the table, for readers that know streams (hybrid files, ISO 32000-1, 7.5.8.4), and those
+/// that begin with object 0 and state 1. The library repairs or misses what others find there.
+///
+/// The library is shown the file with a cross-reference section of no objects behind its end, and
+/// is then given the table that was read here; or it is shown the whole table behind the end.
+class QuickOpening : private XrefTarget
+{
+public:
+    QuickOpening(fz_context *context, const InputFile &input);
+    ~QuickOpening() override;
+    QuickOpening(const QuickOpening &) = delete;
+    QuickOpening &operator=(const QuickOpening &) = delete;
+
+    /// Opens a file that is not encrypted, past the library's own reading. @returns the document,
+    /// owned by the caller; null when it is none to be opened here, which says nothing about its
+    /// being readable
+    pdf_document *open();
+
+    /// Opens a file whose table the library would take wrongly. @returns the document, owned by the
+    /// caller, which may need a password; null for all other files
+    pdf_document *openMisreadTable();
+
+private:
+    enum class State { unread, read, failed };
+
+    bool expect(int first, int count) override;
+    bool place(int number, const XrefEntry &entry) override;
+
+    bool read();
+    bool readTable();
+    bool readSection(std::int64_t offset, std::int64_t &previous);
+    bool readClassicSection(std::int64_t offset, std::int64_t &previous);
+    bool readHiddenObjects(pdf_obj *offset);
+    pdf_obj *parseTrailer(const std::string &text);
+    bool takeTrailer(pdf_obj *trailer, std::int64_t &previous);
+    bool hasWholeTable() const;
+    pdf_document *openWithTail(const std::string &tail);
+    bool giveTable();
+    std::string tableAsTail();
+    std::string trailerEntries();
+    void closeHost();
+
+    fz_context *m_context;
+    FileWindow m_file;
+    State m_state = State::unread;
+    pdf_document *m_host = nullptr;      ///< shows the file with an empty table
+    pdf_xref_entry *m_entries = nullptr; ///< allocated by the library, which takes them over
+    int m_count = 0;
+    int m_stated = 0; ///< objects that the newest trailer promises
+    pdf_obj *m_trailer = nullptr;
+    std::vector<int> m_freed; ///< objects that the section being read calls free
+    bool m_isReadingHidden = false;
+    bool m_isMisread = false; ///< by the library
+};
+
+} // namespace tools
