@@ -11,7 +11,7 @@ bool isPlainKey(std::string_view key)
 {
     constexpr std::array<std::string_view, 8> handled = {"P",  "Popup", "IRT",  "A",
                                                          "AA", "PA",    "Dest", "Type"};
-    return isCopiedKey(key) && !FormFields::isHandledKey(key) &&
+    return !FormFields::isHandledKey(key) &&
            std::find(handled.begin(), handled.end(), key) == handled.end();
 }
 
@@ -82,7 +82,7 @@ void Annotations::writeAnnotation(const Annotation &annotation, int page)
     m_copier.writer().beginObject(annotation.target);
     text += "<</Type/Annot/P ";
     m_copier.writer().appendReference(page);
-    m_copier.writeEntries(dictionary, isPlainKey);
+    m_copier.writeEntries(dictionary, Role::annotation, isPlainKey);
     writeReference("Popup", m_source.raw(dictionary, PDF_NAME(Popup)));
     writeReference("IRT", m_source.raw(dictionary, PDF_NAME(IRT)));
     if (m_source.isName(kind, PDF_NAME(Widget))) {
@@ -109,7 +109,7 @@ void Annotations::writeSignaturePicture(const Annotation &annotation, int page)
     m_copier.writer().beginObject(annotation.target);
     m_copier.text() += "<</Type/Annot/Subtype/Stamp/P ";
     m_copier.writer().appendReference(page);
-    m_copier.writeEntries(annotation.dictionary, kept);
+    m_copier.writeEntries(annotation.dictionary, Role::annotation, kept);
     m_copier.text() += ">>";
     m_copier.writer().endObject();
 }
@@ -135,37 +135,14 @@ std::string Annotations::references(std::size_t index) const
     return text;
 }
 
-std::vector<int> Annotations::borrowers(std::size_t index)
+std::vector<Drawing> Annotations::appearances(std::size_t index)
 {
-    fz_context *context = m_source.context();
-    std::vector<int> found;
+    std::vector<Drawing> found;
     for (const Annotation &annotation : m_pages[index].annotations) {
-        pdf_obj *appearances = m_source.get(annotation.dictionary, PDF_NAME(AP));
-        const int length = pdf_dict_len(context, appearances);
-        for (int i = 0; i < length; ++i) {
-            pdf_obj *appearance = pdf_dict_get_val(context, appearances, i);
-            addBorrower(appearance, found);
-            pdf_obj *states = m_source.resolve(appearance);
-            if (m_source.numberOf(appearance) != 0 &&
-                m_source.isStream(m_source.numberOf(appearance))) {
-                continue;
-            }
-            const int stateCount = pdf_dict_len(context, states);
-            for (int state = 0; state < stateCount; ++state) {
-                addBorrower(pdf_dict_get_val(context, states, state), found);
-            }
-        }
+        const std::vector<Drawing> own = appearancesOf(m_source, m_drawn, annotation.dictionary);
+        found.insert(found.end(), own.begin(), own.end());
     }
     return found;
-}
-
-void Annotations::addBorrower(pdf_obj *appearance, std::vector<int> &found)
-{
-    const int number = m_source.numberOf(appearance);
-    if (number > 0 && m_source.isStream(number) &&
-        !m_source.isDictionary(m_source.get(appearance, PDF_NAME(Resources)))) {
-        found.push_back(number);
-    }
 }
 
 } // namespace tools

@@ -12,9 +12,10 @@ namespace tools {
 class Annotations
 {
 public:
-    Annotations(ObjectCopier &copier, Destinations &destinations, FormFields &fields)
-        : m_copier(copier), m_source(copier.source()), m_destinations(destinations),
-          m_fields(fields)
+    Annotations(ObjectCopier &copier, DrawnContent &drawn, Destinations &destinations,
+                FormFields &fields)
+        : m_copier(copier), m_source(copier.source()), m_drawn(drawn),
+          m_destinations(destinations), m_fields(fields)
     {
     }
 
@@ -28,8 +29,8 @@ public:
     /// What stands in the page's /Annots; empty for none.
     std::string references(std::size_t index) const;
 
-    /// Appearance streams of the page without resources of their own, by object number.
-    std::vector<int> borrowers(std::size_t index);
+    /// The appearances on the page. What their own resources do not list they find in the page's.
+    std::vector<Drawing> appearances(std::size_t index);
 
 private:
     struct Annotation
@@ -49,10 +50,10 @@ private:
     void writeSignaturePicture(const Annotation &annotation, int page);
     void writeAnnotation(const Annotation &annotation, int page);
     void writeReference(std::string_view key, pdf_obj *value);
-    void addBorrower(pdf_obj *appearance, std::vector<int> &found);
 
     ObjectCopier &m_copier;
     PdfSource &m_source;
+    DrawnContent &m_drawn;
     Destinations &m_destinations;
     FormFields &m_fields;
     std::vector<PageAnnotations> m_pages;

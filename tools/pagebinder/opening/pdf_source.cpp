@@ -1,5 +1,6 @@
 #include "tools/pagebinder/opening/pdf_source.h"
 
+#include <algorithm>
 #include <new>
 
 namespace tools {
@@ -122,6 +123,25 @@ int PdfSource::kidNumber(const PageKids &kids, int index)
     return further != 0 ? further : number;
 }
 
+bool PdfSource::listsKid(pdf_obj *node, int number)
+{
+    if (!isDictionary(node)) {
+        return false;
+    }
+    const Kids list = kids(node);
+    if (list.numbers != nullptr) {
+        return std::find(list.numbers->begin(), list.numbers->end(), number) != list.numbers->end();
+    }
+    const int length = pdf_array_len(m_context, list.array);
+    for (int i = 0; i < length; ++i) {
+        pdf_obj *kid = pdf_array_get(m_context, list.array, i);
+        if (pdf_is_indirect(m_context, kid) && pdf_to_num(m_context, kid) == number) {
+            return true;
+        }
+    }
+    return false;
+}
+
 bool PdfSource::isDictionary(pdf_obj *resolved) const
 {
     return pdf_is_dict(m_context, resolved) != 0;
@@ -157,20 +177,21 @@ bool PdfSource::isStream(int number)
     return stream;
 }
 
-bool PdfSource::readStream(int number, bool decoded,
-                           const std::function<bool(const unsigned char *, std::size_t)> &take)
+StreamEnd PdfSource::readStream(int number, bool decoded,
+                                const std::function<bool(const unsigned char *, std::size_t)> &take)
 {
     struct StreamCloser
     {
         fz_context *context;
         void operator()(fz_stream *stream) const { fz_drop_stream(context, stream); }
     };
+    const int complaints = m_file.complaints();
     fz_stream *opened = nullptr;
     if (!attempt([this, number, decoded, &opened] {
             opened = decoded ? pdf_open_stream_number(m_context, m_document, number)
                              : pdf_open_raw_stream_number(m_context, m_document, number);
         })) {
-        return false;
+        return StreamEnd::failed;
     }
     const std::unique_ptr<fz_stream, StreamCloser> stream(opened, StreamCloser{m_context});
     for (;;) {
@@ -178,15 +199,17 @@ bool PdfSource::readStream(int number, bool decoded,
         if (!attempt([this, opened, &length] {
                 length = fz_available(m_context, opened, largestPiece);
             })) {
-            return false;
+            return StreamEnd::damaged;
         }
         if (length == 0) {
-            return true;
+            // A failure of one filter is a mere end to the next, after a warning.
+            const bool isWhole = opened->error == 0 && m_file.complaints() == complaints;
+            return isWhole ? StreamEnd::whole : StreamEnd::damaged;
         }
         const unsigned char *piece = opened->rp;
         opened->rp += length;
         if (!take(piece, length)) {
-            return true;
+            return StreamEnd::whole;
         }
     }
 }

@@ -22,6 +22,13 @@ struct PageKids
     const std::vector<int> *numbers = nullptr;
 };
 
+/// How the reading of a stream ended.
+enum class StreamEnd {
+    whole,   ///< as it should, or because nobody wanted more
+    damaged, ///< something is wrong with the data: more of it may be missing than the end
+    failed   ///< it cannot be opened
+};
+
 /// Reading access to a document. Every call of the library that can fail is made here and ends in a
 /// null object, a false or a C++ exception, so that no jump of the library ever passes a caller's
 /// frame. Objects that are handed out belong to the document and live as long as it does.
@@ -63,6 +70,9 @@ public:
     pdf_obj *kidAt(const Kids &kids, int index);
     /// Its object number, 0 where it stands in the list itself.
     int kidNumber(const Kids &kids, int index);
+    /// Whether object @p number is one of the children of @p node, of a page tree or any other with
+    /// /Kids.
+    bool listsKid(pdf_obj *node, int number);
 
     bool isDictionary(pdf_obj *resolved) const;
     bool isArray(pdf_obj *resolved) const;
@@ -75,9 +85,9 @@ public:
     /// Hands the bytes of stream @p number over in pieces, until @p take returns false.
     /// @param decoded whether its filters are undone; if not, the bytes are as they stand in the
     ///     file, but decrypted
-    /// @returns false when reading failed on the way; the pieces before that have been handed over
-    bool readStream(int number, bool decoded,
-                    const std::function<bool(const unsigned char *, std::size_t)> &take);
+    /// @returns how reading ended; the pieces before that have been handed over
+    StreamEnd readStream(int number, bool decoded,
+                         const std::function<bool(const unsigned char *, std::size_t)> &take);
 
     /// A text string as UTF-8; empty for anything else.
     std::string text(pdf_obj *string);

@@ -31,6 +31,9 @@ public:
     pdf_document *document() const noexcept { return m_document; }
     const std::string &path() const noexcept { return m_path; }
 
+    /// How often the library has complained about the file so far, see PdfContext::complaints().
+    int complaints() const { return m_context.complaints(); }
+
     /// Opens the file anew by the library alone, unless that is done already. Objects of the former
     /// document are gone then. @throws ToolError as the constructor does
     void useLibrary();

@@ -1,0 +1,138 @@
+#include "tools/pagebinder/copying/other_pages.h"
+
+namespace tools {
+
+bool OtherPages::draw(pdf_obj *object)
+{
+    const int count = m_tree.pageCount();
+    while (m_found.count(object) == 0 && m_next <= count) {
+        read(m_next++);
+    }
+    return m_found.count(object) != 0;
+}
+
+void OtherPages::read(int page)
+{
+    if (m_copied.count(page) != 0) {
+        return;
+    }
+    const FoundPage found = m_tree.find(page);
+    if (found.page == nullptr) {
+        return;
+    }
+    readContent(found.page);
+    pdf_obj *annotations = m_source.get(found.page, PDF_NAME(Annots));
+    const int length = pdf_array_len(m_source.context(), annotations);
+    for (int i = 0; i < length; ++i) {
+        pdf_obj *annotation = m_source.at(annotations, i);
+        for (const Drawing &drawing : appearancesOf(m_source, m_drawn, annotation)) {
+            addDrawing(drawing);
+        }
+    }
+    while (!m_waiting.empty()) {
+        const Drawing drawing = m_waiting.back();
+        m_waiting.pop_back();
+        DrawnContent::Node &node = m_drawn.look(drawing);
+        if (node.own != nullptr) {
+            add(*node.own);
+        }
+    }
+}
+
+void OtherPages::readContent(pdf_obj *page)
+{
+    pdf_obj *resources = m_source.resolve(m_tree.inherited(page, PDF_NAME(Resources)));
+    if (!m_source.isDictionary(resources)) {
+        return;
+    }
+    ResourceUse use(m_source, resources);
+    m_drawn.scan(
+        contentStreams(m_source, m_source.raw(page, PDF_NAME(Contents))),
+        [&use](ResourceKind kind, std::string_view name) { use.mark(kind, name); },
+        [&use] { return !use.isComplete(); });
+    std::vector<Drawing> drawings;
+    for (bool grows = true; grows;) {
+        grows = false;
+        for (std::size_t i = 0; i < resourceKindCount; ++i) {
+            const auto kind = static_cast<ResourceKind>(i);
+            for (const ResourceUse::Entry &entry : use.entries(kind)) {
+                if (!entry.used) {
+                    continue;
+                }
+                for (const Drawing &drawing : m_drawn.drawingsOf(kind, entry.value)) {
+                    for (const DrawnContent::Name &name : m_drawn.look(drawing).unlisted) {
+                        grows = use.mark(name.kind, name.text) == ResourceUse::Mark::first || grows;
+                    }
+                }
+            }
+        }
+    }
+    add(use);
+}
+
+void OtherPages::add(ResourceUse &use)
+{
+    for (std::size_t i = 0; i < resourceKindCount; ++i) {
+        const auto kind = static_cast<ResourceKind>(i);
+        for (const ResourceUse::Entry &entry : use.entries(kind)) {
+            if (entry.used) {
+                addEntry(kind, entry.value);
+            }
+        }
+    }
+}
+
+void OtherPages::addEntry(ResourceKind kind, pdf_obj *value)
+{
+    if (kind == ResourceKind::xObject) {
+        m_found.insert(m_source.resolve(value));
+    }
+    for (const Drawing &drawing : m_drawn.drawingsOf(kind, value)) {
+        addDrawing(drawing);
+    }
+}
+
+void OtherPages::addDrawing(const Drawing &drawing)
+{
+    if (m_seen.insert(drawing.object).second) {
+        m_waiting.push_back(drawing);
+    }
+}
+
+std::vector<int> contentStreams(PdfSource &source, pdf_obj *contents)
+{
+    pdf_obj *resolved = source.resolve(contents);
+    if (!source.isArray(resolved)) {
+        return {source.numberOf(contents)};
+    }
+    std::vector<int> streams;
+    const int length = pdf_array_len(source.context(), resolved);
+    for (int i = 0; i < length; ++i) {
+        streams.push_back(source.numberOf(pdf_array_get(source.context(), resolved, i)));
+    }
+    return streams;
+}
+
+std::vector<Drawing> appearancesOf(PdfSource &source, DrawnContent &drawn, pdf_obj *annotation)
+{
+    fz_context *context = source.context();
+    std::vector<Drawing> found;
+    const auto add = [&drawn, &found](pdf_obj *value) {
+        const std::vector<Drawing> forms = drawn.formOf(value);
+        found.insert(found.end(), forms.begin(), forms.end());
+        return !forms.empty();
+    };
+    pdf_obj *appearances = source.get(annotation, PDF_NAME(AP));
+    const int length = pdf_dict_len(context, appearances);
+    for (int i = 0; i < length; ++i) {
+        pdf_obj *appearance = pdf_dict_get_val(context, appearances, i);
+        pdf_obj *states = add(appearance) ? nullptr : source.resolve(appearance);
+        const int stateCount = pdf_dict_len(context, states);
+        for (int state = 0; state < stateCount; ++state) {
+            add(pdf_dict_get_val(context, states, state));
+        }
+    }
+    return found;
+}
+
+} // namespace tools
