@@ -27,7 +27,8 @@ public:
         : m_file(file), m_source(file), m_writer(output), m_tree(m_source),
           m_copier(m_source, m_writer), m_resources(m_copier, m_tree),
           m_pageWriter(m_copier, m_resources, m_tree), m_destinations(m_copier, m_tree),
-          m_fields(m_copier), m_annotations(m_copier, m_resources.drawn(), m_destinations, m_fields),
+          m_fields(m_copier),
+          m_annotations(m_copier, m_resources.drawn(), m_destinations, m_fields),
           m_bookmarks(m_copier, m_destinations), m_catalog(m_copier), m_encryption(m_source)
     {
         m_copier.setContentResources(&m_resources);

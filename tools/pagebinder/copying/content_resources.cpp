@@ -72,7 +72,9 @@ void ContentResources::writePruned(pdf_obj *resources, ResourceUse &use)
                key != "Pattern" && key != "Shading" && key != "Properties";
     };
     m_copier.text() += "/Resources<<";
-    m_copier.writeEntries(use.dictionary(), Role::resources, isOther);
+    if (!m_copier.isForeign(use.dictionary(), m_source.numberOf(resources), Role::resources)) {
+        m_copier.writeEntries(use.dictionary(), Role::resources, isOther);
+    }
     for (std::size_t i = 0; i < resourceKindCount; ++i) {
         writeKind(use, static_cast<ResourceKind>(i));
     }
@@ -84,8 +86,12 @@ void ContentResources::writeKind(ResourceUse &use, ResourceKind kind)
     pdf_obj *key = ResourceUse::keyOf(kind);
     const char *name = pdf_to_name(m_source.context(), key);
     const Role role = childRole(Role::resources, name);
+    pdf_obj *value = m_source.raw(use.dictionary(), key);
     if (use.isComplete(kind)) {
-        m_copier.writeEntry(name, m_source.raw(use.dictionary(), key), role);
+        m_copier.writeEntry(name, value, role);
+        return;
+    }
+    if (m_copier.isForeign(m_source.resolve(value), m_source.numberOf(value), role)) {
         return;
     }
     m_copier.writer().appendName(name);

@@ -188,7 +188,7 @@ void ContentScanner::takeNumber(const unsigned char *&data, const unsigned char 
     }
     // An operator may follow a number without a blank.
     m_token.clear();
-    m_state = isNotRegular(*data)         ? State::between
+    m_state = isNotRegular(*data)       ? State::between
               : isWordOfInterest(*data) ? State::word
                                         : State::skippedWord;
 }

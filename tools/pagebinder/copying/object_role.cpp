@@ -141,7 +141,8 @@ constexpr std::array<Child, 13> inLayer = {{{"OCGs", Role::layer},
                                             {"Metadata", Role::content},
                                             {"Intent", Role::plain}}};
 
-constexpr std::array<Child, 14> inAnnotation = {{{"AP", Role::appearance},
+constexpr std::array<Child, 15> inAnnotation = {{{"AP", Role::appearance},
+                                                 {"DR", Role::resources},
                                                  {"Border", Role::plain},
                                                  {"BS", Role::plain},
                                                  {"BE", Role::plain},
@@ -156,14 +157,11 @@ constexpr std::array<Child, 14> inAnnotation = {{{"AP", Role::appearance},
                                                  {"Movie", Role::movie},
                                                  {"Measure", Role::plain}}};
 
-constexpr std::array<Child, 3> inAppearance = {{{"N", Role::appearanceStates},
-                                                {"R", Role::appearanceStates},
-                                                {"D", Role::appearanceStates}}};
+constexpr std::array<Child, 3> inAppearance = {
+    {{"N", Role::appearanceStates}, {"R", Role::appearanceStates}, {"D", Role::appearanceStates}}};
 
-constexpr std::array<Child, 4> inIcons = {{{"I", Role::xObject},
-                                           {"RI", Role::xObject},
-                                           {"IX", Role::xObject},
-                                           {"IF", Role::plain}}};
+constexpr std::array<Child, 4> inIcons = {
+    {{"I", Role::xObject}, {"RI", Role::xObject}, {"IX", Role::xObject}, {"IF", Role::plain}}};
 
 constexpr std::array<Child, 3> inField = {
     {{"Opt", Role::plain}, {"DV", Role::plain}, {"RV", Role::content}}};

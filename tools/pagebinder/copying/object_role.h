@@ -24,7 +24,7 @@ enum class Role : std::uint8_t {
     fontDescriptor,
     fontDescriptorMap,
     xObjectMap,
-    xObject, ///< a form or a picture
+    xObject,   ///< a form or a picture
     alternate, ///< of a picture
     group,
     stateMap,

@@ -20,15 +20,15 @@ void OtherPages::read(int page)
     if (found.page == nullptr) {
         return;
     }
-    readContent(found.page);
+    std::vector<Drawing> appearances;
     pdf_obj *annotations = m_source.get(found.page, PDF_NAME(Annots));
     const int length = pdf_array_len(m_source.context(), annotations);
     for (int i = 0; i < length; ++i) {
-        pdf_obj *annotation = m_source.at(annotations, i);
-        for (const Drawing &drawing : appearancesOf(m_source, m_drawn, annotation)) {
-            addDrawing(drawing);
-        }
+        const std::vector<Drawing> own =
+            appearancesOf(m_source, m_drawn, m_source.at(annotations, i));
+        appearances.insert(appearances.end(), own.begin(), own.end());
     }
+    readContent(found.page, appearances);
     while (!m_waiting.empty()) {
         const Drawing drawing = m_waiting.back();
         m_waiting.pop_back();
@@ -39,35 +39,47 @@ void OtherPages::read(int page)
     }
 }
 
-void OtherPages::readContent(pdf_obj *page)
+void OtherPages::readContent(pdf_obj *page, const std::vector<Drawing> &appearances)
 {
     pdf_obj *resources = m_source.resolve(m_tree.inherited(page, PDF_NAME(Resources)));
-    if (!m_source.isDictionary(resources)) {
-        return;
-    }
     ResourceUse use(m_source, resources);
     m_drawn.scan(
         contentStreams(m_source, m_source.raw(page, PDF_NAME(Contents))),
         [&use](ResourceKind kind, std::string_view name) { use.mark(kind, name); },
         [&use] { return !use.isComplete(); });
-    std::vector<Drawing> drawings;
-    for (bool grows = true; grows;) {
-        grows = false;
-        for (std::size_t i = 0; i < resourceKindCount; ++i) {
-            const auto kind = static_cast<ResourceKind>(i);
-            for (const ResourceUse::Entry &entry : use.entries(kind)) {
-                if (!entry.used) {
-                    continue;
-                }
-                for (const Drawing &drawing : m_drawn.drawingsOf(kind, entry.value)) {
-                    for (const DrawnContent::Name &name : m_drawn.look(drawing).unlisted) {
-                        grows = use.mark(name.kind, name.text) == ResourceUse::Mark::first || grows;
-                    }
-                }
+    for (const Drawing &appearance : appearances) {
+        takeUnlisted(use, appearance);
+        addDrawing(appearance);
+    }
+    while (takeUnlistedOfAll(use)) {
+    }
+    add(use);
+}
+
+bool OtherPages::takeUnlistedOfAll(ResourceUse &use)
+{
+    bool grows = false;
+    for (std::size_t i = 0; i < resourceKindCount; ++i) {
+        const auto kind = static_cast<ResourceKind>(i);
+        for (const ResourceUse::Entry &entry : use.entries(kind)) {
+            if (!entry.used) {
+                continue;
+            }
+            for (const Drawing &drawing : m_drawn.drawingsOf(kind, entry.value)) {
+                grows = takeUnlisted(use, drawing) || grows;
             }
         }
     }
-    add(use);
+    return grows;
+}
+
+bool OtherPages::takeUnlisted(ResourceUse &use, const Drawing &drawing)
+{
+    bool grows = false;
+    for (const DrawnContent::Name &name : m_drawn.look(drawing).unlisted) {
+        grows = use.mark(name.kind, name.text) == ResourceUse::Mark::first || grows;
+    }
+    return grows;
 }
 
 void OtherPages::add(ResourceUse &use)

@@ -26,7 +26,9 @@ public:
 
 private:
     void read(int page);
-    void readContent(pdf_obj *page);
+    void readContent(pdf_obj *page, const std::vector<Drawing> &appearances);
+    bool takeUnlistedOfAll(ResourceUse &use);
+    bool takeUnlisted(ResourceUse &use, const Drawing &drawing);
     void add(ResourceUse &use);
     void addEntry(ResourceKind kind, pdf_obj *value);
     void addDrawing(const Drawing &drawing);

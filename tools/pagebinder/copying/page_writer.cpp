@@ -56,8 +56,10 @@ void PageWriter::writeInherited(pdf_obj *page)
     } else {
         m_copier.text() += "/MediaBox[0 0 612 792]";
     }
-    m_copier.writeEntry("CropBox", m_source.resolve(m_tree.inherited(page, PDF_NAME(CropBox))), Role::plain);
-    m_copier.writeEntry("Rotate", m_source.resolve(m_tree.inherited(page, PDF_NAME(Rotate))), Role::plain);
+    m_copier.writeEntry("CropBox", m_source.resolve(m_tree.inherited(page, PDF_NAME(CropBox))),
+                        Role::plain);
+    m_copier.writeEntry("Rotate", m_source.resolve(m_tree.inherited(page, PDF_NAME(Rotate))),
+                        Role::plain);
 }
 
 } // namespace tools

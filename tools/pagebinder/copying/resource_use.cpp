@@ -33,7 +33,8 @@ pdf_obj *ResourceUse::keyOf(ResourceKind kind)
     return nullptr;
 }
 
-ResourceUse::ResourceUse(PdfSource &source, pdf_obj *resources) : m_source(source), m_dictionary(resources)
+ResourceUse::ResourceUse(PdfSource &source, pdf_obj *resources)
+    : m_source(source), m_dictionary(resources)
 {
     for (std::size_t kind = 0; kind < resourceKindCount; ++kind) {
         readKind(resources, static_cast<ResourceKind>(kind));
@@ -84,9 +85,8 @@ ResourceUse::Mark ResourceUse::mark(ResourceKind kind, std::string_view name)
     if (found == nullptr) {
         return Mark::unlisted;
     }
-    if (name.size() > longestName &&
-        std::find(found->longNames.begin(), found->longNames.end(), name) ==
-            found->longNames.end()) {
+    if (name.size() > longestName && std::find(found->longNames.begin(), found->longNames.end(),
+                                               name) == found->longNames.end()) {
         found->longNames.emplace_back(name);
     }
     const bool wasUsed = found->used;

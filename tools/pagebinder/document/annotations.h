@@ -14,8 +14,8 @@ class Annotations
 public:
     Annotations(ObjectCopier &copier, DrawnContent &drawn, Destinations &destinations,
                 FormFields &fields)
-        : m_copier(copier), m_source(copier.source()), m_drawn(drawn),
-          m_destinations(destinations), m_fields(fields)
+        : m_copier(copier), m_source(copier.source()), m_drawn(drawn), m_destinations(destinations),
+          m_fields(fields)
     {
     }
 

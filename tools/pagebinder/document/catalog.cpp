@@ -41,8 +41,7 @@ void Catalog::writePageMode(bool hasBookmarks)
 
 void Catalog::writeViewerPreferences()
 {
-    pdf_obj *value =
-        pdf_dict_gets(m_source.context(), m_source.catalog(), "ViewerPreferences");
+    pdf_obj *value = pdf_dict_gets(m_source.context(), m_source.catalog(), "ViewerPreferences");
     pdf_obj *preferences = m_source.resolve(value);
     if (!m_source.isDictionary(preferences) ||
         m_copier.isForeign(preferences, m_source.numberOf(value), Role::plain)) {
