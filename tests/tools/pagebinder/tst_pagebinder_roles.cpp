@@ -50,6 +50,7 @@ private slots:
     void nothingOfOtherPagesTravelsUnderAnyKey_data();
     void nothingOfOtherPagesTravelsUnderAnyKey();
     void actionsKeepOnlyWhatIsCopied();
+    void oneObjectMayHaveTwoRoles();
 
 private:
     std::unique_ptr<PdfInspector> merged(const TestPdf &pdf, const QString &ranges);
@@ -320,6 +321,19 @@ void PageBinderRolesTest::actionsKeepOnlyWhatIsCopied()
     QCOMPARE(output->value(action + "Fields/1"), QByteArray("null"));
     QCOMPARE(output->value(action + "Next/0/T/0/T"), QByteArray("(here)"));
     QVERIFY(!output->everything().contains("page-2-text"));
+}
+
+void PageBinderRolesTest::oneObjectMayHaveTwoRoles()
+{
+    // Seen in a damaged form: the number of a font is that of the field above a widget too.
+    TestPdf pdf = TestPdf::pages(1, "/AcroForm<</Fields[3 0 R]>>", "/Annots[41 0 R]");
+    pdf.object(41, "<</Subtype/Widget/Rect[0 0 9 9]/Parent 3 0 R/FT/Tx/T(part)>>");
+    const auto output = merged(pdf, "1");
+    QVERIFY(output);
+    QCOMPARE(output->value("Root/Pages/Kids/0/Resources/Font/F/BaseFont"),
+             QByteArray("/Helvetica"));
+    QCOMPARE(output->value("Root/AcroForm/Fields/0/Kids/0/T"), QByteArray("(part)"));
+    QCOMPARE(output->text(1), QByteArray("page-1-text"));
 }
 
 QTEST_GUILESS_MAIN(PageBinderRolesTest)

@@ -32,22 +32,22 @@ constexpr std::array<const char *, 17> foreignTypes = {
 
 } // namespace
 
-const int *ObjectCopier::localTarget(int number) const
+const int *ObjectCopier::mappedTarget(int number) const
 {
-    if (m_local == nullptr) {
-        return nullptr;
+    if (m_local != nullptr) {
+        const auto local = m_local->find(number);
+        if (local != m_local->end()) {
+            return &local->second;
+        }
     }
-    const auto local = m_local->find(number);
-    return local == m_local->end() ? nullptr : &local->second;
+    const auto found = m_targets.find(number);
+    return found == m_targets.end() ? nullptr : &found->second;
 }
 
 int ObjectCopier::mapped(int number) const
 {
-    if (const int *local = localTarget(number)) {
-        return *local;
-    }
-    const auto found = m_copies.find(number);
-    return found == m_copies.end() ? 0 : found->second.target;
+    const int *const target = mappedTarget(number);
+    return target == nullptr ? 0 : *target;
 }
 
 int ObjectCopier::target(pdf_obj *object, Role role)
@@ -56,24 +56,25 @@ int ObjectCopier::target(pdf_obj *object, Role role)
     if (number <= 0) {
         return 0;
     }
-    if (const int *local = localTarget(number)) {
-        return *local;
+    if (role == Role::link || role == Role::unknown) {
+        const int *const target = mappedTarget(number);
+        if (target != nullptr) {
+            return *target;
+        }
     }
-    return m_followsReferences ? targetOf(number, object, role) : 0;
+    const bool isFollowed = m_followsReferences && role != Role::link;
+    return isFollowed ? targetOf(number, object, role) : 0;
 }
 
 int ObjectCopier::targetOf(int number, pdf_obj *object, Role role)
 {
     const auto found = m_copies.find(number);
     if (found == m_copies.end()) {
-        if (role == Role::link) {
-            return 0;
-        }
         pdf_obj *resolved = m_source.resolve(object);
         return resolved == nullptr || isForeign(resolved, number, role) ? 0 : enqueue(number, role);
     }
     Copy &copy = found->second;
-    if (copy.role == Role::unknown && role != Role::unknown && role != Role::link) {
+    if (copy.role == Role::unknown && role != Role::unknown) {
         // Under a key that nobody defines it was copied with caution; now it is known what it is.
         if (!copy.isWritten) {
             copy.role = role;

@@ -31,9 +31,9 @@ public:
     PdfWriter &writer() noexcept { return m_writer; }
     std::string &text() noexcept { return m_writer.text(); }
 
-    /// From now on a reference to object @p number becomes one to @p target, or null when that is
-    /// 0.
-    void map(int number, int target) { m_copies[number] = {target, Role::dropped, true}; }
+    /// From now on a link to object @p number becomes one to @p target, or null when that is 0. A
+    /// damaged file may use the same object as something else too, which is copied as that.
+    void map(int number, int target) { m_targets[number] = target; }
     /// What @p number is mapped to; 0 when it is not mapped.
     int mapped(int number) const;
     /// References that hold while one page's annotations are written, before all others.
@@ -79,7 +79,7 @@ private:
     {
         int target = 0; ///< number in the output, 0: none
         Role role = Role::unknown;
-        bool isWritten = false; ///< or written by somebody else
+        bool isWritten = false;
     };
 
     struct Queued
@@ -96,7 +96,7 @@ private:
         std::string data;
     };
 
-    const int *localTarget(int number) const;
+    const int *mappedTarget(int number) const;
     int targetOf(int number, pdf_obj *object, Role role);
     int enqueue(int number, Role role);
     void copyObject(Queued queued);
@@ -113,6 +113,7 @@ private:
     PdfSource &m_source;
     PdfWriter &m_writer;
     ContentResources *m_resources = nullptr;
+    std::unordered_map<int, int> m_targets; ///< what has been mapped
     std::unordered_map<int, Copy> m_copies;
     const std::unordered_map<int, int> *m_local = nullptr;
     std::vector<Queued> m_queue;
