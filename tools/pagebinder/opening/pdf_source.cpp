@@ -1,5 +1,7 @@
 #include "tools/pagebinder/opening/pdf_source.h"
 
+#include "tools/pagebinder/opening/object_mender.h"
+
 #include <algorithm>
 #include <new>
 
@@ -9,6 +11,7 @@ namespace {
 
 constexpr int longestReferenceChain = 10;
 constexpr std::size_t largestPiece = 65536;
+constexpr std::size_t longestMended = std::size_t{1} << 18U;
 
 } // namespace
 
@@ -42,7 +45,71 @@ pdf_obj *PdfSource::load(int number)
     const bool isLoaded = number > 0 && attempt([this, number, &loaded] {
                               loaded = pdf_cache_object(m_context, m_document, number)->obj;
                           });
-    return isLoaded ? loaded : nullptr;
+    return isLoaded || number <= 0 ? loaded : mend(number);
+}
+
+pdf_obj *PdfSource::mend(int number)
+{
+    if (!m_beyondMending.insert(number).second) {
+        return nullptr;
+    }
+    const MendedObject mended = mendObject(sourceOf(number));
+    if (mended.text.empty()) {
+        return nullptr;
+    }
+    pdf_obj *object = nullptr;
+    attempt([this, number, &mended, &object] {
+        fz_stream *stream = nullptr;
+        pdf_lexbuf buffer;
+        fz_var(stream);
+        pdf_lexbuf_init(m_context, &buffer, PDF_LEXBUF_SMALL);
+        fz_try(m_context)
+        {
+            stream = fz_open_memory(m_context,
+                                    reinterpret_cast<const unsigned char *>(mended.text.data()),
+                                    mended.text.size());
+            object = pdf_parse_stm_obj(m_context, m_document, stream, &buffer);
+            adopt(number, object, mended.stream);
+        }
+        fz_always(m_context)
+        {
+            pdf_lexbuf_fin(m_context, &buffer);
+            fz_drop_stream(m_context, stream);
+        }
+        fz_catch(m_context)
+        {
+            object = nullptr;
+            fz_rethrow(m_context);
+        }
+    });
+    return object;
+}
+
+void PdfSource::adopt(int number, pdf_obj *object, std::size_t stream)
+{
+    pdf_xref_entry *const entry = pdf_get_xref_entry(m_context, m_document, number);
+    entry->stm_ofs = stream == 0 ? 0 : entry->ofs + static_cast<std::int64_t>(stream);
+    entry->obj = object;
+    pdf_set_obj_parent(m_context, object, number);
+    if (m_document->crypt != nullptr) {
+        pdf_crypt_obj(m_context, m_document->crypt, object, number, entry->gen);
+    }
+}
+
+std::string PdfSource::sourceOf(int number)
+{
+    std::string source(longestMended, '\0');
+    std::size_t length = 0;
+    attempt([this, number, &source, &length] {
+        const pdf_xref_entry *const entry = pdf_get_xref_entry(m_context, m_document, number);
+        if (entry->type == 'n' && entry->obj == nullptr) {
+            fz_seek(m_context, m_document->file, entry->ofs, SEEK_SET);
+            length = fz_read(m_context, m_document->file,
+                             reinterpret_cast<unsigned char *>(source.data()), source.size());
+        }
+    });
+    source.resize(length);
+    return source;
 }
 
 pdf_obj *PdfSource::resolve(pdf_obj *object)

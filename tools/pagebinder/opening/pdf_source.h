@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <unordered_set>
 
 namespace tools {
 
@@ -32,6 +33,8 @@ enum class StreamEnd {
 /// Reading access to a document. Every call of the library that can fail is made here and ends in a
 /// null object, a false or a C++ exception, so that no jump of the library ever passes a caller's
 /// frame. Objects that are handed out belong to the document and live as long as it does.
+///
+/// An object whose syntax the library refuses is read the way tolerant readers do.
 ///
 /// Callers resolve references only through this class; the library's own accessors are then safe on
 /// what it returns, because they fail on nothing but references.
@@ -106,11 +109,15 @@ public:
 
 private:
     pdf_obj *load(int number);
+    pdf_obj *mend(int number);
+    void adopt(int number, pdf_obj *object, std::size_t stream);
+    std::string sourceOf(int number);
     bool run(void (*call)(void *), void *argument);
 
     const SourceFile &m_file;
     fz_context *m_context;
     pdf_document *m_document;
+    std::unordered_set<int> m_beyondMending; ///< objects that cannot be loaded
 };
 
 } // namespace tools
