@@ -25,10 +25,18 @@ bool isOneOf(const char *name, const std::array<const char *, Count> &names)
     return isOneOf(name, names.data(), Count);
 }
 
-constexpr std::array<const char *, 17> foreignTypes = {
-    "Page",  "Pages",  "Catalog", "StructTreeRoot", "StructElem", "Outlines",
-    "Annot", "Thread", "Bead",    "Template",       "ObjStm",     "XRef",
-    "MCR",   "OBJR",   "DPart",   "DPartRoot",      "Sig"};
+constexpr std::array<const char *, 6> treeTypes = {"Page",     "Pages",  "Catalog",
+                                                   "Template", "ObjStm", "XRef"};
+
+constexpr std::array<const char *, 11> foreignTypes = {
+    "StructTreeRoot", "StructElem", "Outlines", "Annot",    "Thread", "Bead", "MCR",
+    "OBJR",           "DPart",      "Sig",      "DPartRoot"};
+
+/// Whether readers take an object for what its place says, whatever type it gives itself.
+bool isTrusted(Role role)
+{
+    return role != Role::unknown && role != Role::plain && role != Role::link;
+}
 
 } // namespace
 
@@ -101,7 +109,10 @@ bool ObjectCopier::isForeign(pdf_obj *resolved, int number, Role role)
     // A name: where keys are free, one that is spelt like this has a dictionary or a stream.
     pdf_obj *type = m_source.get(resolved, PDF_NAME(Type));
     if (pdf_is_name(m_source.context(), type)) {
-        return isOneOf(pdf_to_name(m_source.context(), type), foreignTypes);
+        const char *const name = pdf_to_name(m_source.context(), type);
+        const bool isTree = isOneOf(name, treeTypes);
+        return isOneOf(name, foreignTypes) ||
+               (isTree && (!isTrusted(role) || belongsToTheDocument(resolved, number)));
     }
     const bool isStray = (role == Role::xObject || role == Role::content) &&
                          (number == 0 || !m_source.isStream(number));
@@ -284,10 +295,7 @@ void ObjectCopier::copyObject(Queued queued)
         queued.role = copy->second.role;
         copy->second.isWritten = true;
     }
-    pdf_obj *object = nullptr;
-    m_source.attempt([this, number = queued.number, &object] {
-        object = pdf_cache_object(m_source.context(), m_source.document(), number)->obj;
-    });
+    pdf_obj *object = m_source.load(queued.number);
     if (m_source.isDictionary(object) && m_source.isStream(queued.number)) {
         queued.role = streamRole(queued.role);
         copyStream(queued, object);

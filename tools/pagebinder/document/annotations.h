@@ -33,11 +33,17 @@ public:
     std::vector<Drawing> appearances(std::size_t index);
 
 private:
+    enum class Extent {
+        none,
+        look, ///< a link that leads nowhere any more: only what is seen of it
+        seal, ///< the widget of a signature, copied as a mere picture
+        whole
+    };
     struct Annotation
     {
         pdf_obj *dictionary;
         int target;
-        bool isSigned; ///< the widget of a signature, copied as a mere picture
+        Extent extent;
     };
     struct PageAnnotations
     {
@@ -46,8 +52,9 @@ private:
         std::unordered_map<int, int> targets; ///< object number to number in the output
     };
 
-    bool isKept(pdf_obj *annotation);
-    void writeSignaturePicture(const Annotation &annotation, int page);
+    Extent extentOf(pdf_obj *annotation);
+    bool isVisible(pdf_obj *link);
+    void writeLook(const Annotation &annotation, int page);
     void writeAnnotation(const Annotation &annotation, int page);
     void writeReference(std::string_view key, pdf_obj *value);
 

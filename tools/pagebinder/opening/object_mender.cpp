@@ -36,7 +36,7 @@ class Mender
 public:
     explicit Mender(std::string_view source) : m_source(source) {}
 
-    MendedObject mend();
+    MendedObject mend(int number);
 
 private:
     std::string_view next();
@@ -54,10 +54,11 @@ private:
     std::size_t m_place = 0;
 };
 
-MendedObject Mender::mend()
+MendedObject Mender::mend(int number)
 {
     MendedObject object;
-    if (!isInteger(next()) || !isInteger(next()) || next() != "obj") {
+    object.isThere = next() == std::to_string(number);
+    if (!object.isThere || !isInteger(next()) || next() != "obj") {
         return object;
     }
     const std::string_view first = next();
@@ -220,9 +221,9 @@ std::string Mender::array(int depth)
 
 } // namespace
 
-MendedObject mendObject(std::string_view source)
+MendedObject mendObject(std::string_view source, int number)
 {
-    return Mender(source).mend();
+    return Mender(source).mend(number);
 }
 
 } // namespace tools

@@ -41,22 +41,51 @@ bool PdfSource::run(void (*call)(void *), void *argument)
 
 pdf_obj *PdfSource::load(int number)
 {
-    pdf_obj *loaded = nullptr;
-    const bool isLoaded = number > 0 && attempt([this, number, &loaded] {
-                              loaded = pdf_cache_object(m_context, m_document, number)->obj;
-                          });
-    return isLoaded || number <= 0 ? loaded : mend(number);
+    if (number <= 0) {
+        return nullptr;
+    }
+    // One object that breaks the syntax is no reason to distrust the whole table, from which a
+    // repair may take it away that finds other things within streams.
+    if (pdf_obj *object = loadUnrepaired(number)) {
+        return object;
+    }
+    if (!m_odd.insert(number).second) {
+        return nullptr;
+    }
+    const MendedObject mended = mendObject(sourceOf(number), number);
+    if (mended.isThere) {
+        return mended.text.empty() ? nullptr : adopt(number, mended);
+    }
+    pdf_obj *object = nullptr;
+    attempt(
+        [this, number, &object] { object = pdf_cache_object(m_context, m_document, number)->obj; });
+    return object;
 }
 
-pdf_obj *PdfSource::mend(int number)
+pdf_obj *PdfSource::loadUnrepaired(int number)
 {
-    if (!m_beyondMending.insert(number).second) {
-        return nullptr;
-    }
-    const MendedObject mended = mendObject(sourceOf(number));
-    if (mended.text.empty()) {
-        return nullptr;
-    }
+    pdf_obj *object = nullptr;
+    attempt([this, number, &object] {
+        const int before = m_document->repair_attempted;
+        m_document->repair_attempted = 1;
+        fz_try(m_context)
+        {
+            object = pdf_cache_object(m_context, m_document, number)->obj;
+        }
+        fz_always(m_context)
+        {
+            m_document->repair_attempted = before;
+        }
+        fz_catch(m_context)
+        {
+            object = nullptr;
+        }
+    });
+    return object;
+}
+
+pdf_obj *PdfSource::adopt(int number, const MendedObject &mended)
+{
     pdf_obj *object = nullptr;
     attempt([this, number, &mended, &object] {
         fz_stream *stream = nullptr;
@@ -69,7 +98,7 @@ pdf_obj *PdfSource::mend(int number)
                                     reinterpret_cast<const unsigned char *>(mended.text.data()),
                                     mended.text.size());
             object = pdf_parse_stm_obj(m_context, m_document, stream, &buffer);
-            adopt(number, object, mended.stream);
+            insert(number, object, mended.stream);
         }
         fz_always(m_context)
         {
@@ -85,7 +114,7 @@ pdf_obj *PdfSource::mend(int number)
     return object;
 }
 
-void PdfSource::adopt(int number, pdf_obj *object, std::size_t stream)
+void PdfSource::insert(int number, pdf_obj *object, std::size_t stream)
 {
     pdf_xref_entry *const entry = pdf_get_xref_entry(m_context, m_document, number);
     entry->stm_ofs = stream == 0 ? 0 : entry->ofs + static_cast<std::int64_t>(stream);
@@ -236,9 +265,12 @@ int PdfSource::numberOf(pdf_obj *object)
 
 bool PdfSource::isStream(int number)
 {
+    if (load(number) == nullptr) {
+        return false;
+    }
     bool stream = false;
     attempt([this, number, &stream] {
-        const pdf_xref_entry *entry = pdf_cache_object(m_context, m_document, number);
+        const pdf_xref_entry *entry = pdf_get_xref_entry_no_null(m_context, m_document, number);
         stream = entry->stm_ofs != 0 || entry->stm_buf != nullptr;
     });
     return stream;

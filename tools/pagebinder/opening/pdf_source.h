@@ -9,6 +9,8 @@
 
 namespace tools {
 
+struct MendedObject;
+
 /// Thrown when the library had to rebuild the cross-reference table while objects were being read:
 /// whatever was read so far may be stale, the work starts again.
 struct FileRepaired
@@ -52,6 +54,10 @@ public:
     /// The object behind @p object, which itself when it is no reference; null when it cannot be
     /// loaded. @throws FileRepaired, std::bad_alloc
     pdf_obj *resolve(pdf_obj *object);
+
+    /// Object @p number as it stands, a reference perhaps; null when it cannot be loaded.
+    /// @throws FileRepaired, std::bad_alloc
+    pdf_obj *load(int number);
 
     /// The resolved value of @p key, null where @p dictionary (or what it refers to) has none.
     pdf_obj *get(pdf_obj *dictionary, pdf_obj *key);
@@ -108,16 +114,16 @@ public:
     }
 
 private:
-    pdf_obj *load(int number);
-    pdf_obj *mend(int number);
-    void adopt(int number, pdf_obj *object, std::size_t stream);
+    pdf_obj *loadUnrepaired(int number);
+    pdf_obj *adopt(int number, const MendedObject &mended);
+    void insert(int number, pdf_obj *object, std::size_t stream);
     std::string sourceOf(int number);
     bool run(void (*call)(void *), void *argument);
 
     const SourceFile &m_file;
     fz_context *m_context;
     pdf_document *m_document;
-    std::unordered_set<int> m_beyondMending; ///< objects that cannot be loaded
+    std::unordered_set<int> m_odd; ///< objects that the library has refused
 };
 
 } // namespace tools
