@@ -51,6 +51,7 @@ private slots:
     void nothingOfOtherPagesTravelsUnderAnyKey();
     void actionsKeepOnlyWhatIsCopied();
     void oneObjectMayHaveTwoRoles();
+    void aWrongTypeIsNoHindrance();
 
 private:
     std::unique_ptr<PdfInspector> merged(const TestPdf &pdf, const QString &ranges);
@@ -333,6 +334,18 @@ void PageBinderRolesTest::oneObjectMayHaveTwoRoles()
     QCOMPARE(output->value("Root/Pages/Kids/0/Resources/Font/F/BaseFont"),
              QByteArray("/Helvetica"));
     QCOMPARE(output->value("Root/AcroForm/Fields/0/Kids/0/T"), QByteArray("(part)"));
+    QCOMPARE(output->text(1), QByteArray("page-1-text"));
+}
+
+void PageBinderRolesTest::aWrongTypeIsNoHindrance()
+{
+    TestPdf pdf = TestPdf::pages(1);
+    pdf.object(10, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 595 842]/Contents 11 0 R"
+                   "/Resources 4 0 R>>");
+    pdf.object(4, "<</Type/Page/Font<</F 3 0 R>>>>");
+    pdf.object(3, "<</Type/Catalog/Subtype/Type1/BaseFont/Helvetica>>");
+    const auto output = merged(pdf, "1");
+    QVERIFY(output);
     QCOMPARE(output->text(1), QByteArray("page-1-text"));
 }
 
