@@ -32,7 +32,7 @@ void PageBinderMendingTest::oddSyntaxIsMended_data()
     const auto add = [](const char *name, const QByteArray &source, const QByteArray &mended) {
         QTest::addRow("%s", name) << source << mended;
     };
-    add("proper", "<</A 1/B[2 3 R]/C 4 0 R>>", "<</A 1/B[2 null null]/C 4 0 R>>");
+    add("proper", "<</A 1/B[2 3 0 R]/C 4 0 R>>", "<</A 1/B[2 3 0 R]/C 4 0 R>>");
     add("blank in a name", "<</Name/Any,Font MS/B 2>>", "<</Name/Any,Font/B 2>>");
     add("no value", "<</A/B 2/C>>", "<</A/B>>");
     add("a value that makes no sense", "<</A nonsense/B)/C 3>>", "<</A null/B null/C 3>>");

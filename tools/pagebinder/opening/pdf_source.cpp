@@ -66,7 +66,16 @@ pdf_obj *PdfSource::loadUnrepaired(int number)
 {
     pdf_obj *object = nullptr;
     attempt([this, number, &object] {
-        const int before = m_document->repair_attempted;
+        if (number >= pdf_xref_len(m_context, m_document)) {
+            return;
+        }
+        pdf_xref_entry *const entry = pdf_get_xref_entry_no_null(m_context, m_document, number);
+        if (entry->obj != nullptr) {
+            object = entry->obj;
+            return;
+        }
+        const pdf_xref_entry before = *entry;
+        const int repairs = m_document->repair_attempted;
         m_document->repair_attempted = 1;
         fz_try(m_context)
         {
@@ -74,11 +83,17 @@ pdf_obj *PdfSource::loadUnrepaired(int number)
         }
         fz_always(m_context)
         {
-            m_document->repair_attempted = before;
+            m_document->repair_attempted = repairs;
         }
         fz_catch(m_context)
         {
             object = nullptr;
+        }
+        if (object == nullptr) {
+            // The library forgets where an object should be when it finds another one there.
+            pdf_xref_entry *const after = pdf_get_xref_entry_no_null(m_context, m_document, number);
+            pdf_drop_obj(m_context, after->obj);
+            *after = before;
         }
     });
     return object;
@@ -127,6 +142,9 @@ void PdfSource::insert(int number, pdf_obj *object, std::size_t stream)
 
 std::string PdfSource::sourceOf(int number)
 {
+    if (number >= objectCount()) {
+        return {};
+    }
     std::string source(longestMended, '\0');
     std::size_t length = 0;
     attempt([this, number, &source, &length] {
