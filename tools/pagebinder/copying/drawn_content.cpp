@@ -148,6 +148,7 @@ std::vector<int> DrawnContent::streamsOf(const Drawing &drawing)
     std::vector<int> streams;
     pdf_obj *procedures = m_source.get(drawing.object, PDF_NAME(CharProcs));
     const int length = pdf_dict_len(context, procedures);
+    streams.reserve(static_cast<std::size_t>(length));
     for (int i = 0; i < length; ++i) {
         streams.push_back(m_source.numberOf(pdf_dict_get_val(context, procedures, i)));
     }

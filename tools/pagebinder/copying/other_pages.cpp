@@ -119,6 +119,7 @@ std::vector<int> contentStreams(PdfSource &source, pdf_obj *contents)
     }
     std::vector<int> streams;
     const int length = pdf_array_len(source.context(), resolved);
+    streams.reserve(static_cast<std::size_t>(length));
     for (int i = 0; i < length; ++i) {
         streams.push_back(source.numberOf(pdf_array_get(source.context(), resolved, i)));
     }

@@ -307,7 +307,8 @@ StreamEnd PdfSource::readStream(int number, bool decoded,
     if (!attempt([this, number, decoded, &opened] {
             opened = decoded ? pdf_open_stream_number(m_context, m_document, number)
                              : pdf_open_raw_stream_number(m_context, m_document, number);
-        })) {
+        }) ||
+        opened == nullptr) {
         return StreamEnd::failed;
     }
     const std::unique_ptr<fz_stream, StreamCloser> stream(opened, StreamCloser{m_context});
