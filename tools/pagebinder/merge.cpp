@@ -43,9 +43,10 @@ class Merge
 public:
     Merge(SourceFile &file, DocumentParts &parts, Output &output)
         : m_file(file), m_source(parts.source), m_tree(parts.tree), m_writer(output),
-          m_copier(m_source, m_writer), m_resources(m_copier),
+          m_copier(m_source, m_writer), m_resources(m_copier, m_tree),
           m_pageWriter(m_copier, m_resources, m_tree), m_destinations(m_copier, parts.names),
-          m_fields(m_copier, parts.order), m_annotations(m_copier, m_destinations, m_fields),
+          m_fields(m_copier, parts.order),
+          m_annotations(m_copier, m_resources.drawn(), m_destinations, m_fields),
           m_bookmarks(m_copier, m_destinations, parts.bookmarks), m_labels(m_copier, parts.labels),
           m_catalog(m_copier), m_encryption(m_source)
     {
@@ -131,6 +132,7 @@ void Merge::findPages(const std::vector<int> &pages)
                            " cannot be read, a stand-in page takes its place");
         }
         m_pages.push_back({number, found, m_writer.allocate()});
+        m_resources.addCopied(number);
         if (found.number != 0 && m_copier.mapped(found.number) == 0) {
             m_copier.map(found.number, m_pages.back().target);
         }
@@ -172,8 +174,7 @@ void Merge::writePages()
             continue;
         }
         const std::string annotations = m_annotations.references(i);
-        m_pageWriter.write(m_pages[i], m_pagesRoot, annotations,
-                           annotations.empty() ? std::vector<int>() : m_annotations.borrowers(i));
+        m_pageWriter.write(m_pages[i], m_pagesRoot, annotations, m_annotations.appearances(i));
         m_annotations.write(i);
         m_copier.copyQueued();
     }

@@ -164,7 +164,7 @@ void PageBinderHostileTest::wrongCountsAreNoticed()
 void PageBinderHostileTest::anUnreadablePageBecomesAStandIn()
 {
     TestPdf pdf = TestPdf::pages(3);
-    pdf.object(20, "<</Type/Page/MediaBoxnull ]]>> <</Parent(");
+    pdf.object(20, "(where a page should be");
     const ToolRun run = merge(pdf.save(m_folder->path()), "1-3", m_output);
     QCOMPARE(run.status, 3);
     QVERIFY(run.errors.contains(

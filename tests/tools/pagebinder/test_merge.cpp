@@ -27,6 +27,7 @@ private slots:
     void eachCopyOfAPageHasItsOwnAnnotations();
     void linksToCopiedPagesStay();
     void linksToOtherPagesGo();
+    void linksToOtherPagesKeepTheirLook();
     void namedDestinationsBecomeExplicit();
     void scriptsStayBehind();
     void rebuildsTheFormWithTheCopiedFieldsOnly();
@@ -327,9 +328,9 @@ void PageBinderMergeTest::linksToCopiedPagesStay()
 void PageBinderMergeTest::linksToOtherPagesGo()
 {
     TestPdf pdf = TestPdf::pages(3, "", "/Annots[31 0 R 32 0 R 33 0 R 34 0 R]");
-    pdf.object(31, "<</Subtype/Link/Rect[0 0 1 1]/Dest[30 0 R/Fit]>>");
-    pdf.object(32, "<</Subtype/Link/Rect[0 0 1 1]/A<</S/GoTo/D[30 0 R/Fit]>>>>");
-    pdf.object(33, "<</Subtype/Link/Rect[0 0 1 1]/Dest(nowhere)>>");
+    pdf.object(31, "<</Subtype/Link/Rect[0 0 1 1]/Border[0 0 0]/Dest[30 0 R/Fit]>>");
+    pdf.object(32, "<</Subtype/Link/Rect[0 0 1 1]/BS<</W 0>>/A<</S/GoTo/D[30 0 R/Fit]>>>>");
+    pdf.object(33, "<</Subtype/Link/Rect[0 0 1 1]/Border[0 0 0]/Dest(nowhere)>>");
     pdf.object(34,
                "<</Subtype/Link/Rect[0 0 1 1]/A<</S/URI/URI(x)/Next<</S/GoTo/D[30 0 R/Fit]>>>>>>");
     // Page 3 is object 30, which the helper has made.
@@ -340,6 +341,27 @@ void PageBinderMergeTest::linksToOtherPagesGo()
     QVERIFY(!output->everything().contains("page-3-text"));
 }
 
+void PageBinderMergeTest::linksToOtherPagesKeepTheirLook()
+{
+    TestPdf pdf = TestPdf::pages(2, "", "/Annots[31 0 R 32 0 R 33 0 R]");
+    pdf.object(31, "<</Subtype/Link/Rect[9 9 99 99]/Border[0 0 3]/C[1 0 0]/Dest[20 0 R/Fit]"
+                   "/Contents(page-2-text)>>");
+    pdf.object(32, "<</Subtype/Link/Rect[99 99 199 199]/BS<</W 2/S/D>>/A<</S/GoTo/D[20 0 R/Fit]>>"
+                   ">>");
+    pdf.object(33, "<</Subtype/Link/Rect[199 199 299 299]/Dest[20 0 R/Fit]>>");
+    const QString input = pdf.save(m_folder->path());
+    const auto output = merged(pdf, "1");
+    QVERIFY(output);
+    for (const QByteArray place : {"0", "1", "2"}) {
+        const QByteArray annotation = "Root/Pages/Kids/0/Annots/" + place + "/";
+        QCOMPARE(output->value(annotation + "Subtype"), QByteArray("/Link"));
+        QCOMPARE(output->value(annotation + "Dest"), QByteArray("null"));
+        QCOMPARE(output->value(annotation + "A"), QByteArray("null"));
+    }
+    QCOMPARE(output->picture(1), PdfInspector(input).picture(1));
+    QVERIFY(!output->everything().contains("page-2-text"));
+}
+
 void PageBinderMergeTest::namedDestinationsBecomeExplicit()
 {
     TestPdf pdf = TestPdf::pages(2, "/Dests<</old 40 0 R>>/Names<</Dests<</Kids[41 0 R 42 0 R]>>>>",
@@ -347,7 +369,7 @@ void PageBinderMergeTest::namedDestinationsBecomeExplicit()
     pdf.object(31, "<</Subtype/Link/Rect[0 0 1 1]/Dest/old>>");
     pdf.object(32, "<</Subtype/Link/Rect[0 0 1 1]/Dest(in tree)>>");
     pdf.object(33, "<</Subtype/Link/Rect[0 0 1 1]/A<</S/GoTo/D(zz)>>>>");
-    pdf.object(34, "<</Subtype/Link/Rect[0 0 1 1]/A<</S/GoTo/D(outside)>>>>");
+    pdf.object(34, "<</Subtype/Link/Rect[0 0 1 1]/Border[0 0 0]/A<</S/GoTo/D(outside)>>>>");
     pdf.object(40, "<</D[10 0 R/FitH 5]>>");
     pdf.object(41, "<</Limits[(a)(n)]/Names[(in tree)[10 0 R/FitV 6]]>>");
     pdf.object(42, "<</Limits[(o)(zz)]/Names[(outside)[20 0 R/Fit](zz)<</D[10 0 R/FitB]>>]>>");

@@ -105,17 +105,17 @@ bool Destinations::writeActionValue(pdf_obj *action, int depth)
         return false;
     }
     const KeyFilter kept = [](std::string_view key) {
-        return key != "Next" && key != "D" && key != "SD" && key != "JS" && isCopiedKey(key);
+        return key != "Next" && key != "D" && key != "SD" && key != "JS";
     };
     std::string &text = m_copier.text();
     text += "<<";
-    m_copier.writeEntries(action, kept);
+    m_copier.writeEntries(action, Role::action, kept);
     pdf_obj *destination = m_source.raw(action, PDF_NAME(D));
     if (m_source.isName(m_source.get(action, PDF_NAME(S)), PDF_NAME(GoTo))) {
         text += "/D";
         write(destination);
     } else {
-        m_copier.writeEntry("D", destination);
+        m_copier.writeEntry("D", destination, Role::link);
     }
     writeNext(m_source.get(action, PDF_NAME(Next)), depth + 1);
     text += ">>";

@@ -107,7 +107,7 @@ void FormFields::writeWidgetEntries(pdf_obj *widget, int target)
         m_copier.text() += "/Parent ";
         m_copier.writer().appendReference(parent->second);
     }
-    m_copier.writeEntry("V", m_source.raw(widget, PDF_NAME(V)));
+    m_copier.writeEntry("V", m_source.raw(widget, PDF_NAME(V)), Role::unknown);
 }
 
 void FormFields::writeFields()
@@ -122,8 +122,8 @@ void FormFields::writeField(const Field &field)
     std::string &text = m_copier.text();
     m_copier.writer().beginObject(field.target);
     text += "<<";
-    m_copier.writeEntries(field.dictionary, isFieldKey);
-    m_copier.writeEntry("V", m_source.raw(field.dictionary, PDF_NAME(V)));
+    m_copier.writeEntries(field.dictionary, Role::field, isFieldKey);
+    m_copier.writeEntry("V", m_source.raw(field.dictionary, PDF_NAME(V)), Role::unknown);
     if (field.parent != 0) {
         text += "/Parent ";
         m_copier.writer().appendReference(field.parent);
@@ -214,12 +214,13 @@ void FormFields::writeDefaultResources(pdf_obj *form)
     if (m_source.isDictionary(fonts)) {
         text += "/Font<<";
         for (const std::string &name : namedFonts(form)) {
-            m_copier.writeEntry(name, pdf_dict_gets(m_source.context(), fonts, name.c_str()));
+            m_copier.writeEntry(name, pdf_dict_gets(m_source.context(), fonts, name.c_str()),
+                                Role::font);
         }
         text += ">>";
     }
-    m_copier.writeEntry("Encoding", m_source.raw(resources, PDF_NAME(Encoding)));
-    m_copier.writeEntry("ProcSet", m_source.raw(resources, PDF_NAME(ProcSet)));
+    m_copier.writeEntry("Encoding", m_source.raw(resources, PDF_NAME(Encoding)), Role::encodingMap);
+    m_copier.writeEntry("ProcSet", m_source.raw(resources, PDF_NAME(ProcSet)), Role::plain);
     text += ">>";
 }
 
