@@ -1,26 +1,59 @@
-# quorlin_add_test(NAME [GUI] [LABELS label...] [LIBRARIES library...] SOURCES file...)
-# One Qt test program, registered under its name. GUI programs get the forms' pictures and run on
-# the offscreen platform.
-function(quorlin_add_test name)
-    cmake_parse_arguments(arg "GUI" "" "LABELS;LIBRARIES;SOURCES" ${ARGN})
-    add_executable(${name} ${arg_SOURCES})
-    set_target_properties(${name} PROPERTIES AUTOMOC ON
-        RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
-    if(arg_GUI)
-        target_sources(${name} PRIVATE "${CMAKE_SOURCE_DIR}/resources/icon.qrc")
-        set_target_properties(${name} PROPERTIES AUTORCC ON)
-        target_link_libraries(${name} PRIVATE quorlin_gui)
+# quorlin_add_test_room(ROOM [WINDOW] TESTS name... [SOURCES file...] [LIBRARIES library...]
+#                       [NEEDS program...] [LABELS label...])
+# One program for the tests of a room: "ROOM_tests NAME" runs test_NAME.cpp, and ctest knows it as
+# "ROOM.NAME". WINDOW tests link the window's classes and their pictures, run on the offscreen
+# platform and stand in a program of their own, "ROOM_window_tests". SOURCES are what the tests share,
+# NEEDS the programs that they start.
+function(quorlin_add_test_room room)
+    cmake_parse_arguments(arg "WINDOW" "" "TESTS;SOURCES;LIBRARIES;NEEDS;LABELS" ${ARGN})
+    if(arg_WINDOW)
+        set(program "${room}_window_tests")
+        list(APPEND arg_LIBRARIES quorlin_window_room quorlin_test_support quorlin_icons)
         list(APPEND arg_LABELS gui)
     else()
+        set(program "${room}_tests")
+        list(APPEND arg_LIBRARIES quorlin_room)
         list(APPEND arg_LABELS unit)
     endif()
-    target_link_libraries(${name} PRIVATE quorlin_core Qt6::Test ${arg_LIBRARIES})
-    target_compile_definitions(${name} PRIVATE
+    add_executable(${program} ${arg_SOURCES})
+    set_target_properties(${program} PROPERTIES
+        RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
+    target_link_libraries(${program} PRIVATE quorlin_core ${arg_LIBRARIES})
+    target_include_directories(${program} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}")
+    target_compile_definitions(${program} PRIVATE
         QUORLIN_BIN_DIR="${CMAKE_BINARY_DIR}/bin"
         QUORLIN_CORPUS_DIR="${QUORLIN_CORPUS}")
-    add_test(NAME ${name} COMMAND ${name})
+    if(arg_NEEDS)
+        add_dependencies(${program} ${arg_NEEDS})
+    endif()
+    foreach(name ${arg_TESTS})
+        quorlin_add_test_source(${program} test_${name}.cpp)
+        quorlin_name_test(${room} ${name} ${program} "${arg_LABELS}")
+    endforeach()
+endfunction()
+
+# Adds FILE to PROGRAM and runs Qt's meta-object compiler on it: a rule of its own instead of
+# AUTOMOC, which would read every file of every program before each build.
+function(quorlin_add_test_source program file)
+    get_filename_component(name "${file}" NAME_WE)
+    set(moc "${CMAKE_CURRENT_BINARY_DIR}/${name}.moc")
+    qt_generate_moc("${file}" "${moc}" TARGET ${program})
+    set_property(SOURCE "${file}" APPEND PROPERTY OBJECT_DEPENDS "${moc}")
+    target_sources(${program} PRIVATE "${file}")
+endfunction()
+
+# Lets ctest run test NAME of PROGRAM.
+function(quorlin_name_test room name program labels)
+    add_test(NAME ${room}.${name} COMMAND ${program} ${name})
     # The limits end what hangs; under the sanitizers on a busy machine a batch takes minutes.
-    set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 1200
+    set_tests_properties(${room}.${name} PROPERTIES LABELS "${labels}" TIMEOUT 1200
         ENVIRONMENT
         "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QTEST_FUNCTION_TIMEOUT=1140000")
+endfunction()
+
+# Gives tests ("ROOM.NAME") of this folder one more label.
+function(quorlin_label label)
+    foreach(test ${ARGN})
+        set_property(TEST ${test} APPEND PROPERTY LABELS ${label})
+    endforeach()
 endfunction()

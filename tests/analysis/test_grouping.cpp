@@ -1,4 +1,5 @@
 #include "analysis/grouping.h"
+#include "tests/support/room.h"
 
 #include <QTest>
 
@@ -141,5 +142,5 @@ void TestGrouping::everyPageLandsInOneGroup()
     }
 }
 
-QTEST_APPLESS_MAIN(TestGrouping)
+QUORLIN_TEST(TestGrouping)
 #include "test_grouping.moc"

@@ -1,4 +1,5 @@
 #include "analysis/line_parser.h"
+#include "tests/support/room.h"
 
 #include <QTest>
 
@@ -169,5 +170,5 @@ void TestLineParser::linesWithinAPageFileAreTheSame()
     }
 }
 
-QTEST_APPLESS_MAIN(TestLineParser)
+QUORLIN_TEST(TestLineParser)
 #include "test_line_parser.moc"

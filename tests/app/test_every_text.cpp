@@ -4,6 +4,7 @@
 #include "options/opdialog.h"
 #include "rules/rules.h"
 #include "tests/support/modal_answer.h"
+#include "tests/support/room.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -238,5 +239,5 @@ void TestEveryText::theCollectorFindsEveryText()
     QCOMPARE(missed, QStringList());
 }
 
-QTEST_MAIN(TestEveryText)
+QUORLIN_TEST(TestEveryText)
 #include "test_every_text.moc"

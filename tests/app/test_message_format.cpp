@@ -1,4 +1,5 @@
 #include "app/message_log.h"
+#include "tests/support/room.h"
 
 #include <QTest>
 
@@ -39,5 +40,5 @@ void TestMessageFormat::formats()
     QTEST(quorlin::formattedMessage(QtMsgType(type), message), "line");
 }
 
-QTEST_APPLESS_MAIN(TestMessageFormat)
+QUORLIN_TEST(TestMessageFormat)
 #include "test_message_format.moc"

@@ -1,3 +1,4 @@
+#include "tests/support/room.h"
 #include "tests/support/text_files.h"
 
 #include <QDir>
@@ -220,5 +221,5 @@ void TestStartup::theProgramShowsItsWindowAndLogs()
     QVERIFY(process.waitForFinished());
 }
 
-QTEST_GUILESS_MAIN(TestStartup)
+QUORLIN_TEST(TestStartup)
 #include "test_startup.moc"

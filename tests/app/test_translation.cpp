@@ -1,6 +1,7 @@
 #include "app/translation.h"
 #include "mainwindow/process.h"
 #include "tests/support/modal_answer.h"
+#include "tests/support/room.h"
 
 #include <QDir>
 #include <QPushButton>
@@ -68,5 +69,5 @@ private:
     QTemporaryDir folder;
 };
 
-QTEST_MAIN(TestTranslation)
+QUORLIN_TEST(TestTranslation)
 #include "test_translation.moc"

@@ -1,4 +1,5 @@
 #include "runner_process.h"
+#include "tests/support/room.h"
 
 #include <QDir>
 #include <QFile>
@@ -93,5 +94,5 @@ void TestSamples::theRulesStandWhereTheItemsAre()
     }
 }
 
-QTEST_GUILESS_MAIN(TestSamples)
+QUORLIN_TEST(TestSamples)
 #include "test_samples.moc"

@@ -2,6 +2,7 @@
 #include "common/folders.h"
 #include "common/settings_text.h"
 #include "common/tool_commands.h"
+#include "tests/support/room.h"
 
 #include <QDir>
 #include <QFile>
@@ -135,5 +136,5 @@ void TestCommon::absentKeysGiveTheDefault()
     QVERIFY(!QFile::exists(path));
 }
 
-QTEST_GUILESS_MAIN(TestCommon)
+QUORLIN_TEST(TestCommon)
 #include "test_common.moc"

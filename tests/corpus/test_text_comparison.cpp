@@ -1,3 +1,4 @@
+#include "tests/support/room.h"
 #include "text_comparison.h"
 
 #include <QTest>
@@ -69,5 +70,5 @@ void TestTextComparison::referencesAreSpeltOutOnce()
     QCOMPARE(withoutReferences("&amp;lt;"), "&lt;");
 }
 
-QTEST_GUILESS_MAIN(TestTextComparison)
+QUORLIN_TEST(TestTextComparison)
 #include "test_text_comparison.moc"

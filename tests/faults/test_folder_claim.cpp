@@ -1,6 +1,7 @@
 #include "app/folder_claim.h"
 #include "app/window_folders.h"
 #include "common/folders.h"
+#include "tests/support/room.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -62,8 +63,11 @@ const char *nameOf(State state)
 }
 
 /// What this program does as a child.
-int hold(const QString &what, const QString &path)
+int hold(int argc, char **argv)
 {
+    const QCoreApplication application(argc, argv);
+    const QString what = QCoreApplication::arguments().value(2);
+    const QString path = QCoreApplication::arguments().value(3);
     FolderClaim claim;
     const State state =
         what == QLatin1String("file") ? claim.claimFile(path) : claim.claimFolder(path);
@@ -266,14 +270,6 @@ void TestFolderClaim::withoutATemporaryFolderTheWindowGoesOn()
     QVERIFY(!folders.hasPrivateTools());
 }
 
-int main(int argc, char **argv)
-{
-    QCoreApplication application(argc, argv);
-    const QStringList words = QCoreApplication::arguments();
-    if (words.size() == 4 && words.at(1) == QLatin1String("--hold")) {
-        return hold(words.at(2), words.at(3));
-    }
-    TestFolderClaim test;
-    return QTest::qExec(&test, argc, argv);
-}
+QUORLIN_TEST(TestFolderClaim)
+QUORLIN_ROLE("--hold", hold)
 #include "test_folder_claim.moc"

@@ -1,5 +1,6 @@
 #include "tests/faults/real_bench.h"
 #include "tests/faults/statements.h"
+#include "tests/support/room.h"
 
 #include <QDir>
 #include <QFile>
@@ -230,5 +231,5 @@ void TestNames::textsTooLongForANameKeepTheirPages()
     QVERIFY(bench.inputsAreUntouched());
 }
 
-QTEST_MAIN(TestNames)
+QUORLIN_TEST(TestNames)
 #include "test_names.moc"

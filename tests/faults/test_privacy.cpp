@@ -1,6 +1,7 @@
 #include "options/opdialog.h"
 #include "tests/faults/real_bench.h"
 #include "tests/options/opdialog_fixture.h"
+#include "tests/support/room.h"
 
 #include <QDir>
 #include <QFile>
@@ -129,5 +130,5 @@ void TestPrivacy::theRunnerTellsNobodyPageTexts()
     QVERIFY(bench.inputsAreUntouched());
 }
 
-QTEST_MAIN(TestPrivacy)
+QUORLIN_TEST(TestPrivacy)
 #include "test_privacy.moc"

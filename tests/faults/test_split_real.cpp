@@ -1,6 +1,7 @@
 #include "tests/faults/real_bench.h"
 #include "tests/faults/statements.h"
 #include "tests/support/process_state.h"
+#include "tests/support/room.h"
 
 #include <QDir>
 #include <QFile>
@@ -742,5 +743,5 @@ void TestSplitReal::closingTheWindowLeavesNoPartialFiles()
     QVERIFY(bench->folders.outputFiles().size() < 300);
 }
 
-QTEST_MAIN(TestSplitReal)
+QUORLIN_TEST(TestSplitReal)
 #include "test_split_real.moc"

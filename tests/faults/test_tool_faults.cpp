@@ -1,5 +1,7 @@
 #include "tests/faults/statements.h"
 #include "tests/support/fake_batch.h"
+#include "tests/support/room.h"
+#include "tests/support/signals.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -7,8 +9,6 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <csignal>
 
 #include <sys/mount.h>
 #include <sys/stat.h>
@@ -76,9 +76,7 @@ void interrupt(const QString &tool, const QStringList &arguments, int signal, in
     process.start(tool, arguments);
     process.waitForStarted();
     ::usleep(useconds_t(microseconds));
-    if (process.state() == QProcess::Running) {
-        ::kill(pid_t(process.processId()), signal);
-    }
+    sendSignal(process, signal);
     process.waitForFinished(60000);
 }
 
@@ -425,5 +423,5 @@ void TestToolFaults::messagesAreOneLineEach()
     }
 }
 
-QTEST_GUILESS_MAIN(TestToolFaults)
+QUORLIN_TEST(TestToolFaults)
 #include "test_tool_faults.moc"

@@ -1,4 +1,5 @@
 #include "tests/support/process_state.h"
+#include "tests/support/room.h"
 #include "tests/support/window_bench.h"
 
 #include <QAction>
@@ -499,5 +500,5 @@ void TestFileList::keyReleasesAreSwallowed()
     QVERIFY(event.isAccepted());
 }
 
-QTEST_MAIN(TestFileList)
+QUORLIN_TEST(TestFileList)
 #include "test_file_list.moc"

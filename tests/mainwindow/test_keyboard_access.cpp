@@ -2,6 +2,7 @@
 #include "mainwindow/process.h"
 #include "options/opdialog.h"
 #include "rules/rules.h"
+#include "tests/support/room.h"
 
 #include <QAccessible>
 #include <QComboBox>
@@ -213,5 +214,5 @@ private:
     QTemporaryDir folder;
 };
 
-QTEST_MAIN(TestKeyboardAccess)
+QUORLIN_TEST(TestKeyboardAccess)
 #include "test_keyboard_access.moc"

@@ -3,6 +3,7 @@
 #include "mainwindow/process.h"
 #include "options/opdialog.h"
 #include "rules/rules.h"
+#include "tests/support/room.h"
 
 #include <QApplication>
 #include <QDir>
@@ -398,5 +399,5 @@ void TestLook::aPathsTipIsThePathAsItStands()
         QStringLiteral("<span style=\"white-space:pre-wrap\">/a/&lt;b&gt;  &amp; c.pdf</span>"));
 }
 
-QTEST_MAIN(TestLook)
+QUORLIN_TEST(TestLook)
 #include "test_look.moc"

@@ -1,4 +1,5 @@
 #include "tests/support/process_state.h"
+#include "tests/support/room.h"
 #include "tests/support/window_bench.h"
 
 #include <QAction>
@@ -540,5 +541,5 @@ void TestMainWindow::everySlotCanBeInvokedByName()
     QCOMPARE(bench.table()->rowCount(), 0);
 }
 
-QTEST_MAIN(TestMainWindow)
+QUORLIN_TEST(TestMainWindow)
 #include "test_main_window.moc"

@@ -1,4 +1,5 @@
 #include "mainwindow/progress_pane.h"
+#include "tests/support/room.h"
 
 #include <QElapsedTimer>
 #include <QScrollBar>
@@ -127,5 +128,5 @@ void TestProgressPane::aLineCostsTheSameAtAnyLength()
     QVERIFY(lines.last().endsWith(QLatin1String("/19999 text.pdf")));
 }
 
-QTEST_MAIN(TestProgressPane)
+QUORLIN_TEST(TestProgressPane)
 #include "test_progress_pane.moc"

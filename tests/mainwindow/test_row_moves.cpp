@@ -1,4 +1,5 @@
 #include "mainwindow/row_moves.h"
+#include "tests/support/room.h"
 
 #include <QTest>
 
@@ -129,5 +130,5 @@ void TestRowMoves::everyExchangeStaysInTheTable()
     }
 }
 
-QTEST_APPLESS_MAIN(TestRowMoves)
+QUORLIN_TEST(TestRowMoves)
 #include "test_row_moves.moc"

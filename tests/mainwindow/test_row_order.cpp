@@ -1,3 +1,4 @@
+#include "tests/support/room.h"
 #include "tests/support/window_bench.h"
 
 #include <QHeaderView>
@@ -378,5 +379,5 @@ void TestRowOrder::sortingWorksAfterwards()
     QVERIFY(rowsAreWhole(bench, files));
 }
 
-QTEST_MAIN(TestRowOrder)
+QUORLIN_TEST(TestRowOrder)
 #include "test_row_order.moc"

@@ -1,4 +1,5 @@
 #include "mainwindow/size_text.h"
+#include "tests/support/room.h"
 
 #include <QTest>
 
@@ -50,5 +51,5 @@ void TestSizeText::thePointIsAPointInEveryLocale()
     }
 }
 
-QTEST_APPLESS_MAIN(TestSizeText)
+QUORLIN_TEST(TestSizeText)
 #include "test_size_text.moc"

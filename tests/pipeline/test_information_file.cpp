@@ -1,4 +1,5 @@
 #include "pipeline/information_file.h"
+#include "tests/support/room.h"
 
 #include <QTest>
 
@@ -56,5 +57,5 @@ void TestInformationFile::digits()
     QTEST(quorlin::pageCountDigits(information), "digits");
 }
 
-QTEST_APPLESS_MAIN(TestInformationFile)
+QUORLIN_TEST(TestInformationFile)
 #include "test_information_file.moc"

@@ -1,4 +1,5 @@
 #include "pipeline/output_path.h"
+#include "tests/support/room.h"
 
 #include <QTest>
 
@@ -77,5 +78,5 @@ void TestOutputPath::baseNames()
     QTEST(quorlin::inputBaseName(input), "base");
 }
 
-QTEST_APPLESS_MAIN(TestOutputPath)
+QUORLIN_TEST(TestOutputPath)
 #include "test_output_path.moc"

@@ -1,4 +1,5 @@
 #include "tests/support/process_state.h"
+#include "tests/support/room.h"
 #include "tests/support/window_bench.h"
 
 #include <QDir>
@@ -209,5 +210,5 @@ void TestPageCount::removedRowsAreNotWritten()
     QCOMPARE(bench.table()->rowCount(), 0);
 }
 
-QTEST_MAIN(TestPageCount)
+QUORLIN_TEST(TestPageCount)
 #include "test_page_count.moc"

@@ -1,4 +1,5 @@
 #include "pipeline/page_file.h"
+#include "tests/support/room.h"
 
 #include <QTest>
 
@@ -52,5 +53,5 @@ void TestPageFile::charactersOfAddressesStandForThemselves()
     QVERIFY(quorlin::pageFileUrl(path).fragment().isEmpty());
 }
 
-QTEST_APPLESS_MAIN(TestPageFile)
+QUORLIN_TEST(TestPageFile)
 #include "test_page_file.moc"

@@ -1,4 +1,5 @@
 #include "tests/support/process_state.h"
+#include "tests/support/room.h"
 #include "tests/support/window_bench.h"
 
 #include <QComboBox>
@@ -545,5 +546,5 @@ void TestSplit::theWindowAnswersDuringTheAnalysis()
     QCOMPARE(bench.folders.outputFiles(), QStringList({QStringLiteral("a/1 A a 1-1000.pdf")}));
 }
 
-QTEST_MAIN(TestSplit)
+QUORLIN_TEST(TestSplit)
 #include "test_split.moc"

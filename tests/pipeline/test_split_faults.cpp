@@ -1,4 +1,5 @@
 #include "tests/support/process_state.h"
+#include "tests/support/room.h"
 #include "tests/support/window_bench.h"
 
 #include <QDir>
@@ -358,5 +359,5 @@ void TestSplitFaults::aTextBeyondTheNameLimitFailsOnlyItsOwnOutput()
     QCOMPARE(bench.cell(0, 3), QStringLiteral("Succeed"));
 }
 
-QTEST_MAIN(TestSplitFaults)
+QUORLIN_TEST(TestSplitFaults)
 #include "test_split_faults.moc"

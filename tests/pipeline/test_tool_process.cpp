@@ -1,4 +1,5 @@
 #include "pipeline/tool_process.h"
+#include "tests/support/room.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -81,5 +82,5 @@ void TestToolProcess::aDeafProcessIsKilled()
     QCOMPARE(::kill(pid_t(id), 0), -1);
 }
 
-QTEST_GUILESS_MAIN(TestToolProcess)
+QUORLIN_TEST(TestToolProcess)
 #include "test_tool_process.moc"

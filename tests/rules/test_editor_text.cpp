@@ -1,4 +1,5 @@
 #include "rules/editor_text.h"
+#include "tests/support/room.h"
 
 #include <QTest>
 
@@ -87,5 +88,5 @@ void TestEditorText::pageButtonsFollowThePage()
     QCOMPARE(nextPage(page, count).value_or(0), next);
 }
 
-QTEST_APPLESS_MAIN(TestEditorText)
+QUORLIN_TEST(TestEditorText)
 #include "test_editor_text.moc"

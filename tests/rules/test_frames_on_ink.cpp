@@ -1,6 +1,7 @@
 #include "editor_scene.h"
 
 #include "analysis/line_parser.h"
+#include "tests/support/room.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -278,5 +279,5 @@ void TestFramesOnInk::fieldLiesWhereItWasPlaced()
     QCOMPARE(std::count_if(frames.begin(), frames.end(), placed), 1);
 }
 
-QTEST_MAIN(TestFramesOnInk)
+QUORLIN_TEST(TestFramesOnInk)
 #include "test_frames_on_ink.moc"

@@ -1,6 +1,7 @@
 #include "rules/mywebview.h"
+#include "tests/support/room.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QTest>
 #include <QWheelEvent>
 #include <QtTest/qtestspontaneevent.h>
@@ -64,13 +65,8 @@ void TestMyWebview::settingTheZoomFactorChangesNothing()
     QCOMPARE(view.QWebEngineView::zoomFactor(), 1.0);
 }
 
-int main(int argc, char *argv[])
-{
-    // The page is drawn by a process of its own, whose sandbox needs rights that tests may lack.
-    qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
-    QApplication application(argc, argv);
-    TestMyWebview test;
-    return QTest::qExec(&test, argc, argv);
-}
+// The page is drawn by a process of its own, whose sandbox needs rights that tests may lack.
+[[maybe_unused]] static const bool sandboxIsOff = qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
 
+QUORLIN_TEST(TestMyWebview)
 #include "test_mywebview.moc"

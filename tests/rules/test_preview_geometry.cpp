@@ -1,4 +1,5 @@
 #include "rules/preview_geometry.h"
+#include "tests/support/room.h"
 
 #include <QTest>
 
@@ -182,5 +183,5 @@ void TestPreviewGeometry::confirmingButtonStandsRightOfTheFrame()
     QCOMPARE(confirmGeometry(QRect()), QRect(0, 0, 141, 28));
 }
 
-QTEST_APPLESS_MAIN(TestPreviewGeometry)
+QUORLIN_TEST(TestPreviewGeometry)
 #include "test_preview_geometry.moc"

@@ -2,6 +2,7 @@
 
 #include "mainwindow/process.h"
 #include "rules/rule_store.h"
+#include "tests/support/room.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -233,5 +234,5 @@ void TestRuleChoice::openingDuringAnOpenEditorIsHarmless()
     QCOMPARE(ruleBox()->count(), 3);
 }
 
-QTEST_MAIN(TestRuleChoice)
+QUORLIN_TEST(TestRuleChoice)
 #include "test_rule_choice.moc"

@@ -1,4 +1,5 @@
 #include "editor_scene.h"
+#include "tests/support/room.h"
 
 #include <QCursor>
 #include <QElapsedTimer>
@@ -365,5 +366,5 @@ void TestRuleEditorFaults::brokenPageFilesAreHarmless()
     scene.clickPicture(QPoint(10, 10));
 }
 
-QTEST_MAIN(TestRuleEditorFaults)
+QUORLIN_TEST(TestRuleEditorFaults)
 #include "test_rule_editor_faults.moc"

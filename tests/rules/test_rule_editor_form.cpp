@@ -1,4 +1,5 @@
 #include "editor_scene.h"
+#include "tests/support/room.h"
 
 #include <QDialog>
 #include <QFrame>
@@ -175,5 +176,5 @@ void TestRuleEditorForm::returnNeverReachesAToolButton()
     QVERIFY(scene.button("pushButton_save")->autoDefault());
 }
 
-QTEST_MAIN(TestRuleEditorForm)
+QUORLIN_TEST(TestRuleEditorForm)
 #include "test_rule_editor_form.moc"

@@ -1,4 +1,5 @@
 #include "editor_scene.h"
+#include "tests/support/room.h"
 
 #include <QCursor>
 #include <QFrame>
@@ -341,5 +342,5 @@ void TestRuleEditorPicking::unusedSlotsChangeNothing()
     QCOMPARE(scene.frames().size(), 2);
 }
 
-QTEST_MAIN(TestRuleEditorPicking)
+QUORLIN_TEST(TestRuleEditorPicking)
 #include "test_rule_editor_picking.moc"

@@ -1,4 +1,5 @@
 #include "editor_scene.h"
+#include "tests/support/room.h"
 
 #include <QCursor>
 #include <QDir>
@@ -469,5 +470,5 @@ void TestRuleEditorPreview::scratchFolderMayHoldAnyCharacter()
     QCOMPARE(scene.pictureSize(), sheet);
 }
 
-QTEST_MAIN(TestRuleEditorPreview)
+QUORLIN_TEST(TestRuleEditorPreview)
 #include "test_rule_editor_preview.moc"

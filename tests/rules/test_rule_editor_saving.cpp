@@ -2,6 +2,7 @@
 
 #include "rules/rule_store.h"
 #include "tests/support/modal_answer.h"
+#include "tests/support/room.h"
 
 #include <QMessageBox>
 #include <QSignalSpy>
@@ -193,5 +194,5 @@ void TestRuleEditorSaving::fieldsStayOnUntilThereAreNoPages()
     QVERIFY(!scene.field("lineEdit_rulebefore")->isEnabled());
 }
 
-QTEST_MAIN(TestRuleEditorSaving)
+QUORLIN_TEST(TestRuleEditorSaving)
 #include "test_rule_editor_saving.moc"

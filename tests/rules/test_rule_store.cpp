@@ -1,6 +1,7 @@
 #include "rules/rule_store.h"
 
 #include "common/settings_text.h"
+#include "tests/support/room.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -75,6 +76,16 @@ QJsonObject describe(const QString &name)
             {"width", rule.width},
             {"height", rule.height},
             {"text", rule.text}};
+}
+
+/// What this program does as a child.
+int describeToParent(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    const QJsonObject rule = describe(QCoreApplication::arguments().value(2));
+    const QByteArray json = QJsonDocument(rule).toJson();
+    std::fwrite(json.constData(), 1, size_t(json.size()), stdout);
+    return 0;
 }
 
 Subtext ruleOf(const QJsonObject &object)
@@ -299,17 +310,7 @@ void TestRuleStore::namesAreListedInTheOrderOfTheirCodePoints()
     QCOMPARE(ruleNames(), (QStringList{"10", "A", "Z", "a", "b", QString::fromUtf8("\u00e9")}));
 }
 
-int main(int argc, char *argv[])
-{
-    QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() == 3 && arguments.at(1) == QLatin1String("--read-rule")) {
-        const QByteArray json = QJsonDocument(describe(arguments.at(2))).toJson();
-        std::fwrite(json.constData(), 1, size_t(json.size()), stdout);
-        return 0;
-    }
-    TestRuleStore test;
-    return QTest::qExec(&test, argc, argv);
-}
+QUORLIN_TEST(TestRuleStore)
+QUORLIN_ROLE("--read-rule", describeToParent)
 
 #include "test_rule_store.moc"

@@ -3,6 +3,7 @@
 #include "analysis/line_parser.h"
 #include "mainwindow/process.h"
 #include "rules/rule_store.h"
+#include "tests/support/room.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -208,5 +209,5 @@ void TestRuleToSplit::ruleMadeOnADocumentSplitsIt()
     }
 }
 
-QTEST_MAIN(TestRuleToSplit)
+QUORLIN_TEST(TestRuleToSplit)
 #include "test_rule_to_split.moc"

@@ -221,7 +221,7 @@ std::size_t ExportJob::workerCount() const
     const std::size_t processors = std::max(1U, std::thread::hardware_concurrency());
     const std::size_t useful =
         std::max<std::size_t>(1, static_cast<std::size_t>(m_count) / pagesPerWorker);
-    return std::min({processors, useful, mostWorkers});
+    return std::min({m_options.mostThreads.value_or(processors), useful, mostWorkers});
 }
 
 ExportJob::Step ExportJob::work(Worker &worker, PageReader &reader)

@@ -14,20 +14,30 @@ namespace {
 
 using Action = ExportOptions::Action;
 
-long long takePageNumber(ArgumentReader &arguments, std::string_view option)
+/// Takes the number behind @p option; @p kind says what it counts.
+long long takeNumber(ArgumentReader &arguments, std::string_view option, const std::string &kind)
 {
     if (arguments.atEnd()) {
-        arguments.fail(std::string(option) + " needs a page number");
+        arguments.fail(std::string(option) + " needs a " + kind);
     }
     const std::string_view text = arguments.take();
     long long number = 0;
     const char *const end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, number);
     if (stop != end || text.empty() || error == std::errc::invalid_argument) {
-        arguments.fail(std::string(option) + " needs a page number, not \"" + std::string(text) +
+        arguments.fail(std::string(option) + " needs a " + kind + ", not \"" + std::string(text) +
                        '"');
     }
     return error == std::errc::result_out_of_range ? std::numeric_limits<long long>::max() : number;
+}
+
+std::size_t takeThreadCount(ArgumentReader &arguments, std::string_view option)
+{
+    const long long number = takeNumber(arguments, option, "number of threads");
+    if (number < 1) {
+        arguments.fail(std::string(option) + " needs at least one thread");
+    }
+    return static_cast<std::size_t>(number);
 }
 
 /// What the options say, and the files that stand between them.
@@ -47,9 +57,11 @@ bool takeOption(ArgumentReader &arguments, std::string_view option, Taken &taken
     } else if (option == "-items") {
         taken.hasItems = true;
     } else if (option == "-f") {
-        taken.options.firstPage = takePageNumber(arguments, option);
+        taken.options.firstPage = takeNumber(arguments, option, "page number");
     } else if (option == "-l") {
-        taken.options.lastPage = takePageNumber(arguments, option);
+        taken.options.lastPage = takeNumber(arguments, option, "page number");
+    } else if (option == "-threads") {
+        taken.options.mostThreads = takeThreadCount(arguments, option);
     } else if (option == "--help" || option == "-h") {
         taken.options.action = Action::showHelp;
         return true;
@@ -109,7 +121,7 @@ ExportOptions parseExportOptions(int argc, const char *const *argv)
 std::string exportHelp()
 {
     return R"(Usage: pagexport -htmlformat [-f FIRST] [-l LAST] [--] INPUT.pdf FOLDER/NAME.xml
-       pagexport -items [-f FIRST] [-l LAST] [--] INPUT.pdf
+       pagexport -items [-f FIRST] [-l LAST] [-threads N] [--] INPUT.pdf
 
 With -htmlformat it writes the text items of a PDF's pages, with their positions, into FOLDER:
   NAME_pg_0001.htm ...  one file per exported page, numbered from 0001
@@ -126,6 +138,7 @@ with tabs between the fields:
   -items       write to standard output
   -f FIRST     first page to export (1 when left out)
   -l LAST      last page to export (the last one when left out)
+  -threads N   read the pages with N threads at most (one per processor when left out)
   --           what follows are files, even if they begin with "-"
   --help       print this text
   --version    print the version

@@ -2,6 +2,7 @@
 
 #include "tools/common/input_file.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -17,7 +18,8 @@ struct ExportOptions
     std::string output;                 ///< of exportPages: the index; page files lie beside it
     std::optional<long long> firstPage; ///< 1-based, as given
     std::optional<long long> lastPage;
-    std::optional<FileIdentity> identity; ///< that the input must have
+    std::optional<std::size_t> mostThreads; ///< at least 1; one per processor when left out
+    std::optional<FileIdentity> identity;   ///< that the input must have
 
     /// Page bounds given to an export ask for the pages' pictures, too.
     bool wantsPictures() const noexcept

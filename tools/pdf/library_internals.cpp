@@ -21,6 +21,56 @@ void adoptObject(fz_context *context, pdf_document *document, int number, pdf_ob
     entry->obj = pdf_keep_obj(context, object);
 }
 
+pdf_obj *loadWithoutRepair(fz_context *context, pdf_document *document, int number)
+{
+    if (number >= pdf_xref_len(context, document)) {
+        return nullptr;
+    }
+    const pdf_xref_entry *const entry = pdf_get_xref_entry_no_null(context, document, number);
+    if (entry->obj != nullptr) {
+        return entry->obj;
+    }
+    const pdf_xref_entry before = *entry;
+    const int repairs = document->repair_attempted;
+    pdf_obj *object = nullptr;
+    fz_var(object);
+    document->repair_attempted = 1;
+    fz_try(context)
+    {
+        object = pdf_cache_object(context, document, number)->obj;
+    }
+    fz_always(context)
+    {
+        document->repair_attempted = repairs;
+    }
+    fz_catch(context)
+    {
+        if (fz_caught(context) == FZ_ERROR_MEMORY) {
+            fz_rethrow(context);
+        }
+        object = nullptr;
+    }
+    if (object == nullptr) {
+        // The library forgets where an object should be when it finds another one there.
+        pdf_xref_entry *const after = pdf_get_xref_entry_no_null(context, document, number);
+        pdf_drop_obj(context, after->obj);
+        *after = before;
+    }
+    return object;
+}
+
+void adoptMended(fz_context *context, pdf_document *document, int number, pdf_obj *object,
+                 std::size_t stream)
+{
+    pdf_xref_entry *const entry = pdf_get_xref_entry(context, document, number);
+    entry->stm_ofs = stream == 0 ? 0 : entry->ofs + static_cast<std::int64_t>(stream);
+    entry->obj = object;
+    pdf_set_obj_parent(context, object, number);
+    if (document->crypt != nullptr) {
+        pdf_crypt_obj(context, document->crypt, object, number, entry->gen);
+    }
+}
+
 // The library looks a page up by its number through this map when it is there, and else through
 // every page before it; and so for each link on the page. One entry, the page wanted, is enough.
 pdf_page *loadPageObject(fz_context *context, pdf_document *document, int number)
@@ -102,6 +152,16 @@ void adoptTable(fz_context *context, pdf_document *, pdf_xref_entry *, int, pdf_
 }
 
 void adoptObject(fz_context *context, pdf_document *, int, pdf_obj *)
+{
+    fz_throw(context, FZ_ERROR_GENERIC, "this version of the library reads its objects itself");
+}
+
+pdf_obj *loadWithoutRepair(fz_context *context, pdf_document *, int)
+{
+    fz_throw(context, FZ_ERROR_GENERIC, "this version of the library reads its objects itself");
+}
+
+void adoptMended(fz_context *context, pdf_document *, int, pdf_obj *, std::size_t)
 {
     fz_throw(context, FZ_ERROR_GENERIC, "this version of the library reads its objects itself");
 }

@@ -3,6 +3,7 @@
 #include <mupdf/fitz.h>
 #include <mupdf/pdf.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -28,6 +29,17 @@ void adoptTable(fz_context *context, pdf_document *document, pdf_xref_entry *ent
 /// Puts @p object into @p document as object @p number, which has not been loaded yet. Only where
 /// knowsLibrary. @throws the library's error
 void adoptObject(fz_context *context, pdf_document *document, int number, pdf_obj *object);
+
+/// Object @p number, loaded without the repair of the whole table that the library would begin for
+/// one object that it cannot read; null for such an object. Only where knowsLibrary.
+/// @throws the library's error
+pdf_obj *loadWithoutRepair(fz_context *context, pdf_document *document, int number);
+
+/// Gives @p document an object in place of @p number, which it could not read; takes it over.
+/// @param stream where the data of a stream begins, from the object's place on; 0: no stream
+/// Only where knowsLibrary. @throws the library's error
+void adoptMended(fz_context *context, pdf_document *document, int number, pdf_obj *object,
+                 std::size_t stream);
 
 /// Loads the page whose dictionary is the object @p number, without a walk through the page tree.
 /// Links on it that lead to other pages are not resolved. Only where knowsLibrary.

@@ -2,6 +2,7 @@
 
 #include "tools/common/report.h"
 
+#include <cstring>
 #include <new>
 #include <string>
 
@@ -10,6 +11,7 @@ namespace tools {
 namespace {
 
 constexpr int maximumWarnings = 5;
+constexpr const char *wrongLength = "PDF stream Length incorrect";
 
 } // namespace
 
@@ -28,10 +30,18 @@ PdfContext::~PdfContext()
     fz_drop_context(m_context);
 }
 
+int PdfContext::complaints()
+{
+    // A warning like the one before is held back until another one comes.
+    fz_flush_warnings(m_context);
+    return m_complaints;
+}
+
 void PdfContext::printWarning(void *user, const char *message)
 {
     auto *self = static_cast<PdfContext *>(user);
     ++self->m_warnings;
+    self->m_complaints += std::strcmp(message, wrongLength) == 0 ? 0 : 1;
     if (self->m_warnings <= maximumWarnings) {
         reportLine(self->m_tool, "", std::string("warning: ") + message);
     } else if (self->m_warnings == maximumWarnings + 1) {

@@ -18,12 +18,18 @@ public:
 
     fz_context *get() const noexcept { return m_context; }
 
+    /// How often the library has complained about what it read, not counting wrong lengths of
+    /// streams, which cost nothing. Every complaint counts, the same one over and over too, if this
+    /// is asked in between.
+    int complaints();
+
 private:
     static void printWarning(void *user, const char *message);
 
     fz_context *m_context = nullptr;
     const char *m_tool;
     int m_warnings = 0;
+    int m_complaints = 0;
 };
 
 } // namespace tools

@@ -1,7 +1,9 @@
 #include "tools/pdf/pdf_source.h"
 
+#include "tools/pdf/object_mender.h"
 #include "tools/pdf/quiet_library.h"
 
+#include <algorithm>
 #include <new>
 
 namespace tools {
@@ -10,6 +12,14 @@ namespace {
 
 constexpr int longestReferenceChain = 10;
 constexpr std::size_t largestPiece = 65536;
+constexpr std::size_t longestMended = std::size_t{1} << 18U;
+
+bool isInPageTree(const PageList &list, int number)
+{
+    const auto isIt = [number](const auto &entry) { return entry.number == number; };
+    return std::any_of(list.pages.begin(), list.pages.end(), isIt) ||
+           std::any_of(list.nodes.begin(), list.nodes.end(), isIt);
+}
 
 } // namespace
 
@@ -40,11 +50,82 @@ bool PdfSource::run(void (*call)(void *), void *argument)
 
 pdf_obj *PdfSource::load(int number)
 {
-    pdf_obj *loaded = nullptr;
-    const bool isLoaded = number > 0 && attempt([this, number, &loaded] {
-                              loaded = pdf_cache_object(m_context, m_document, number)->obj;
-                          });
-    return isLoaded ? loaded : nullptr;
+    if (number <= 0) {
+        return nullptr;
+    }
+    if constexpr (knowsLibrary) {
+        // One object that breaks the syntax is no reason to distrust the whole table, from which a
+        // repair may take it away that finds other things within streams.
+        if (pdf_obj *object = loadUnrepaired(number)) {
+            return object;
+        }
+        if (!m_odd.insert(number).second) {
+            return nullptr;
+        }
+        const MendedObject mended = mendObject(sourceOf(number), number);
+        if (mended.isThere) {
+            return mended.text.empty() ? nullptr : adopt(number, mended);
+        }
+    }
+    pdf_obj *object = nullptr;
+    attempt(
+        [this, number, &object] { object = pdf_cache_object(m_context, m_document, number)->obj; });
+    return object;
+}
+
+pdf_obj *PdfSource::loadUnrepaired(int number)
+{
+    pdf_obj *object = nullptr;
+    attempt([this, number, &object] { object = loadWithoutRepair(m_context, m_document, number); });
+    return object;
+}
+
+pdf_obj *PdfSource::adopt(int number, const MendedObject &mended)
+{
+    pdf_obj *object = nullptr;
+    attempt([this, number, &mended, &object] {
+        fz_stream *stream = nullptr;
+        pdf_lexbuf buffer;
+        fz_var(stream);
+        pdf_lexbuf_init(m_context, &buffer, PDF_LEXBUF_SMALL);
+        fz_try(m_context)
+        {
+            stream = fz_open_memory(m_context,
+                                    reinterpret_cast<const unsigned char *>(mended.text.data()),
+                                    mended.text.size());
+            object = pdf_parse_stm_obj(m_context, m_document, stream, &buffer);
+            adoptMended(m_context, m_document, number, object, mended.stream);
+        }
+        fz_always(m_context)
+        {
+            pdf_lexbuf_fin(m_context, &buffer);
+            fz_drop_stream(m_context, stream);
+        }
+        fz_catch(m_context)
+        {
+            object = nullptr;
+            fz_rethrow(m_context);
+        }
+    });
+    return object;
+}
+
+std::string PdfSource::sourceOf(int number)
+{
+    const ObjectPlace place = placesOf({number}).front();
+    if (place.kind != ObjectPlace::Kind::inFile) {
+        return {};
+    }
+    std::string source(longestMended, '\0');
+    std::size_t length = 0;
+    attempt([this, &place, &source, &length] {
+        fz_stream *const file = fileOf(m_document);
+        fz_seek(m_context, file, place.offset, SEEK_SET);
+        length = fz_read(m_context, file, reinterpret_cast<unsigned char *>(source.data()),
+                         source.size());
+    });
+    source.resize(length);
+    return source;
 }
 
 pdf_obj *PdfSource::resolve(pdf_obj *object)
@@ -161,9 +242,30 @@ void PdfSource::adoptNode(int number, const std::string &text)
 {
     if (knowsLibrary && m_file.isQuick() && !m_wasRepaired) {
         const QuietLibrary quiet(m_context);
-        static_cast<void>(
-            attempt([this, number, &text] { parseNode(m_context, m_document, number, text); }));
+        if (attempt([this, number, &text] { parseNode(m_context, m_document, number, text); })) {
+            // Forgotten it would be loaded again, with its list.
+            hold(load(number));
+        }
     }
+}
+
+void PdfSource::dropUnused()
+{
+    attempt([this] { pdf_clear_xref(m_context, m_document); });
+}
+
+bool PdfSource::listsKid(pdf_obj *node, int number)
+{
+    pdf_obj *list = isDictionary(node) ? get(node, PDF_NAME(Kids)) : nullptr;
+    const int length = pdf_array_len(m_context, list);
+    for (int i = 0; i < length; ++i) {
+        if (directNumber(pdf_array_get(m_context, list, i)) == number) {
+            return true;
+        }
+    }
+    // The list of a node of the page tree may have been read without the library.
+    return list != nullptr && length == 0 && m_file.pages() != nullptr &&
+           isInPageTree(*m_file.pages(), number);
 }
 
 bool PdfSource::isDictionary(pdf_obj *resolved) const
@@ -209,28 +311,33 @@ int PdfSource::integer(pdf_obj *resolved) const
 
 bool PdfSource::isStream(int number)
 {
+    if (load(number) == nullptr) {
+        return false;
+    }
     bool stream = false;
     attempt([this, number, &stream] {
-        const pdf_xref_entry *entry = pdf_cache_object(m_context, m_document, number);
+        const pdf_xref_entry *entry = pdf_get_xref_entry_no_null(m_context, m_document, number);
         stream = entry->stm_ofs != 0 || entry->stm_buf != nullptr;
     });
     return stream;
 }
 
-bool PdfSource::readStream(int number, bool decoded,
-                           const std::function<bool(const unsigned char *, std::size_t)> &take)
+StreamEnd PdfSource::readStream(int number, bool decoded,
+                                const std::function<bool(const unsigned char *, std::size_t)> &take)
 {
     struct StreamCloser
     {
         fz_context *context;
         void operator()(fz_stream *stream) const { fz_drop_stream(context, stream); }
     };
+    const int complaints = m_file.complaints();
     fz_stream *opened = nullptr;
     if (!attempt([this, number, decoded, &opened] {
             opened = decoded ? pdf_open_stream_number(m_context, m_document, number)
                              : pdf_open_raw_stream_number(m_context, m_document, number);
-        })) {
-        return false;
+        }) ||
+        opened == nullptr) {
+        return StreamEnd::failed;
     }
     const std::unique_ptr<fz_stream, StreamCloser> stream(opened, StreamCloser{m_context});
     for (;;) {
@@ -238,15 +345,17 @@ bool PdfSource::readStream(int number, bool decoded,
         if (!attempt([this, opened, &length] {
                 length = fz_available(m_context, opened, largestPiece);
             })) {
-            return false;
+            return StreamEnd::damaged;
         }
         if (length == 0) {
-            return true;
+            // A failure of one filter is a mere end to the next, after a warning.
+            const bool isWhole = opened->error == 0 && m_file.complaints() == complaints;
+            return isWhole ? StreamEnd::whole : StreamEnd::damaged;
         }
         const unsigned char *piece = opened->rp;
         opened->rp += length;
         if (!take(piece, length)) {
-            return true;
+            return StreamEnd::whole;
         }
     }
 }

@@ -1,14 +1,18 @@
 #pragma once
 
+#include "tools/pdf/kept_object.h"
 #include "tools/pdf/library_internals.h"
 #include "tools/pdf/source_file.h"
 
 #include <functional>
 #include <memory>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace tools {
+
+struct MendedObject;
 
 /// Thrown when the library had to rebuild the cross-reference table while objects were being read:
 /// whatever was read so far may be stale, the work starts again.
@@ -16,9 +20,19 @@ struct FileRepaired
 {
 };
 
+/// How the reading of a stream ended.
+enum class StreamEnd {
+    whole,   ///< as it should, or because nobody wanted more
+    damaged, ///< something is wrong with the data: more of it may be missing than the end
+    failed   ///< it cannot be opened
+};
+
 /// Reading access to a document. Every call of the library that can fail is made here and ends in a
 /// null object, a false or a C++ exception, so that no jump of the library ever passes a caller's
-/// frame. Objects that are handed out belong to the document and live as long as it does.
+/// frame. Objects that are handed out belong to the document and live as long as it does, or until
+/// dropUnused() unless they are kept.
+///
+/// An object whose syntax the library refuses is read the way tolerant readers do.
 ///
 /// Callers resolve references only through this class; the library's own accessors are then safe on
 /// what it returns, because they fail on nothing but references.
@@ -41,6 +55,10 @@ public:
     /// loaded. @throws FileRepaired, std::bad_alloc
     pdf_obj *resolve(pdf_obj *object);
 
+    /// Object @p number as it stands, a reference perhaps; null when it cannot be loaded.
+    /// @throws FileRepaired, std::bad_alloc
+    pdf_obj *load(int number);
+
     /// The resolved value of @p key, null where @p dictionary (or what it refers to) has none.
     pdf_obj *get(pdf_obj *dictionary, pdf_obj *key);
     pdf_obj *get(pdf_obj *dictionary, const char *key);
@@ -60,6 +78,15 @@ public:
     {
         return tools::placesOf(m_context, m_document, numbers);
     }
+
+    /// Keeps an object for as long as this source lives.
+    void hold(pdf_obj *object) { m_held.emplace_back(m_context, object); }
+    /// Lets the document forget the objects it has read that nobody keeps. It reads them again when
+    /// they are asked for.
+    void dropUnused();
+    /// Whether object @p number is one of the children of @p node, of a page tree or any other with
+    /// /Kids.
+    bool listsKid(pdf_obj *node, int number);
 
     bool isDictionary(pdf_obj *resolved) const;
     bool isArray(pdf_obj *resolved) const;
@@ -88,9 +115,9 @@ public:
     /// Hands the bytes of stream @p number over in pieces, until @p take returns false.
     /// @param decoded whether its filters are undone; if not, the bytes are as they stand in the
     ///     file, but decrypted
-    /// @returns false when reading failed on the way; the pieces before that have been handed over
-    bool readStream(int number, bool decoded,
-                    const std::function<bool(const unsigned char *, std::size_t)> &take);
+    /// @returns how reading ended; the pieces before that have been handed over
+    StreamEnd readStream(int number, bool decoded,
+                         const std::function<bool(const unsigned char *, std::size_t)> &take);
 
     /// A text string as UTF-8; empty for anything else.
     std::string text(pdf_obj *string);
@@ -108,13 +135,17 @@ public:
     }
 
 private:
-    pdf_obj *load(int number);
+    pdf_obj *loadUnrepaired(int number);
+    pdf_obj *adopt(int number, const MendedObject &mended);
+    std::string sourceOf(int number);
     bool run(void (*call)(void *), void *argument);
 
     SourceFile &m_file;
     fz_context *m_context;
     pdf_document *m_document;
+    std::vector<KeptObject> m_held;
     bool m_wasRepaired;
+    std::unordered_set<int> m_odd; ///< objects that the library has refused
 };
 
 /// Does @p work, and once more when the library has had to repair @p file on the way.

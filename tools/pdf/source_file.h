@@ -44,6 +44,9 @@ public:
     const std::string &path() const noexcept { return m_input.path(); }
     const InputFile &input() const noexcept { return m_input; }
 
+    /// How often the library has complained about the file so far, see PdfContext::complaints().
+    int complaints() const { return m_context.complaints(); }
+
     /// Has the library rebuild the table from the objects that it finds in the file, which is
     /// opened anew for that: what was taken from the document is gone.
     /// @returns false, and nothing has happened, when that has been done before

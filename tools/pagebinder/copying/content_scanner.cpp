@@ -8,7 +8,7 @@ namespace tools {
 namespace {
 
 constexpr std::size_t mostOperands = 64;
-constexpr std::size_t longestToken = 512;
+constexpr std::size_t longestToken = 65536;
 
 enum CharacterClass : std::uint8_t { regular, white, delimiter };
 
@@ -45,9 +45,21 @@ int hexValue(char c)
     return c <= '9' ? c - '0' : (c | 0x20) - 'a' + 10;
 }
 
+/// Whether a number sign with @p digits behind it stands for another character. The null character
+/// cannot be in a name.
+bool isEscape(std::string_view digits)
+{
+    return digits.size() == 2 && isHexDigit(digits[0]) && isHexDigit(digits[1]) && digits != "00";
+}
+
 bool isNotRegular(unsigned char byte)
 {
     return classes[byte] != regular;
+}
+
+bool isInNumber(unsigned char byte)
+{
+    return (byte >= '0' && byte <= '9') || byte == '.' || byte == '-' || byte == '+';
 }
 
 bool kindOf(std::string_view word, ResourceKind &kind)
@@ -83,9 +95,9 @@ std::string decodeName(std::string_view token)
 {
     std::string name;
     for (std::size_t i = 0; i < token.size(); ++i) {
-        if (token[i] == '#' && i + 2 < token.size() && isHexDigit(token[i + 1]) &&
-            isHexDigit(token[i + 2])) {
-            name += static_cast<char>(hexValue(token[i + 1]) * 16 + hexValue(token[i + 2]));
+        const std::string_view digits = token.substr(i + 1, 2);
+        if (token[i] == '#' && isEscape(digits)) {
+            name += static_cast<char>(hexValue(digits[0]) * 16 + hexValue(digits[1]));
             i += 2;
         } else {
             name += token[i];
@@ -120,8 +132,18 @@ void ContentScanner::feed(const unsigned char *data, std::size_t size)
                 m_state = State::between;
             }
             break;
+        case State::number:
+            takeNumber(data, end);
+            break;
         case State::string:
             takeInString(data, end);
+            break;
+        case State::angle:
+            m_state = *data == '<' ? State::between : State::hexString;
+            data += *data == '<' ? 1 : 0;
+            break;
+        case State::hexString:
+            takeInHexString(data);
             break;
         default:
             takeOther(*data++);
@@ -144,6 +166,8 @@ void ContentScanner::takeToken(const unsigned char *&data, const unsigned char *
     const unsigned char *const last = std::find_if(data, end, isNotRegular);
     if (m_token.size() < longestToken) {
         m_token.append(data, last);
+    } else {
+        m_isSound = false;
     }
     data = last;
     if (data == end) {
@@ -153,6 +177,35 @@ void ContentScanner::takeToken(const unsigned char *&data, const unsigned char *
         endName();
     } else {
         endWord();
+    }
+}
+
+void ContentScanner::takeNumber(const unsigned char *&data, const unsigned char *end)
+{
+    data = std::find_if_not(data, end, isInNumber);
+    if (data == end) {
+        return;
+    }
+    // An operator may follow a number without a blank.
+    m_token.clear();
+    m_state = isNotRegular(*data)       ? State::between
+              : isWordOfInterest(*data) ? State::word
+                                        : State::skippedWord;
+}
+
+void ContentScanner::takeInHexString(const unsigned char *&data)
+{
+    const unsigned char byte = *data;
+    if (isHexDigit(static_cast<char>(byte)) || classes[byte] == white) {
+        ++data;
+        return;
+    }
+    m_state = State::between;
+    if (byte == '>') {
+        ++data;
+    } else {
+        // Some readers look for the end of the string, others go on with the next operator.
+        m_isSound = false;
     }
 }
 
@@ -177,10 +230,6 @@ void ContentScanner::takeOther(unsigned char byte)
 {
     if (m_state == State::escape) {
         m_state = State::string;
-    } else if (m_state == State::angle) {
-        m_state = byte == '<' || byte == '>' ? State::between : State::hexString;
-    } else if (m_state == State::hexString) {
-        m_state = byte == '>' ? State::between : m_state;
     } else if (byte == '\n' || byte == '\r') {
         m_state = State::between;
     }
@@ -188,11 +237,10 @@ void ContentScanner::takeOther(unsigned char byte)
 
 void ContentScanner::takeBetween(unsigned char byte)
 {
-    if (classes[byte] == regular) {
-        // Only words that may end operands are of interest, and the begin of an inline image.
-        const bool number = byte < 'A' && byte != '\'' && byte != '"';
-        const bool ends = !m_operands.empty() || m_inlineImage || byte == 'B';
-        m_state = number || !ends ? State::skippedWord : State::word;
+    if (isInNumber(byte)) {
+        m_state = State::number;
+    } else if (classes[byte] == regular) {
+        m_state = isWordOfInterest(byte) ? State::word : State::skippedWord;
         m_token.assign(1, static_cast<char>(byte));
     } else if (byte == '/') {
         m_token.clear();
@@ -209,6 +257,18 @@ void ContentScanner::takeBetween(unsigned char byte)
     }
 }
 
+bool ContentScanner::isWordOfInterest(unsigned char byte) const
+{
+    // Only words that may end operands, and the begin of an inline image.
+    return !m_operands.empty() || m_inlineImage || byte == 'B';
+}
+
+bool ContentScanner::isSound() const
+{
+    const bool ended = m_state == State::between || m_state == State::comment;
+    return m_isSound && ended && !m_inlineImage;
+}
+
 void ContentScanner::endStream()
 {
     const std::string name = m_state == State::name ? m_token : std::string();
@@ -220,6 +280,7 @@ void ContentScanner::endName()
 {
     m_state = State::between;
     if (m_operands.size() == mostOperands) {
+        reportAll(m_operands.front());
         m_operands.erase(m_operands.begin());
     }
     m_operands.push_back(decodeName(m_token));

@@ -18,7 +18,8 @@ constexpr std::size_t resourceKindCount = 7;
 ///
 /// In doubt a name counts as used: an operator that the scanner does not know uses its names as
 /// every kind, and behind the data of an inline image, whose end cannot be told for certain, names
-/// are looked for in strings too.
+/// are looked for in strings too. What is no PDF syntax is passed over the way the most tolerant
+/// reader does it.
 class ContentScanner
 {
 public:
@@ -34,11 +35,16 @@ public:
     /// they are.
     void endStream();
 
+    /// Whether all readers make the same of the content so far. Not so when it ends within a string
+    /// or an inline image, and not when it contains what is no hexadecimal string.
+    bool isSound() const;
+
 private:
     enum class State {
         between,
         name,
         word,
+        number,
         skippedWord,
         angle,
         hexString,
@@ -48,6 +54,9 @@ private:
     };
 
     void takeBetween(unsigned char byte);
+    void takeNumber(const unsigned char *&data, const unsigned char *end);
+    bool isWordOfInterest(unsigned char byte) const;
+    void takeInHexString(const unsigned char *&data);
     void takeToken(const unsigned char *&data, const unsigned char *end);
     void takeInString(const unsigned char *&data, const unsigned char *end);
     void takeOther(unsigned char byte);
@@ -62,6 +71,7 @@ private:
     int m_stringDepth = 0;
     bool m_inlineImage = false; ///< between BI and ID
     bool m_uncertain = false;   ///< strings are not told from binary data any more
+    bool m_isSound = true;
     std::string m_token;
     std::string m_cutName; ///< name at the end of the stream before
     std::vector<std::string> m_operands;

@@ -25,71 +25,113 @@ bool isOneOf(const char *name, const std::array<const char *, Count> &names)
     return isOneOf(name, names.data(), Count);
 }
 
-constexpr std::array<const char *, 17> foreignTypes = {
-    "Page",  "Pages",  "Catalog", "StructTreeRoot", "StructElem", "Outlines",
-    "Annot", "Thread", "Bead",    "Template",       "ObjStm",     "XRef",
-    "MCR",   "OBJR",   "DPart",   "DPartRoot",      "Sig"};
+constexpr std::array<const char *, 6> treeTypes = {"Page",     "Pages",  "Catalog",
+                                                   "Template", "ObjStm", "XRef"};
+
+constexpr std::array<const char *, 11> foreignTypes = {
+    "StructTreeRoot", "StructElem", "Outlines", "Annot",    "Thread", "Bead", "MCR",
+    "OBJR",           "DPart",      "Sig",      "DPartRoot"};
+
+/// Whether readers take an object for what its place says, whatever type it gives itself.
+bool isTrusted(Role role)
+{
+    return role != Role::unknown && role != Role::plain && role != Role::link;
+}
 
 } // namespace
 
-bool isCopiedKey(std::string_view key)
-{
-    constexpr std::array<std::string_view, 6> dropped = {
-        "StructParent", "StructParents", "PieceInfo", "AF", "Thumb", "Resources"};
-    return std::find(dropped.begin(), dropped.end(), key) == dropped.end();
-}
-
-int ObjectCopier::mapped(int number) const
+const int *ObjectCopier::mappedTarget(int number) const
 {
     if (m_local != nullptr) {
         const auto local = m_local->find(number);
         if (local != m_local->end()) {
-            return local->second;
+            return &local->second;
         }
     }
     const auto found = m_targets.find(number);
-    return found == m_targets.end() ? 0 : found->second;
+    return found == m_targets.end() ? nullptr : &found->second;
 }
 
-int ObjectCopier::target(pdf_obj *object)
+int ObjectCopier::mapped(int number) const
+{
+    const int *const target = mappedTarget(number);
+    return target == nullptr ? 0 : *target;
+}
+
+int ObjectCopier::target(pdf_obj *object, Role role)
 {
     const int number = m_source.numberOf(object);
     if (number <= 0) {
         return 0;
     }
-    if (m_local != nullptr) {
-        const auto local = m_local->find(number);
-        if (local != m_local->end()) {
-            return local->second;
+    if (role == Role::link || role == Role::unknown) {
+        const int *const target = mappedTarget(number);
+        if (target != nullptr) {
+            return *target;
         }
     }
-    if (!m_followsReferences) {
-        return 0;
-    }
-    const auto [place, isNew] = m_targets.try_emplace(number, 0);
-    if (isNew) {
-        pdf_obj *resolved = m_source.resolve(object);
-        if (resolved != nullptr && !isForeign(resolved)) {
-            place->second = m_writer.allocate();
-            m_queue.push_back({number, place->second});
-        }
-    }
-    return place->second;
+    const bool isFollowed = m_followsReferences && role != Role::link;
+    return isFollowed ? targetOf(number, object, role) : 0;
 }
 
-bool ObjectCopier::isForeign(pdf_obj *resolved)
+int ObjectCopier::targetOf(int number, pdf_obj *object, Role role)
+{
+    const auto found = m_copies.find(number);
+    if (found == m_copies.end()) {
+        pdf_obj *resolved = m_source.resolve(object);
+        return resolved == nullptr || isForeign(resolved, number, role) ? 0 : enqueue(number, role);
+    }
+    Copy &copy = found->second;
+    if (copy.role == Role::unknown && role != Role::unknown) {
+        // Under a key that nobody defines it was copied with caution; now it is known what it is.
+        if (!copy.isWritten) {
+            copy.role = role;
+        } else if (!m_source.isStream(number)) {
+            return enqueue(number, role);
+        }
+    }
+    return copy.target;
+}
+
+int ObjectCopier::enqueue(int number, Role role)
+{
+    const int target = m_writer.allocate();
+    m_copies[number] = {target, role, false};
+    m_queue.push_back({number, target, role});
+    return target;
+}
+
+bool ObjectCopier::isForeign(pdf_obj *resolved, int number, Role role)
 {
     if (!m_source.isDictionary(resolved)) {
         return false;
     }
+    // A name: where keys are free, one that is spelt like this has a dictionary or a stream.
     pdf_obj *type = m_source.get(resolved, PDF_NAME(Type));
     if (pdf_is_name(m_source.context(), type)) {
-        return isOneOf(pdf_to_name(m_source.context(), type), foreignTypes);
+        const char *const name = pdf_to_name(m_source.context(), type);
+        const bool isTree = isOneOf(name, treeTypes);
+        return isOneOf(name, foreignTypes) ||
+               (isTree && (!isTrusted(role) || belongsToTheDocument(resolved, number)));
     }
-    return isForeignWithoutType(resolved);
+    const bool isStray = (role == Role::xObject || role == Role::content) &&
+                         (number == 0 || !m_source.isStream(number));
+    return belongsToTheDocument(resolved, number) ||
+           ((role == Role::unknown || isStray) && looksForeign(resolved));
 }
 
-bool ObjectCopier::isForeignWithoutType(pdf_obj *dictionary)
+bool ObjectCopier::belongsToTheDocument(pdf_obj *dictionary, int number)
+{
+    if (number == 0) {
+        return false;
+    }
+    pdf_obj *parent = m_source.raw(dictionary, PDF_NAME(Parent));
+    const bool isKid = parent != nullptr && m_source.listsKid(m_source.resolve(parent), number);
+    return isKid || dictionary == m_source.catalog() ||
+           dictionary == m_source.get(m_source.catalog(), PDF_NAME(Pages));
+}
+
+bool ObjectCopier::looksForeign(pdf_obj *dictionary)
 {
     const auto has = [this, dictionary](pdf_obj *key) {
         return m_source.raw(dictionary, key) != nullptr;
@@ -126,11 +168,11 @@ bool ObjectCopier::writeScalar(pdf_obj *value)
     return true;
 }
 
-void ObjectCopier::write(pdf_obj *value, int depth)
+void ObjectCopier::write(pdf_obj *value, Role role, int depth)
 {
     fz_context *context = m_source.context();
     if (pdf_is_indirect(context, value)) {
-        const int number = target(value);
+        const int number = target(value, role);
         if (number == 0) {
             text() += "null";
         } else {
@@ -141,19 +183,17 @@ void ObjectCopier::write(pdf_obj *value, int depth)
     if (writeScalar(value)) {
         return;
     }
-    const bool isCopied = depth < deepestValue && !isForeign(value);
+    const bool isCopied = depth < deepestValue && !isForeign(value, 0, role);
     if (isCopied && m_source.isArray(value)) {
-        writeArray(value, depth);
+        writeArray(value, role, depth);
     } else if (isCopied && m_source.isDictionary(value)) {
-        text() += "<<";
-        writeEntries(value, isCopiedKey, depth);
-        text() += ">>";
+        writeDictionary(value, role, depth);
     } else {
         text() += "null";
     }
 }
 
-void ObjectCopier::writeArray(pdf_obj *array, int depth)
+void ObjectCopier::writeArray(pdf_obj *array, Role role, int depth)
 {
     fz_context *context = m_source.context();
     const int length = pdf_array_len(context, array);
@@ -162,19 +202,33 @@ void ObjectCopier::writeArray(pdf_obj *array, int depth)
         if (i != 0) {
             text() += ' ';
         }
-        write(pdf_array_get(context, array, i), depth + 1);
+        write(pdf_array_get(context, array, i), role, depth + 1);
     }
     text() += ']';
 }
 
-void ObjectCopier::writeEntries(pdf_obj *dictionary, KeyFilter filter, int depth)
+void ObjectCopier::writeDictionary(pdf_obj *dictionary, Role role, int depth)
+{
+    text() += "<<";
+    writeEntries(dictionary, role, nullptr, depth);
+    if (role == Role::font && m_resources != nullptr) {
+        m_resources->writeForFont(dictionary);
+    }
+    text() += ">>";
+}
+
+void ObjectCopier::writeEntries(pdf_obj *dictionary, Role role, KeyFilter filter, int depth)
 {
     fz_context *context = m_source.context();
     const int length = pdf_dict_len(context, dictionary);
     for (int i = 0; i < length; ++i) {
-        const char *key = pdf_to_name(context, pdf_dict_get_key(context, dictionary, i));
-        if (filter(key)) {
-            writeEntry(key, pdf_dict_get_val(context, dictionary, i), depth + 1);
+        const std::string_view key = pdf_to_name(context, pdf_dict_get_key(context, dictionary, i));
+        if (filter != nullptr && !filter(key)) {
+            continue;
+        }
+        const Role child = childRole(role, key);
+        if (child != Role::dropped) {
+            writeEntry(key, pdf_dict_get_val(context, dictionary, i), child, depth + 1);
         }
     }
 }
@@ -185,21 +239,22 @@ void ObjectCopier::writePlainEntries(pdf_obj *dictionary, KeyFilter filter)
     const int length = pdf_dict_len(context, dictionary);
     m_followsReferences = false;
     for (int i = 0; i < length; ++i) {
-        const char *key = pdf_to_name(context, pdf_dict_get_key(context, dictionary, i));
+        const std::string_view key = pdf_to_name(context, pdf_dict_get_key(context, dictionary, i));
         pdf_obj *value = pdf_dict_get_val(context, dictionary, i);
         const int number = m_source.numberOf(value);
-        if (filter(key) && (number == 0 || !m_source.isStream(number))) {
-            writeEntry(key, m_source.resolve(value), 1);
+        if (filter(key) && childRole(Role::plain, key) != Role::dropped &&
+            (number == 0 || !m_source.isStream(number))) {
+            writeEntry(key, m_source.resolve(value), Role::plain, 1);
         }
     }
     m_followsReferences = true;
 }
 
-void ObjectCopier::writeEntry(std::string_view key, pdf_obj *value, int depth)
+void ObjectCopier::writeEntry(std::string_view key, pdf_obj *value, Role role, int depth)
 {
     fz_context *context = m_source.context();
     if (pdf_is_indirect(context, value)) {
-        const int number = target(value);
+        const int number = target(value, role);
         if (number != 0) {
             m_writer.appendName(key);
             text() += ' ';
@@ -207,14 +262,14 @@ void ObjectCopier::writeEntry(std::string_view key, pdf_obj *value, int depth)
         }
         return;
     }
-    if (pdf_is_null(context, value) || isForeign(value)) {
+    if (pdf_is_null(context, value) || isForeign(value, 0, role)) {
         return;
     }
     m_writer.appendName(key);
     if (!pdf_is_name(context, value)) {
         text() += ' ';
     }
-    write(value, depth);
+    write(value, role, depth);
 }
 
 void ObjectCopier::copyQueued()
@@ -233,26 +288,24 @@ void ObjectCopier::copyQueued()
     m_added.clear();
 }
 
-void ObjectCopier::copyObject(const Queued &queued)
+void ObjectCopier::copyObject(Queued queued)
 {
-    pdf_obj *object = nullptr;
-    const int number = queued.number;
-    m_source.attempt([this, number, &object] {
-        object = pdf_cache_object(m_source.context(), m_source.document(), number)->obj;
-    });
-    if (m_source.isDictionary(object) && m_source.isStream(number)) {
+    const auto copy = m_copies.find(queued.number);
+    if (copy != m_copies.end() && copy->second.target == queued.target) {
+        queued.role = copy->second.role;
+        copy->second.isWritten = true;
+    }
+    pdf_obj *object = m_source.load(queued.number);
+    if (m_source.isDictionary(object) && m_source.isStream(queued.number)) {
+        queued.role = streamRole(queued.role);
         copyStream(queued, object);
         return;
     }
     m_writer.beginObject(queued.target);
-    if (m_source.isDictionary(object) && m_resources != nullptr &&
-        m_resources->isTypeThreeFont(object)) {
-        text() += "<<";
-        writeEntries(object, isCopiedKey);
-        m_resources->writeForFont(object);
-        text() += ">>";
+    if (m_source.isDictionary(object)) {
+        writeDictionary(object, queued.role, 0);
     } else {
-        write(object);
+        write(object, queued.role);
     }
     m_writer.endObject();
 }
@@ -274,7 +327,7 @@ void ObjectCopier::copyStream(const Queued &queued, pdf_obj *dictionary)
     const bool decoded = hasCryptFilter(dictionary);
     m_writer.beginObject(queued.target);
     text() += "<<";
-    writeStreamEntries(dictionary, decoded);
+    writeStreamEntries(queued, dictionary, decoded);
     if (m_resources != nullptr && m_source.raw(dictionary, PDF_NAME(Resources)) != nullptr) {
         m_resources->writeForStream(dictionary, queued.number);
     }
@@ -284,13 +337,13 @@ void ObjectCopier::copyStream(const Queued &queued, pdf_obj *dictionary)
     writeData(queued, decoded, metadata);
 }
 
-void ObjectCopier::writeStreamEntries(pdf_obj *dictionary, bool decoded)
+void ObjectCopier::writeStreamEntries(const Queued &queued, pdf_obj *dictionary, bool decoded)
 {
-    const KeyFilter kept = [](std::string_view key) { return key != "Length" && isCopiedKey(key); };
+    const KeyFilter kept = [](std::string_view key) { return key != "Length"; };
     const KeyFilter keptDecoded = [](std::string_view key) {
-        return key != "Length" && key != "Filter" && key != "DecodeParms" && isCopiedKey(key);
+        return key != "Length" && key != "Filter" && key != "DecodeParms";
     };
-    writeEntries(dictionary, decoded ? keptDecoded : kept);
+    writeEntries(dictionary, queued.role, decoded ? keptDecoded : kept);
 }
 
 void ObjectCopier::writeData(const Queued &queued, bool decoded, bool plain)

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "tools/pdf/pdf_source.h"
+#include "tools/pagebinder/copying/object_role.h"
 #include "tools/pagebinder/output/pdf_writer.h"
+#include "tools/pdf/pdf_source.h"
 
 #include <string_view>
 #include <unordered_map>
@@ -17,9 +18,10 @@ using KeyFilter = bool (*)(std::string_view key);
 /// Copies objects into the new file: values are written with their references renumbered, and what
 /// they refer to is put in a queue and written later. Nothing is inflated or deflated.
 ///
-/// References that lead out of the copied pages (to other pages, the page tree, the catalog, the
-/// structure tree, fields, bookmarks or annotations that nobody has mapped) become null: through
-/// them a page would drag the rest of the document along.
+/// What an object is follows from the way it was reached, its role. References that lead out of the
+/// copied pages (to other pages, the page tree, the catalog, the structure tree, fields, bookmarks
+/// or annotations that nobody has mapped) become null: through them a page would drag the rest of
+/// the document along.
 class ObjectCopier
 {
 public:
@@ -29,29 +31,33 @@ public:
     PdfWriter &writer() noexcept { return m_writer; }
     std::string &text() noexcept { return m_writer.text(); }
 
-    /// From now on a reference to object @p number becomes one to @p target, or null when that is
-    /// 0.
+    /// From now on a link to object @p number becomes one to @p target, or null when that is 0. A
+    /// damaged file may use the same object as something else too, which is copied as that.
     void map(int number, int target) { m_targets[number] = target; }
     /// What @p number is mapped to; 0 when it is not mapped.
     int mapped(int number) const;
+    /// Everything that is mapped: object numbers to numbers in the output, 0 for null.
+    const std::unordered_map<int, int> &targets() const noexcept { return m_targets; }
     /// References that hold while one page's annotations are written, before all others.
     void setLocalTargets(const std::unordered_map<int, int> *targets) { m_local = targets; }
 
     /// The number in the new file that the reference @p object becomes; 0: null. The object behind
     /// it is copied unless it has been before.
-    int target(pdf_obj *object);
+    int target(pdf_obj *object, Role role);
 
     /// Writes any value; null where it cannot be taken along.
-    void write(pdf_obj *value, int depth = 0);
+    void write(pdf_obj *value, Role role, int depth = 0);
     /// Writes a string, a name, a number or a boolean; nothing else and @returns false else.
     bool writeScalar(pdf_obj *value);
     /// Writes the entries of a dictionary, without the brackets, as far as @p filter takes them.
-    void writeEntries(pdf_obj *dictionary, KeyFilter filter, int depth = 0);
+    /// @param role that of the dictionary
+    void writeEntries(pdf_obj *dictionary, Role role, KeyFilter filter = nullptr, int depth = 0);
     /// The same for plain settings: no reference is followed but to a single value, so nothing can
     /// hang on them.
     void writePlainEntries(pdf_obj *dictionary, KeyFilter filter);
     /// Writes "/KEY value", or nothing when the value is missing or cannot be taken along.
-    void writeEntry(std::string_view key, pdf_obj *value, int depth = 0);
+    /// @param role that of the value
+    void writeEntry(std::string_view key, pdf_obj *value, Role role, int depth = 0);
 
     /// Takes up a stream of one's own. @returns its number in the output; it is written with those
     /// that have been referred to
@@ -64,15 +70,25 @@ public:
     void copyQueued();
 
     /// Whether @p resolved is something that belongs to the document or to another page.
-    bool isForeign(pdf_obj *resolved);
+    /// @param number that of the object, 0 for one that stands in another
+    bool isForeign(pdf_obj *resolved, int number, Role role);
 
     void setContentResources(ContentResources *resources) { m_resources = resources; }
 
 private:
+    /// What has become of an object.
+    struct Copy
+    {
+        int target = 0; ///< number in the output, 0: none
+        Role role = Role::unknown;
+        bool isWritten = false;
+    };
+
     struct Queued
     {
         int number;
         int target;
+        Role role;
     };
 
     struct AddedStream
@@ -82,28 +98,30 @@ private:
         std::string data;
     };
 
-    void copyObject(const Queued &queued);
+    const int *mappedTarget(int number) const;
+    int targetOf(int number, pdf_obj *object, Role role);
+    int enqueue(int number, Role role);
+    void copyObject(Queued queued);
     void copyStream(const Queued &queued, pdf_obj *dictionary);
-    void writeArray(pdf_obj *array, int depth);
-    void writeStreamEntries(pdf_obj *dictionary, bool decoded);
+    void writeArray(pdf_obj *array, Role role, int depth);
+    void writeDictionary(pdf_obj *dictionary, Role role, int depth);
+    void writeStreamEntries(const Queued &queued, pdf_obj *dictionary, bool decoded);
     void writeData(const Queued &queued, bool decoded, bool plain);
     void writeAddedStream(const AddedStream &stream);
     bool hasCryptFilter(pdf_obj *dictionary);
-    bool isForeignWithoutType(pdf_obj *dictionary);
+    bool belongsToTheDocument(pdf_obj *dictionary, int number);
+    bool looksForeign(pdf_obj *dictionary);
 
     PdfSource &m_source;
     PdfWriter &m_writer;
     ContentResources *m_resources = nullptr;
-    std::unordered_map<int, int> m_targets;
+    std::unordered_map<int, int> m_targets; ///< what has been mapped
+    std::unordered_map<int, Copy> m_copies;
     const std::unordered_map<int, int> *m_local = nullptr;
     std::vector<Queued> m_queue;
     std::vector<AddedStream> m_added;
     bool m_plainMetadata = false;
     bool m_followsReferences = true;
 };
-
-/// Takes every entry that a copied object may have: not the links into the structure tree, private
-/// data of other programs, embedded files and thumbnails.
-bool isCopiedKey(std::string_view key);
 
 } // namespace tools

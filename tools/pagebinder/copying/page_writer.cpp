@@ -25,14 +25,14 @@ bool isPageKey(std::string_view key)
 } // namespace
 
 void PageWriter::write(const OutputPage &page, int parent, const std::string &annotations,
-                       const std::vector<int> &borrowers)
+                       const std::vector<Drawing> &borrowers)
 {
     std::string &text = m_copier.text();
     m_copier.writer().beginObject(page.target);
     text += "<</Type/Page/Parent ";
     m_copier.writer().appendReference(parent);
     writeInherited(page.found);
-    m_copier.writeEntries(page.found.page, isPageKey);
+    m_copier.writeEntries(page.found.page, Role::page, isPageKey);
     m_resources.writeForPage(m_tree.inherited(page.found, PDF_NAME(Resources)),
                              m_source.raw(page.found.page, PDF_NAME(Contents)), borrowers);
     if (!annotations.empty()) {
@@ -82,12 +82,14 @@ void PageWriter::writeInherited(const FoundPage &page)
 {
     pdf_obj *box = m_tree.inherited(page, PDF_NAME(MediaBox));
     if (box != nullptr) {
-        m_copier.writeEntry("MediaBox", m_source.resolve(box));
+        m_copier.writeEntry("MediaBox", m_source.resolve(box), Role::plain);
     } else {
         m_copier.text() += "/MediaBox[0 0 612 792]";
     }
-    m_copier.writeEntry("CropBox", m_source.resolve(m_tree.inherited(page, PDF_NAME(CropBox))));
-    m_copier.writeEntry("Rotate", m_source.resolve(m_tree.inherited(page, PDF_NAME(Rotate))));
+    m_copier.writeEntry("CropBox", m_source.resolve(m_tree.inherited(page, PDF_NAME(CropBox))),
+                        Role::plain);
+    m_copier.writeEntry("Rotate", m_source.resolve(m_tree.inherited(page, PDF_NAME(Rotate))),
+                        Role::plain);
 }
 
 } // namespace tools

@@ -7,6 +7,8 @@ namespace tools {
 namespace {
 
 constexpr std::size_t fewEntries = 12;
+/// The library cuts names in dictionaries after so many characters; those in content are whole.
+constexpr std::size_t longestName = 127;
 
 } // namespace
 
@@ -31,7 +33,8 @@ pdf_obj *ResourceUse::keyOf(ResourceKind kind)
     return nullptr;
 }
 
-ResourceUse::ResourceUse(PdfSource &source, pdf_obj *resources) : m_source(source)
+ResourceUse::ResourceUse(PdfSource &source, pdf_obj *resources)
+    : m_source(source), m_dictionary(resources)
 {
     for (std::size_t kind = 0; kind < resourceKindCount; ++kind) {
         readKind(resources, static_cast<ResourceKind>(kind));
@@ -51,6 +54,7 @@ void ResourceUse::readKind(pdf_obj *resources, ResourceKind kind)
         // These replace the device's own colours without being named in the content.
         entry.used = kind == ResourceKind::colorSpace && entry.name.substr(0, 7) == "Default";
         m_unused += entry.used ? 0 : 1;
+        m_hasCutNames = m_hasCutNames || entry.name.size() >= longestName;
         entries.push_back(entry);
     }
     if (entries.size() > fewEntries) {
@@ -61,35 +65,87 @@ void ResourceUse::readKind(pdf_obj *resources, ResourceKind kind)
     }
 }
 
-void ResourceUse::mark(ResourceKind kind, std::string_view name)
+ResourceUse::Entry *ResourceUse::find(ResourceKind kind, std::string_view name)
 {
     auto &entries = m_entries[static_cast<std::size_t>(kind)];
-    auto found = entries.end();
+    name = name.substr(0, longestName);
     if (entries.size() > fewEntries) {
         const auto &index = m_index[static_cast<std::size_t>(kind)];
         const auto place = index.find(name);
-        if (place != index.end()) {
-            found = entries.begin() + static_cast<std::ptrdiff_t>(place->second);
-        }
-    } else {
-        found = std::find_if(entries.begin(), entries.end(),
-                             [name](const Entry &entry) { return entry.name == name; });
+        return place == index.end() ? nullptr : &entries[place->second];
     }
-    if (found != entries.end() && !found->used) {
-        found->used = true;
-        --m_unused;
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [name](const Entry &entry) { return entry.name == name; });
+    return found == entries.end() ? nullptr : &*found;
+}
+
+ResourceUse::Mark ResourceUse::mark(ResourceKind kind, std::string_view name)
+{
+    Entry *const found = find(kind, name);
+    if (found == nullptr) {
+        return Mark::unlisted;
+    }
+    if (name.size() > longestName && std::find(found->longNames.begin(), found->longNames.end(),
+                                               name) == found->longNames.end()) {
+        found->longNames.emplace_back(name);
+    }
+    const bool wasUsed = found->used;
+    mark(*found);
+    if (wasUsed) {
+        return found->isMissing ? Mark::unlisted : Mark::again;
+    }
+    found->isMissing = m_source.resolve(found->value) == nullptr;
+    return found->isMissing ? Mark::unlisted : Mark::first;
+}
+
+void ResourceUse::mark(Entry &entry)
+{
+    m_unused -= entry.used ? 0 : 1;
+    entry.used = true;
+}
+
+void ResourceUse::markAll(ResourceKind kind)
+{
+    for (Entry &entry : entries(kind)) {
+        mark(entry);
     }
 }
 
 bool ResourceUse::isComplete(ResourceKind kind) const
 {
-    const auto &kindEntries = entries(kind);
-    return std::all_of(kindEntries.begin(), kindEntries.end(),
-                       [](const Entry &entry) { return entry.used; });
+    const auto &kindEntries = m_entries[static_cast<std::size_t>(kind)];
+    return std::all_of(kindEntries.begin(), kindEntries.end(), [](const Entry &entry) {
+        return entry.used && entry.name.size() < longestName;
+    });
+}
+
+bool ResourceUse::isCoveredBy(pdf_obj *other)
+{
+    if (other == m_dictionary) {
+        return true;
+    }
+    for (std::size_t i = 0; i < resourceKindCount; ++i) {
+        const auto kind = static_cast<ResourceKind>(i);
+        pdf_obj *names = nullptr;
+        for (const Entry &entry : entries(kind)) {
+            if (entry.used) {
+                continue;
+            }
+            names = names != nullptr ? names : m_source.get(other, keyOf(kind));
+            const std::string name(entry.name);
+            if (pdf_dict_gets(m_source.context(), names, name.c_str()) == nullptr) {
+                return false;
+            }
+        }
+    }
+    return true;
 }
 
 bool ResourceUse::isWorthScanning()
 {
+    if (m_hasCutNames) {
+        return true;
+    }
     for (const ResourceKind kind : {ResourceKind::xObject, ResourceKind::pattern,
                                     ResourceKind::shading, ResourceKind::properties}) {
         if (!entries(kind).empty()) {
@@ -117,8 +173,7 @@ void ResourceUse::keepLightEntries()
         }
         for (Entry &entry : kindEntries) {
             if (!entry.used && !isHeavy(kind, entry.value)) {
-                entry.used = true;
-                --m_unused;
+                mark(entry);
             }
         }
     }

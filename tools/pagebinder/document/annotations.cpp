@@ -11,7 +11,7 @@ bool isPlainKey(std::string_view key)
 {
     constexpr std::array<std::string_view, 8> handled = {"P",  "Popup", "IRT",  "A",
                                                          "AA", "PA",    "Dest", "Type"};
-    return isCopiedKey(key) && !FormFields::isHandledKey(key) &&
+    return !FormFields::isHandledKey(key) &&
            std::find(handled.begin(), handled.end(), key) == handled.end();
 }
 
@@ -27,37 +27,50 @@ void Annotations::add(const OutputPage &page)
     for (int i = 0; i < length; ++i) {
         pdf_obj *dictionary = m_source.at(annotations, i);
         const int number = m_source.numberOf(pdf_array_get(context, annotations, i));
-        if (!m_source.isDictionary(dictionary) || !isKept(dictionary) ||
-            (number != 0 && added.targets.count(number) != 0)) {
-            continue;
-        }
-        const bool widget =
-            m_source.isName(m_source.get(dictionary, PDF_NAME(Subtype)), PDF_NAME(Widget));
-        const bool isSigned = widget && m_fields.isSigned(dictionary);
-        if (isSigned && m_source.get(dictionary, PDF_NAME(AP)) == nullptr) {
+        const Extent extent =
+            m_source.isDictionary(dictionary) ? extentOf(dictionary) : Extent::none;
+        if (extent == Extent::none || (number != 0 && added.targets.count(number) != 0)) {
             continue;
         }
         const int target = m_copier.writer().allocate();
-        added.annotations.push_back({dictionary, target, isSigned});
+        added.annotations.push_back({dictionary, target, extent});
         if (number != 0) {
             added.targets.emplace(number, target);
             if (m_copier.mapped(number) == 0) {
                 m_copier.map(number, target);
             }
         }
-        if (widget && !isSigned) {
+        const bool isWidget =
+            m_source.isName(m_source.get(dictionary, PDF_NAME(Subtype)), PDF_NAME(Widget));
+        if (isWidget && extent == Extent::whole) {
             m_fields.addWidget(dictionary, number, target);
         }
     }
 }
 
-bool Annotations::isKept(pdf_obj *annotation)
+Annotations::Extent Annotations::extentOf(pdf_obj *annotation)
 {
     pdf_obj *kind = m_source.get(annotation, PDF_NAME(Subtype));
-    if (m_source.isName(kind, PDF_NAME(Link))) {
-        return !m_destinations.leadsOutside(annotation);
+    if (m_source.isName(kind, PDF_NAME(Link)) && m_destinations.leadsOutside(annotation)) {
+        return isVisible(annotation) ? Extent::look : Extent::none;
     }
-    return pdf_is_name(m_source.context(), kind) != 0;
+    if (m_source.isName(kind, PDF_NAME(Widget)) && m_fields.isSigned(annotation)) {
+        return m_source.get(annotation, PDF_NAME(AP)) == nullptr ? Extent::none : Extent::seal;
+    }
+    return pdf_is_name(m_source.context(), kind) != 0 ? Extent::whole : Extent::none;
+}
+
+bool Annotations::isVisible(pdf_obj *link)
+{
+    fz_context *context = m_source.context();
+    if (m_source.get(link, PDF_NAME(AP)) != nullptr) {
+        return true;
+    }
+    pdf_obj *style = m_source.get(link, PDF_NAME(BS));
+    pdf_obj *border = m_source.get(link, PDF_NAME(Border));
+    pdf_obj *width =
+        m_source.isDictionary(style) ? m_source.get(style, PDF_NAME(W)) : m_source.at(border, 2);
+    return pdf_is_number(context, width) == 0 || pdf_to_real(context, width) > 0;
 }
 
 void Annotations::write(std::size_t index)
@@ -65,10 +78,10 @@ void Annotations::write(std::size_t index)
     const PageAnnotations &page = m_pages[index];
     m_copier.setLocalTargets(&page.targets);
     for (const Annotation &annotation : page.annotations) {
-        if (annotation.isSigned) {
-            writeSignaturePicture(annotation, page.page);
-        } else {
+        if (annotation.extent == Extent::whole) {
             writeAnnotation(annotation, page.page);
+        } else {
+            writeLook(annotation, page.page);
         }
     }
     m_copier.setLocalTargets(nullptr);
@@ -82,7 +95,7 @@ void Annotations::writeAnnotation(const Annotation &annotation, int page)
     m_copier.writer().beginObject(annotation.target);
     text += "<</Type/Annot/P ";
     m_copier.writer().appendReference(page);
-    m_copier.writeEntries(dictionary, isPlainKey);
+    m_copier.writeEntries(dictionary, Role::annotation, isPlainKey);
     writeReference("Popup", m_source.raw(dictionary, PDF_NAME(Popup)));
     writeReference("IRT", m_source.raw(dictionary, PDF_NAME(IRT)));
     if (m_source.isName(kind, PDF_NAME(Widget))) {
@@ -101,15 +114,20 @@ void Annotations::writeAnnotation(const Annotation &annotation, int page)
     m_copier.writer().endObject();
 }
 
-void Annotations::writeSignaturePicture(const Annotation &annotation, int page)
+void Annotations::writeLook(const Annotation &annotation, int page)
 {
     const KeyFilter kept = [](std::string_view key) {
         return key == "Rect" || key == "AP" || key == "AS" || key == "F" || key == "OC";
     };
+    const KeyFilter keptOfLink = [](std::string_view key) {
+        return key == "Rect" || key == "AP" || key == "AS" || key == "F" || key == "OC" ||
+               key == "Border" || key == "BS" || key == "C" || key == "QuadPoints";
+    };
+    const bool isSeal = annotation.extent == Extent::seal;
     m_copier.writer().beginObject(annotation.target);
-    m_copier.text() += "<</Type/Annot/Subtype/Stamp/P ";
+    m_copier.text() += isSeal ? "<</Type/Annot/Subtype/Stamp/P " : "<</Type/Annot/Subtype/Link/P ";
     m_copier.writer().appendReference(page);
-    m_copier.writeEntries(annotation.dictionary, kept);
+    m_copier.writeEntries(annotation.dictionary, Role::annotation, isSeal ? kept : keptOfLink);
     m_copier.text() += ">>";
     m_copier.writer().endObject();
 }
@@ -135,37 +153,14 @@ std::string Annotations::references(std::size_t index) const
     return text;
 }
 
-std::vector<int> Annotations::borrowers(std::size_t index)
+std::vector<Drawing> Annotations::appearances(std::size_t index)
 {
-    fz_context *context = m_source.context();
-    std::vector<int> found;
+    std::vector<Drawing> found;
     for (const Annotation &annotation : m_pages[index].annotations) {
-        pdf_obj *appearances = m_source.get(annotation.dictionary, PDF_NAME(AP));
-        const int length = pdf_dict_len(context, appearances);
-        for (int i = 0; i < length; ++i) {
-            pdf_obj *appearance = pdf_dict_get_val(context, appearances, i);
-            addBorrower(appearance, found);
-            pdf_obj *states = m_source.resolve(appearance);
-            if (m_source.numberOf(appearance) != 0 &&
-                m_source.isStream(m_source.numberOf(appearance))) {
-                continue;
-            }
-            const int stateCount = pdf_dict_len(context, states);
-            for (int state = 0; state < stateCount; ++state) {
-                addBorrower(pdf_dict_get_val(context, states, state), found);
-            }
-        }
+        const std::vector<Drawing> own = appearancesOf(m_source, m_drawn, annotation.dictionary);
+        found.insert(found.end(), own.begin(), own.end());
     }
     return found;
-}
-
-void Annotations::addBorrower(pdf_obj *appearance, std::vector<int> &found)
-{
-    const int number = m_source.numberOf(appearance);
-    if (number > 0 && m_source.isStream(number) &&
-        !m_source.isDictionary(m_source.get(appearance, PDF_NAME(Resources)))) {
-        found.push_back(number);
-    }
 }
 
 } // namespace tools

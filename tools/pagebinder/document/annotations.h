@@ -12,8 +12,9 @@ namespace tools {
 class Annotations
 {
 public:
-    Annotations(ObjectCopier &copier, Destinations &destinations, FormFields &fields)
-        : m_copier(copier), m_source(copier.source()), m_destinations(destinations),
+    Annotations(ObjectCopier &copier, DrawnContent &drawn, Destinations &destinations,
+                FormFields &fields)
+        : m_copier(copier), m_source(copier.source()), m_drawn(drawn), m_destinations(destinations),
           m_fields(fields)
     {
     }
@@ -28,15 +29,21 @@ public:
     /// What stands in the page's /Annots; empty for none.
     std::string references(std::size_t index) const;
 
-    /// Appearance streams of the page without resources of their own, by object number.
-    std::vector<int> borrowers(std::size_t index);
+    /// The appearances on the page. What their own resources do not list they find in the page's.
+    std::vector<Drawing> appearances(std::size_t index);
 
 private:
+    enum class Extent {
+        none,
+        look, ///< a link that leads nowhere any more: only what is seen of it
+        seal, ///< the widget of a signature, copied as a mere picture
+        whole
+    };
     struct Annotation
     {
         pdf_obj *dictionary;
         int target;
-        bool isSigned; ///< the widget of a signature, copied as a mere picture
+        Extent extent;
     };
     struct PageAnnotations
     {
@@ -45,14 +52,15 @@ private:
         std::unordered_map<int, int> targets; ///< object number to number in the output
     };
 
-    bool isKept(pdf_obj *annotation);
-    void writeSignaturePicture(const Annotation &annotation, int page);
+    Extent extentOf(pdf_obj *annotation);
+    bool isVisible(pdf_obj *link);
+    void writeLook(const Annotation &annotation, int page);
     void writeAnnotation(const Annotation &annotation, int page);
     void writeReference(std::string_view key, pdf_obj *value);
-    void addBorrower(pdf_obj *appearance, std::vector<int> &found);
 
     ObjectCopier &m_copier;
     PdfSource &m_source;
+    DrawnContent &m_drawn;
     Destinations &m_destinations;
     FormFields &m_fields;
     std::vector<PageAnnotations> m_pages;

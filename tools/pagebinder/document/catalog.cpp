@@ -19,7 +19,8 @@ bool isPlainKey(std::string_view key)
 void Catalog::writeEntries(bool hasBookmarks)
 {
     m_copier.writePlainEntries(m_source.catalog(), isPlainKey);
-    m_copier.writeEntry("OCProperties", m_source.raw(m_source.catalog(), PDF_NAME(OCProperties)));
+    m_copier.writeEntry("OCProperties", m_source.raw(m_source.catalog(), PDF_NAME(OCProperties)),
+                        Role::layer);
     writePageMode(hasBookmarks);
     writeViewerPreferences();
     writeMetadata();
@@ -34,20 +35,20 @@ void Catalog::writePageMode(bool hasBookmarks)
     const bool bookmarks = name == "UseOutlines" && hasBookmarks;
     if (bookmarks || name == "UseNone" || name == "UseThumbs" || name == "UseOC" ||
         name == "FullScreen") {
-        m_copier.writeEntry("PageMode", mode);
+        m_copier.writeEntry("PageMode", mode, Role::plain);
     }
 }
 
 void Catalog::writeViewerPreferences()
 {
-    pdf_obj *preferences = m_source.get(m_source.catalog(), "ViewerPreferences");
-    if (!m_source.isDictionary(preferences) || m_copier.isForeign(preferences)) {
+    pdf_obj *value = pdf_dict_gets(m_source.context(), m_source.catalog(), "ViewerPreferences");
+    pdf_obj *preferences = m_source.resolve(value);
+    if (!m_source.isDictionary(preferences) ||
+        m_copier.isForeign(preferences, m_source.numberOf(value), Role::plain)) {
         return;
     }
     // Ranges of pages to print are meant for the whole document.
-    const KeyFilter kept = [](std::string_view key) {
-        return key != "PrintPageRange" && isCopiedKey(key);
-    };
+    const KeyFilter kept = [](std::string_view key) { return key != "PrintPageRange"; };
     m_copier.text() += "/ViewerPreferences<<";
     m_copier.writePlainEntries(preferences, kept);
     m_copier.text() += ">>";
@@ -56,12 +57,12 @@ void Catalog::writeViewerPreferences()
 std::string Catalog::loadMetadata(int number)
 {
     std::string xmp;
-    const bool whole =
+    const StreamEnd end =
         m_source.readStream(number, true, [&xmp](const unsigned char *data, std::size_t size) {
             xmp.append(reinterpret_cast<const char *>(data), size);
             return xmp.size() <= largestMetadata;
         });
-    return whole && xmp.size() <= largestMetadata ? xmp : std::string();
+    return end != StreamEnd::failed && xmp.size() <= largestMetadata ? xmp : std::string();
 }
 
 void Catalog::writeMetadata()
@@ -74,7 +75,7 @@ void Catalog::writeMetadata()
     std::string xmp = loadMetadata(number);
     m_claimsArchive = claimsArchiveProfile(xmp);
     if (!adaptToUntagged(xmp)) {
-        m_copier.writeEntry("Metadata", metadata);
+        m_copier.writeEntry("Metadata", metadata, Role::content);
         return;
     }
     m_copier.text() += "/Metadata ";
@@ -103,7 +104,7 @@ void Catalog::writeOutputIntents()
     pdf_obj *information = m_source.get(m_source.trailer(), PDF_NAME(Info));
     const bool claimsPrinting = m_source.get(information, "GTS_PDFXVersion") != nullptr;
     if (m_claimsArchive || claimsPrinting || areSmall(m_source.resolve(intents))) {
-        m_copier.writeEntry("OutputIntents", intents);
+        m_copier.writeEntry("OutputIntents", intents, Role::outputIntent);
     }
 }
 
@@ -122,7 +123,7 @@ int Catalog::writeInformation()
         pdf_obj *value = m_source.resolve(pdf_dict_get_val(context, information, i));
         if (value != nullptr && !m_source.isArray(value) && !m_source.isDictionary(value)) {
             m_copier.writeEntry(pdf_to_name(context, pdf_dict_get_key(context, information, i)),
-                                value);
+                                value, Role::plain);
         }
     }
     m_copier.text() += ">>";

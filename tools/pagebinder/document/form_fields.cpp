@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace tools {
 
@@ -106,7 +107,7 @@ void FormFields::writeWidgetEntries(pdf_obj *widget, int target)
         m_copier.text() += "/Parent ";
         m_copier.writer().appendReference(parent->second);
     }
-    m_copier.writeEntry("V", m_source.raw(widget, PDF_NAME(V)));
+    m_copier.writeEntry("V", m_source.raw(widget, PDF_NAME(V)), Role::unknown);
 }
 
 void FormFields::writeFields()
@@ -121,8 +122,8 @@ void FormFields::writeField(const Field &field)
     std::string &text = m_copier.text();
     m_copier.writer().beginObject(field.target);
     text += "<<";
-    m_copier.writeEntries(field.dictionary, isFieldKey);
-    m_copier.writeEntry("V", m_source.raw(field.dictionary, PDF_NAME(V)));
+    m_copier.writeEntries(field.dictionary, Role::field, isFieldKey);
+    m_copier.writeEntry("V", m_source.raw(field.dictionary, PDF_NAME(V)), Role::unknown);
     if (field.parent != 0) {
         text += "/Parent ";
         m_copier.writer().appendReference(field.parent);
@@ -153,27 +154,31 @@ void FormFields::writeForm()
     }
     text += ']';
     m_copier.writePlainEntries(form, kept);
-    writeCalculationOrder(form);
+    writeCalculationOrder();
     writeDefaultResources(form);
     text += ">>";
 }
 
-void FormFields::writeCalculationOrder(pdf_obj *form)
+void FormFields::writeCalculationOrder()
 {
-    fz_context *context = m_source.context();
-    pdf_obj *order = m_source.get(form, "CO");
-    const int length = pdf_array_len(context, order);
-    std::string &text = m_copier.text();
-    bool begun = false;
-    for (int i = 0; i < length; ++i) {
-        const int target = m_copier.mapped(m_source.numberOf(pdf_array_get(context, order, i)));
+    std::vector<std::pair<int, int>> placed; // place in the order, number in the output
+    for (const auto &[number, target] : m_copier.targets()) {
         if (target != 0) {
-            text += begun ? " " : "/CO[";
-            m_copier.writer().appendReference(target);
-            begun = true;
+            for (const int place : m_order.placesOf(number)) {
+                placed.emplace_back(place, target);
+            }
         }
     }
-    text += begun ? "]" : "";
+    if (placed.empty()) {
+        return;
+    }
+    std::sort(placed.begin(), placed.end());
+    m_copier.text() += "/CO[";
+    for (const auto &[place, target] : placed) {
+        m_copier.writer().appendReference(target);
+        m_copier.text() += ' ';
+    }
+    m_copier.text().back() = ']';
 }
 
 std::vector<std::string> FormFields::namedFonts(pdf_obj *form)
@@ -209,12 +214,13 @@ void FormFields::writeDefaultResources(pdf_obj *form)
     if (m_source.isDictionary(fonts)) {
         text += "/Font<<";
         for (const std::string &name : namedFonts(form)) {
-            m_copier.writeEntry(name, pdf_dict_gets(m_source.context(), fonts, name.c_str()));
+            m_copier.writeEntry(name, pdf_dict_gets(m_source.context(), fonts, name.c_str()),
+                                Role::font);
         }
         text += ">>";
     }
-    m_copier.writeEntry("Encoding", m_source.raw(resources, PDF_NAME(Encoding)));
-    m_copier.writeEntry("ProcSet", m_source.raw(resources, PDF_NAME(ProcSet)));
+    m_copier.writeEntry("Encoding", m_source.raw(resources, PDF_NAME(Encoding)), Role::encodingMap);
+    m_copier.writeEntry("ProcSet", m_source.raw(resources, PDF_NAME(ProcSet)), Role::plain);
     text += ">>";
 }
 

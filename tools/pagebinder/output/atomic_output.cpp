@@ -40,8 +40,9 @@ bool leadsToOpenFile(std::string path)
         if (length <= 0) {
             return false;
         }
-        std::string next(target.data(), static_cast<std::size_t>(length));
-        path = next.front() == '/' ? next : folderOf(path) + "/" + next;
+        const std::string_view next(target.data(), static_cast<std::size_t>(length));
+        path = next.front() == '/' ? std::string() : folderOf(path) + '/';
+        path += next;
         std::array<char, PATH_MAX> folder{};
         if (realpath(folderOf(path).c_str(), folder.data()) != nullptr &&
             std::string_view(folder.data()).starts_with("/proc/")) {

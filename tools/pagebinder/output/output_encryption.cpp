@@ -19,8 +19,7 @@ void appendBytes(fz_context *, void *text, const unsigned char *data, std::size_
 
 bool isPlainKey(std::string_view key)
 {
-    return key != "O" && key != "U" && key != "OE" && key != "UE" && key != "Perms" &&
-           isCopiedKey(key);
+    return key != "O" && key != "U" && key != "OE" && key != "UE" && key != "Perms";
 }
 
 void writeBytes(PdfWriter &writer, std::string_view name, const unsigned char *bytes,
@@ -97,7 +96,7 @@ int OutputEncryption::write(ObjectCopier &copier)
     const int target = copier.writer().allocate();
     copier.writer().beginObject(target, true);
     copier.text() += "<<";
-    copier.writeEntries(dictionary(), isPlainKey);
+    copier.writeEntries(dictionary(), Role::encryption, isPlainKey);
     writeKeys(copier.writer());
     copier.text() += ">>";
     copier.writer().endObject();

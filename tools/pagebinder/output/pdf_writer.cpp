@@ -17,6 +17,21 @@ bool isRegular(unsigned char byte)
     return byte > 0x20 && byte < 0x7f && std::strchr("()<>[]{}/%#", byte) == nullptr;
 }
 
+bool isHexDigit(char c)
+{
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+}
+
+/// Whether a number sign in a name, with @p next behind it, stood there as itself in the input:
+/// where half an escape follows, or that of the null character, which is none. Contents go on
+/// spelling the name like this, and readers disagree about what it means.
+bool isUnescaped(std::string_view next)
+{
+    const bool first = !next.empty() && isHexDigit(next[0]);
+    const bool second = next.size() > 1 && isHexDigit(next[1]);
+    return (first && !second) || next == "00";
+}
+
 } // namespace
 
 void PdfWriter::begin(int version)
@@ -125,10 +140,10 @@ void PdfWriter::appendReference(int number)
 void PdfWriter::appendName(std::string_view name)
 {
     m_text += '/';
-    for (const char c : name) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (isRegular(byte)) {
-            m_text += c;
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(name[i]);
+        if (isRegular(byte) || (byte == '#' && isUnescaped(name.substr(i + 1, 2)))) {
+            m_text += name[i];
         } else {
             m_text += '#';
             m_text += hexDigits[byte >> 4U];

@@ -1,0 +1,31 @@
+#pragma once
+
+namespace quorlin {
+
+/// How many tools may run at the same time. Whoever starts one takes a place and gives it back.
+class ToolBudget
+{
+public:
+    /// @param count places in all, at least one
+    explicit ToolBudget(int count) : places(count), freePlaces(count) {}
+
+    /// Places in all.
+    int size() const { return places; }
+
+    /// Takes a place; false when none is free.
+    bool tryTake()
+    {
+        if (freePlaces <= 0) {
+            return false;
+        }
+        --freePlaces;
+        return true;
+    }
+    void giveBack() { ++freePlaces; }
+
+private:
+    int places;
+    int freePlaces;
+};
+
+} // namespace quorlin

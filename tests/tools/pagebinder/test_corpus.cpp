@@ -1,0 +1,151 @@
+// Real and generated files of many producers: every page looks as it did, nothing of another page
+// comes along, and whatever cannot be read fails cleanly.
+
+#include "pdf_inspector.h"
+#include "tests/support/room.h"
+#include "tool_run.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class PageBinderCorpusTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void partsShowTheirPagesAndNothingElse_data();
+    void partsShowTheirPagesAndNothingElse();
+    void everyFileIsReadOrRefused_data();
+    void everyFileIsReadOrRefused();
+
+private:
+    static QString corpus() { return QStringLiteral(QUORLIN_CORPUS_DIR); }
+
+    QJsonObject m_files;
+};
+
+namespace {
+
+QString rangesOf(const QJsonArray &pages)
+{
+    QStringList ranges;
+    for (const QJsonValue &page : pages) {
+        ranges << QString::number(page.toInt());
+    }
+    return ranges.join(' ');
+}
+
+} // namespace
+
+void PageBinderCorpusTest::initTestCase()
+{
+    QFile file(corpus() + "/expected.json");
+    if (!file.open(QIODevice::ReadOnly)) {
+        QSKIP("the corpus is absent");
+    }
+    m_files = QJsonDocument::fromJson(file.readAll()).object().value("files").toObject();
+}
+
+void PageBinderCorpusTest::partsShowTheirPagesAndNothingElse_data()
+{
+    QTest::addColumn<QString>("name");
+    for (auto it = m_files.begin(); it != m_files.end(); ++it) {
+        const QJsonObject facts = it.value().toObject();
+        const QString kind = facts.value("kind").toString();
+        if ((kind == "batch" || kind == "features") && facts.value("pages").toInt() <= 40) {
+            QTest::newRow(qPrintable(it.key())) << it.key();
+        }
+    }
+}
+
+void PageBinderCorpusTest::partsShowTheirPagesAndNothingElse()
+{
+    QFETCH(QString, name);
+    QTemporaryDir folder;
+    const QString input = corpus() + "/" + name;
+    const QString output = folder.filePath("out.pdf");
+    const QJsonObject facts = m_files.value(name).toObject();
+    QJsonArray groups = facts.value("method3").toArray();
+    if (groups.isEmpty()) {
+        for (int page = 1; page <= facts.value("pages").toInt(); ++page) {
+            groups.append(QJsonObject{{"pages", QJsonArray{page}}});
+        }
+    }
+    for (const QJsonValue &group : std::as_const(groups)) {
+        const QJsonArray pages = group.toObject().value("pages").toArray();
+        QCOMPARE(merge(input, rangesOf(pages), output).status, 0);
+        PdfInspector part(output);
+        QCOMPARE(part.pageCount(), int(pages.size()));
+        const QByteArray everything = part.everything();
+        PdfInspector whole(input);
+        for (int page = 1; page <= facts.value("pages").toInt(); ++page) {
+            const QByteArray content = whole.content(page);
+            QVERIFY2(pages.contains(page) || content.size() < 200 || !everything.contains(content),
+                     qPrintable(QString("holds page %1").arg(page)));
+        }
+        for (int i = 0; i < pages.size(); ++i) {
+            // Each page is drawn by fresh readers, because what a reader has cached of glyphs
+            // before may show in single pixels.
+            QVERIFY2(PdfInspector(output).picture(i + 1) ==
+                         PdfInspector(input).picture(pages.at(i).toInt()),
+                     qPrintable(QString("page %1 looks different").arg(pages.at(i).toInt())));
+        }
+    }
+}
+
+void PageBinderCorpusTest::everyFileIsReadOrRefused_data()
+{
+    QTest::addColumn<QString>("name");
+    for (auto it = m_files.begin(); it != m_files.end(); ++it) {
+        const QString kind = it.value().toObject().value("kind").toString();
+        if (kind == "nasty" || kind == "real") {
+            QTest::newRow(qPrintable(it.key())) << it.key();
+        }
+    }
+}
+
+void PageBinderCorpusTest::everyFileIsReadOrRefused()
+{
+    QFETCH(QString, name);
+    QTemporaryDir folder;
+    const QString input = corpus() + "/" + name;
+    const QJsonObject facts = m_files.value(name).toObject();
+    const QString readable = facts.value("readable").toString();
+    const QString information = folder.filePath("info.txt");
+    const ToolRun asked = runBinder({input, "-getinfo", "-outfile", information});
+    QVERIFY2(asked.status == 0 || asked.status == 1, asked.errors.constData());
+    QCOMPARE(QFileInfo::exists(information), asked.status == 0);
+    QVERIFY(asked.status == 0 || asked.errors.contains("pagebinder: " + input.toUtf8()));
+    int pages = 0;
+    if (asked.status == 0) {
+        QFile file(information);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        pages = file.readLine().trimmed().mid(15).toInt();
+    }
+    if (readable == "yes") {
+        QCOMPARE(pages, facts.value("pages").toInt());
+    } else if (readable == "no") {
+        QCOMPARE(pages, 0);
+    } else {
+        QVERIFY(pages == 0 || facts.value("pages_any").toArray().contains(pages));
+    }
+    const QString output = folder.filePath("out.pdf");
+    const ToolRun run = merge(input, QString("1-%1").arg(qMax(1, pages)), output);
+    QVERIFY2(run.status == 0 || run.status == 1, run.errors.constData());
+    QCOMPARE(QFileInfo::exists(output), run.status == 0);
+    QStringList left = QDir(folder.path()).entryList(QDir::Files | QDir::Hidden);
+    left.removeAll("info.txt");
+    left.removeAll("out.pdf");
+    QCOMPARE(left, QStringList());
+    if (readable == "yes" && !facts.value("merge_may_fail").toBool()) {
+        QVERIFY2(run.status == 0, run.errors.constData());
+        QCOMPARE(PdfInspector(output).pageCount(), pages);
+    }
+}
+
+QUORLIN_TEST(PageBinderCorpusTest)
+#include "test_corpus.moc"

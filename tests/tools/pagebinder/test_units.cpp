@@ -1,0 +1,333 @@
+// The tool's decisions that need no file: ranges, command lines, names, content streams, metadata.
+
+#include "tests/support/room.h"
+#include "tools/common/tool_error.h"
+#include "tools/pagebinder/command_line.h"
+#include "tools/pagebinder/copying/content_scanner.h"
+#include "tools/pagebinder/document/archive_claim.h"
+#include "tools/pagebinder/document/information.h"
+#include "tools/pagebinder/output/output_name.h"
+#include "tools/pagebinder/page_ranges.h"
+
+#include <QtTest>
+
+using namespace tools;
+
+class PageBinderUnitsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void readsPageRanges_data();
+    void readsPageRanges();
+    void expandsRangesInTheOrderGiven();
+    void readsCommandLines_data();
+    void readsCommandLines();
+    void keepsShortNames();
+    void shortensTheTextBeforeTheLastPart();
+    void keepsTheBaseNameWhereNoPagesFollow();
+    void shortensBetweenCharacters();
+    void shortensTheBaseNameWhenItIsTooLongItself();
+    void namesThatDifferOnlyWhereTheyAreCutStayApart();
+    void findsNamesByKind_data();
+    void findsNamesByKind();
+    void findsNamesWhereverTheBytesAreCut();
+    void findsANameCutByTheEndOfAStream();
+    void namesInStringsAndCommentsAreNotUsed();
+    void namesBehindAnInlineImageAreFound();
+    void lowersTheLevelOfUntaggedArchives();
+    void blanksOutTheClaimOfAccessibility();
+    void leavesOtherMetadataAlone();
+    void valuesHoldNoLineBreaks();
+};
+
+namespace {
+
+using Names = QStringList;
+
+Names scan(const std::string &content, std::size_t piece = 1000000)
+{
+    const char *kinds[] = {"font", "xObject", "state", "colour", "pattern", "shading", "property"};
+    Names names;
+    ContentScanner scanner([&](ResourceKind kind, std::string_view name) {
+        names << QString("%1 %2").arg(kinds[static_cast<int>(kind)],
+                                      QString::fromLatin1(name.data(), qsizetype(name.size())));
+    });
+    for (std::size_t place = 0; place < content.size(); place += piece) {
+        scanner.feed(std::string_view(content).substr(place, piece));
+    }
+    scanner.endStream();
+    return names;
+}
+
+std::string repeated(const char *text, int times)
+{
+    std::string all;
+    for (int i = 0; i < times; ++i) {
+        all += text;
+    }
+    return all;
+}
+
+} // namespace
+
+void PageBinderUnitsTest::readsPageRanges_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("understood");
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("last");
+    QTest::newRow("one page") << "7" << true << 7 << 7;
+    QTest::newRow("several pages") << "3-6" << true << 3 << 6;
+    QTest::newRow("one page as a range") << "5-5" << true << 5 << 5;
+    QTest::newRow("zeros in front") << "007" << true << 7 << 7;
+    QTest::newRow("nothing") << "" << false << 0 << 0;
+    QTest::newRow("page 0") << "0" << false << 0 << 0;
+    QTest::newRow("backwards") << "6-3" << false << 0 << 0;
+    QTest::newRow("no first page") << "-3" << false << 0 << 0;
+    QTest::newRow("no last page") << "3-" << false << 0 << 0;
+    QTest::newRow("three numbers") << "1-2-3" << false << 0 << 0;
+    QTest::newRow("a sign") << "+3" << false << 0 << 0;
+    QTest::newRow("a blank") << "3 " << false << 0 << 0;
+    QTest::newRow("letters") << "all" << false << 0 << 0;
+    QTest::newRow("over the range of numbers") << "99999999999" << false << 0 << 0;
+    QTest::newRow("the largest number") << "2147483647" << true << 2147483647 << 2147483647;
+}
+
+void PageBinderUnitsTest::readsPageRanges()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, understood);
+    QFETCH(int, first);
+    QFETCH(int, last);
+    PageRange range;
+    QCOMPARE(parsePageRange(text.toStdString(), range), understood);
+    QCOMPARE(range.first, first);
+    QCOMPARE(range.last, last);
+}
+
+void PageBinderUnitsTest::expandsRangesInTheOrderGiven()
+{
+    const std::vector<PageRange> ranges = {{4, 5}, {1, 1}, {4, 4}};
+    QCOMPARE(expandPageRanges(ranges), (std::vector<int>{4, 5, 1, 4}));
+    QCOMPARE(countPages(ranges), 4LL);
+    QCOMPARE(countPages({{1, 2147483647}, {1, 2147483647}}), 4294967294LL);
+}
+
+void PageBinderUnitsTest::readsCommandLines_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<bool>("understood");
+    const auto row = [](const char *name, const char *text, bool understood) {
+        QTest::newRow(name) << QString(text).split(' ', Qt::SkipEmptyParts) << understood;
+    };
+    row("information", "in.pdf -getinfo -outfile out", true);
+    row("merge", "in.pdf -merge 1-2 4 -outfile out", true);
+    row("output first", "in.pdf -outfile out -merge 1", true);
+    row("input like an option", "-merge -merge 1 -outfile out", true);
+    row("help", "--help", true);
+    row("version", "--version", true);
+    row("nothing", "", false);
+    row("input alone", "in.pdf", false);
+    row("no output", "in.pdf -getinfo", false);
+    row("output without a name", "in.pdf -getinfo -outfile", false);
+    row("merge without pages", "in.pdf -merge -outfile out", false);
+    row("no page", "in.pdf -merge 1 x -outfile out", false);
+    row("both actions", "in.pdf -getinfo -merge 1 -outfile out", false);
+    row("two outputs", "in.pdf -getinfo -outfile a -outfile b", false);
+    row("split", "in.pdf -split list", true);
+    row("split by standard input", "in.pdf -split -", true);
+    row("output to standard output", "in.pdf -merge 1 -outfile -", true);
+    row("split without a list", "in.pdf -split", false);
+    row("split with an output", "in.pdf -split list -outfile out", false);
+    row("split and merge", "in.pdf -split list -merge 1 -outfile out", false);
+    row("unknown option", "in.pdf -slit -outfile out", false);
+}
+
+void PageBinderUnitsTest::readsCommandLines()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(bool, understood);
+    std::vector<std::string> texts;
+    for (const QString &argument : arguments) {
+        texts.push_back(argument.toStdString());
+    }
+    const std::vector<std::string_view> list(texts.begin(), texts.end());
+    int status = exitSuccess;
+    try {
+        parseCommandLine(list);
+    } catch (const ToolError &error) {
+        status = error.status();
+    }
+    QCOMPARE(status, understood ? int(exitSuccess) : int(exitUsageError));
+}
+
+void PageBinderUnitsTest::keepsShortNames()
+{
+    QCOMPARE(shortenOutputName("1 ACME report 1-3.pdf", "report", 255),
+             std::string("1 ACME report 1-3.pdf"));
+}
+
+void PageBinderUnitsTest::shortensTheTextBeforeTheLastPart()
+{
+    const std::string name = "12 " + repeated("text ", 60) + "report 1-3.pdf";
+    const std::string shortened = shortenOutputName(name, "report", 255);
+    QVERIFY(shortened.size() <= 255);
+    QVERIFY(shortened.size() > 245);
+    QVERIFY(QByteArray::fromStdString(shortened).startsWith("12 text text "));
+    QVERIFY(QByteArray::fromStdString(shortened).endsWith(" report 1-3.pdf"));
+}
+
+void PageBinderUnitsTest::keepsTheBaseNameWhereNoPagesFollow()
+{
+    const std::string shortened =
+        shortenOutputName("4 " + repeated("text ", 60) + "big report.pdf", "big report", 255);
+    QVERIFY(shortened.size() <= 255);
+    QVERIFY(QByteArray::fromStdString(shortened).startsWith("4 text text "));
+    QVERIFY(QByteArray::fromStdString(shortened).endsWith(" big report.pdf"));
+}
+
+void PageBinderUnitsTest::shortensBetweenCharacters()
+{
+    for (int blanks = 0; blanks < 3; ++blanks) {
+        const std::string name =
+            "1 " + std::string(std::size_t(blanks), '.') + repeated("名", 100) + " b 7.pdf";
+        const std::string shortened = shortenOutputName(name, "b", 255);
+        QVERIFY(shortened.size() <= 255);
+        QVERIFY(!QString::fromStdString(shortened).contains(QChar::ReplacementCharacter));
+    }
+}
+
+void PageBinderUnitsTest::shortensTheBaseNameWhenItIsTooLongItself()
+{
+    const std::string base = repeated("b", 250);
+    const std::string shortened = shortenOutputName("3 text " + base + " 4-5.pdf", base, 255);
+    QVERIFY(shortened.size() <= 255);
+    QVERIFY(QByteArray::fromStdString(shortened).startsWith("3 text bbb"));
+    QVERIFY(QByteArray::fromStdString(shortened).endsWith(" 4-5.pdf"));
+}
+
+void PageBinderUnitsTest::namesThatDifferOnlyWhereTheyAreCutStayApart()
+{
+    const std::string text = repeated("same", 70);
+    const std::string first = shortenOutputName("1 " + text + "A b 1.pdf", "b", 255);
+    const std::string second = shortenOutputName("1 " + text + "B b 1.pdf", "b", 255);
+    QVERIFY(first != second);
+}
+
+void PageBinderUnitsTest::findsNamesByKind_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QStringList>("names");
+    const auto row = [](const char *name, const char *content, const char *names) {
+        QTest::newRow(name) << QByteArray(content)
+                            << QString(names).split(", ", Qt::SkipEmptyParts);
+    };
+    row("font", "BT /F1 12 Tf ET", "font F1");
+    row("object drawn", "q /Im1 Do Q", "xObject Im1");
+    row("nothing between", "/Im1 Do/Im2 Do", "xObject Im1, xObject Im2");
+    row("graphics state", "/GS0 gs", "state GS0");
+    row("colour spaces", "/C0 cs /C1 CS", "colour C0, colour C1");
+    row("pattern", "0.5 /P1 scn /P2 SCN", "pattern P1, pattern P2");
+    row("shading", "/Sh1 sh", "shading Sh1");
+    row("marked content", "/OC /MC0 BDC EMC", "property OC, property MC0");
+    row("marked content without a name", "/Span <</MCID 0>> BDC", "property Span, property MCID");
+    row("tag only", "/Artifact BMC EMC", "");
+    row("rendering intent", "/Perceptual ri", "");
+    row("escaped name", "/A#42 Do", "xObject AB");
+    row("names of operators before", "/F1 12 Tf 0 g (x) Tj", "font F1");
+    row("hexadecimal string", "</Im1> Tj <2f496d31> Tj", "");
+    row("comment", "% /Im1 Do\n/Im2 Do", "xObject Im2");
+    row("colour of an inline image", "BI /CS /C1 /W 1 ID x EI", "colour CS, colour C1, colour W");
+}
+
+void PageBinderUnitsTest::findsNamesByKind()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QStringList, names);
+    QCOMPARE(scan(content.toStdString()), names);
+}
+
+void PageBinderUnitsTest::findsNamesWhereverTheBytesAreCut()
+{
+    const std::string content = "q /Im1 Do Q BT /F#31 12 Tf (a\\)/No Do) Tj ET % c\n/P scn <ab> Tj";
+    const Names whole = scan(content);
+    QCOMPARE(whole, (Names{"xObject Im1", "font F1", "pattern P"}));
+    for (std::size_t piece = 1; piece < content.size(); ++piece) {
+        QCOMPARE(scan(content, piece), whole);
+    }
+}
+
+void PageBinderUnitsTest::findsANameCutByTheEndOfAStream()
+{
+    Names names;
+    ContentScanner scanner([&names](ResourceKind kind, std::string_view name) {
+        if (kind == ResourceKind::xObject) {
+            names << QString::fromLatin1(name.data(), qsizetype(name.size()));
+        }
+    });
+    scanner.feed("q /Im");
+    scanner.endStream();
+    scanner.feed("age1 Do Q");
+    scanner.endStream();
+    QVERIFY(names.contains("Image1"));
+}
+
+void PageBinderUnitsTest::namesInStringsAndCommentsAreNotUsed()
+{
+    QCOMPARE(scan("(/Im1 Do (nested) \\( /Im2 Do) Tj % /Im3 Do\r/Im4 Do"), Names{"xObject Im4"});
+}
+
+void PageBinderUnitsTest::namesBehindAnInlineImageAreFound()
+{
+    // The data holds an unbalanced parenthesis, which must not swallow what follows.
+    QVERIFY(scan("BI /W 4 /H 1 ID \x01(\xff% EI Q /Im9 Do /F2 9 Tf").contains("xObject Im9"));
+    QVERIFY(scan("BI /W 4 /H 1 ID \x01(\xff% EI Q /Im9 Do /F2 9 Tf").contains("font F2"));
+}
+
+void PageBinderUnitsTest::lowersTheLevelOfUntaggedArchives()
+{
+    std::string element = "<pdfaid:part>2</pdfaid:part><pdfaid:conformance>A</pdfaid:conformance>";
+    QVERIFY(claimsArchiveProfile(element));
+    QVERIFY(adaptToUntagged(element));
+    QCOMPARE(element,
+             std::string("<pdfaid:part>2</pdfaid:part><pdfaid:conformance>B</pdfaid:conformance>"));
+    std::string attribute = "<x pdfaid:part=\"1\" pdfaid:conformance = 'A'/>";
+    QVERIFY(adaptToUntagged(attribute));
+    QCOMPARE(attribute, std::string("<x pdfaid:part=\"1\" pdfaid:conformance = 'B'/>"));
+}
+
+void PageBinderUnitsTest::blanksOutTheClaimOfAccessibility()
+{
+    std::string element = "<a><pdfuaid:part>1</pdfuaid:part></a>";
+    const std::size_t length = element.size();
+    QVERIFY(adaptToUntagged(element));
+    QCOMPARE(element.size(), length);
+    QCOMPARE(QByteArray::fromStdString(element).replace(' ', ""), QByteArray("<a></a>"));
+    std::string attribute = "<a pdfuaid:part=\"1\" b=\"2\"/>";
+    QVERIFY(adaptToUntagged(attribute));
+    QCOMPARE(QByteArray::fromStdString(attribute).simplified(), QByteArray("<a b=\"2\"/>"));
+}
+
+void PageBinderUnitsTest::leavesOtherMetadataAlone()
+{
+    const std::string original = "<pdfaid:part>2</pdfaid:part>"
+                                 "<pdfaid:conformance>U</pdfaid:conformance><dc:title/>";
+    std::string xmp = original;
+    QVERIFY(!adaptToUntagged(xmp));
+    QCOMPARE(xmp, original);
+    QVERIFY(!claimsArchiveProfile("<dc:title/>"));
+    std::string cut = "pdfaid:conformance";
+    QVERIFY(!adaptToUntagged(cut));
+}
+
+void PageBinderUnitsTest::valuesHoldNoLineBreaks()
+{
+    QCOMPARE(cleanValue("a\nNumberOfPages: 9\r\n\tb"), std::string("a NumberOfPages: 9   b"));
+    const std::string cut = cleanValue(repeated("ü", 600));
+    QVERIFY(cut.size() <= 1000);
+    QVERIFY(!QString::fromStdString(cut).contains(QChar::ReplacementCharacter));
+}
+
+QUORLIN_TEST(PageBinderUnitsTest)
+#include "test_units.moc"

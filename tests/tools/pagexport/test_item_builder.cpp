@@ -1,0 +1,368 @@
+#include "tests/support/room.h"
+#include "tools/pagexport/output/page_html.h"
+#include "tools/pagexport/text/geometry.h"
+#include "tools/pagexport/text/item_builder.h"
+#include "tools/pagexport/text/text_codes.h"
+
+#include <QTest>
+
+using namespace tools;
+
+namespace {
+
+constexpr double em = 10;
+
+/// Draws text glyph by glyph, each half an em wide, and gives the items that result.
+class Page
+{
+public:
+    Page() { m_builder.setStyle(TextStyle::fromMatrix(em, 0, 0, -em, false)); }
+
+    Page &at(double x, double y)
+    {
+        m_x = x;
+        m_y = y;
+        return *this;
+    }
+    Page &draw(const QString &text, double gap = 0)
+    {
+        for (const uint code : text.toUcs4()) {
+            const int codes[] = {static_cast<int>(code)};
+            m_builder.add({m_x, m_y, em / 2, 0, false, codes, 1});
+            m_x += em / 2 + gap;
+        }
+        return *this;
+    }
+    Page &style(double a, double b, double c, double d, bool vertical = false)
+    {
+        m_builder.setStyle(TextStyle::fromMatrix(a, b, c, d, vertical));
+        return *this;
+    }
+    QStringList texts()
+    {
+        m_builder.endItem();
+        QStringList result;
+        for (const PageItem &item : m_items.items) {
+            const std::string_view text = m_items.text(item);
+            result.append(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+        }
+        return result;
+    }
+    PageItem item(std::size_t index = 0)
+    {
+        m_builder.endItem();
+        return m_items.items.at(index);
+    }
+
+private:
+    PageItems m_items;
+    ItemBuilder m_builder{m_items, 595, 842};
+    double m_x = 100;
+    double m_y = 100;
+};
+
+} // namespace
+
+class TestItemBuilder : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void unitsAreRoundedTheSameWhateverTheNoise_data();
+    void unitsAreRoundedTheSameWhateverTheNoise();
+    void placeDependsOnOriginAndSizeAlone();
+    void frameCoversTheRun();
+    void positionsAreNeverZero();
+    void gapsMakeBlanksAndItems_data();
+    void gapsMakeBlanksAndItems();
+    void whiteSpaceOfAnyKindIsOneBlank_data();
+    void whiteSpaceOfAnyKindIsOneBlank();
+    void severalBlanksInAFixedWidthLineAreAColumn();
+    void invisibleCharactersNeverAppear();
+    void invalidCodesBecomeReplacementCharacters();
+    void ligaturesAreSpeltOut();
+    void lettersSetApartAreNoWords();
+    void wordsOfLettersSetApartStayApart();
+    void superscriptStaysInTheItem();
+    void nextLineIsAnotherItem();
+    void textDrawnTwiceCountsOnce_data();
+    void textDrawnTwiceCountsOnce();
+    void doubleLettersAreKept();
+    void equalTextsElsewhereAreKept();
+    void rightToLeftTextStaysTogetherAndApartFromItsLabel();
+    void textOutsideThePageIsLeftOut();
+    void turnedTextKeepsItsPlace_data();
+    void turnedTextKeepsItsPlace();
+    void referencesAreEscapedOnlyWhereTheyWouldBeRead_data();
+    void referencesAreEscapedOnlyWhereTheyWouldBeRead();
+};
+
+void TestItemBuilder::unitsAreRoundedTheSameWhateverTheNoise_data()
+{
+    QTest::addColumn<double>("points");
+    QTest::addColumn<int>("units");
+    QTest::newRow("whole unit") << 72.0 << 108;
+    QTest::newRow("half unit goes up") << 201.0 << 302;
+    QTest::newRow("half unit with noise below") << 200.9999 << 302;
+    QTest::newRow("half unit with noise above") << 201.0001 << 302;
+    QTest::newRow("zero") << 0.0 << 0;
+    QTest::newRow("negative half goes up") << -1.0 << -1;
+    QTest::newRow("negative") << -2.0 << -3;
+    QTest::newRow("no number") << std::nan("") << 0;
+    QTest::newRow("beyond all pages") << 1e30 << 15000000;
+}
+
+void TestItemBuilder::unitsAreRoundedTheSameWhateverTheNoise()
+{
+    QFETCH(double, points);
+    QTEST(toUnits(points), "units");
+}
+
+void TestItemBuilder::placeDependsOnOriginAndSizeAlone()
+{
+    const PageItem capitals = Page().draw("ACE").item();
+    const PageItem descenders = Page().draw("gjpqy and more").item();
+    QCOMPARE(capitals.left, 150);
+    QCOMPARE(capitals.top, 137); // (100 - 0.9 * 10) * 1.5, rounded up
+    QCOMPARE(descenders.left, capitals.left);
+    QCOMPARE(descenders.top, capitals.top);
+    QCOMPARE(descenders.height, capitals.height);
+}
+
+void TestItemBuilder::frameCoversTheRun()
+{
+    const PageItem item = Page().draw("Total").item();
+    QCOMPARE(item.width, 38); // five glyphs of 5 points
+    QCOMPARE(item.top + item.height, 154);
+}
+
+void TestItemBuilder::positionsAreNeverZero()
+{
+    const PageItem item = Page().at(0, 0).draw("x").item();
+    QCOMPARE(item.left, 1);
+    QCOMPARE(item.top, 1);
+    QVERIFY(item.width >= 1 && item.height >= 1);
+}
+
+void TestItemBuilder::gapsMakeBlanksAndItems_data()
+{
+    QTest::addColumn<double>("gap");
+    QTest::addColumn<QStringList>("texts");
+    QTest::newRow("none") << 0.0 << QStringList{"NameSmith"};
+    QTest::newRow("kerning") << 1.0 << QStringList{"NameSmith"};
+    QTest::newRow("a blank") << 2.5 << QStringList{"Name Smith"};
+    QTest::newRow("a wide blank") << 7.5 << QStringList{"Name Smith"};
+    QTest::newRow("clearly wider") << 9.0 << QStringList{"Name", "Smith"};
+    QTest::newRow("far away") << 200.0 << QStringList{"Name", "Smith"};
+    QTest::newRow("a little back") << -1.0 << QStringList{"NameSmith"};
+    QTest::newRow("far back") << -60.0 << QStringList{"Name", "Smith"};
+}
+
+void TestItemBuilder::gapsMakeBlanksAndItems()
+{
+    QFETCH(double, gap);
+    QTEST(Page().at(100, 100).draw("Name").at(120 + gap, 100).draw("Smith").texts(), "texts");
+}
+
+void TestItemBuilder::whiteSpaceOfAnyKindIsOneBlank_data()
+{
+    QTest::addColumn<QString>("drawn");
+    QTest::addColumn<QStringList>("texts");
+    QTest::newRow("blank") << "a b" << QStringList{"a b"};
+    QTest::newRow("tab") << "a\tb" << QStringList{"a b"};
+    QTest::newRow("no-break space") << QString("a\u00a0b") << QStringList{"a b"};
+    QTest::newRow("ideographic space") << QString("a\u3000b") << QStringList{"a b"};
+    QTest::newRow("line separator") << QString("a\u2028b") << QStringList{"a b"};
+    QTest::newRow("line feed") << "a\nb" << QStringList{"a b"};
+    QTest::newRow("two blanks") << "a  b" << QStringList{"a b"};
+    QTest::newRow("at the ends") << "  ab " << QStringList{"ab"};
+    QTest::newRow("nothing else") << "   " << QStringList();
+}
+
+void TestItemBuilder::whiteSpaceOfAnyKindIsOneBlank()
+{
+    QFETCH(QString, drawn);
+    QTEST(Page().draw(drawn).texts(), "texts");
+}
+
+void TestItemBuilder::severalBlanksInAFixedWidthLineAreAColumn()
+{
+    QCOMPARE(Page().draw("Account:     4711   Balance").texts(),
+             QStringList({"Account:", "4711", "Balance"}));
+}
+
+void TestItemBuilder::invisibleCharactersNeverAppear()
+{
+    QCOMPARE(Page().draw(QString("a\u00ad\u200b\u200f\u202e\ufeff\u0007") + "b").texts(),
+             QStringList{"ab"});
+}
+
+void TestItemBuilder::invalidCodesBecomeReplacementCharacters()
+{
+    std::string text;
+    for (const int code : {0xd800, 0x110000, -1}) {
+        QCOMPARE(codeKind(code), CodeKind::visible);
+        appendCode(text, code);
+    }
+    QCOMPARE(QString::fromStdString(text), QString("\ufffd\ufffd\ufffd"));
+}
+
+void TestItemBuilder::ligaturesAreSpeltOut()
+{
+    QCOMPARE(Page().draw(QString("Gri\ufb03n \ufb01t \ufb06op")).texts(),
+             QStringList{"Griffin fit stop"});
+}
+
+void TestItemBuilder::lettersSetApartAreNoWords()
+{
+    QCOMPARE(Page().draw("11806728", 3.5).texts(), QStringList{"11806728"});
+}
+
+void TestItemBuilder::wordsOfLettersSetApartStayApart()
+{
+    Page page;
+    page.draw("BANK", 2.5).at(130 + 2.5, 100).draw("OFF", 2.5);
+    QCOMPARE(page.texts(), QStringList{"BANK OFF"});
+}
+
+void TestItemBuilder::superscriptStaysInTheItem()
+{
+    Page page;
+    page.draw("100 m").style(6, 0, 0, -6).at(125, 96.5).draw("2");
+    QCOMPARE(page.texts(), QStringList{"100 m2"});
+}
+
+void TestItemBuilder::nextLineIsAnotherItem()
+{
+    QCOMPARE(Page().draw("first").at(125, 109).draw("second").texts(),
+             QStringList({"first", "second"}));
+}
+
+void TestItemBuilder::textDrawnTwiceCountsOnce_data()
+{
+    QTest::addColumn<double>("shift");
+    QTest::addColumn<int>("count");
+    QTest::newRow("same place") << 0.0 << 1;
+    QTest::newRow("false bold") << 0.3 << 1;
+    QTest::newRow("shadow") << 1.0 << 1;
+    QTest::newRow("another place") << 5.0 << 2;
+}
+
+void TestItemBuilder::textDrawnTwiceCountsOnce()
+{
+    QFETCH(double, shift);
+    QFETCH(int, count);
+    for (const QString text : {"96499188", "A", "ll", "12"}) {
+        Page page;
+        page.draw(text).at(300, 300).draw("between").at(100 + shift, 100 + shift).draw(text);
+        QCOMPARE(page.texts().count(text), count);
+    }
+    Page page;
+    for (int i = 0; i < 4; ++i) { // letter by letter
+        const QString letter(QChar('a' + i));
+        page.at(100 + 5 * i, 100).draw(letter).at(100 + 5 * i + 0.3, 100).draw(letter);
+    }
+    QCOMPARE(page.texts(), QStringList{"abcd"});
+}
+
+void TestItemBuilder::doubleLettersAreKept()
+{
+    QCOMPARE(Page().draw("Hill 1100 www").texts(), QStringList{"Hill 1100 www"});
+}
+
+void TestItemBuilder::equalTextsElsewhereAreKept()
+{
+    QCOMPARE(Page().draw("0.00").at(100, 112).draw("0.00").at(200, 112).draw("0.00").texts().size(),
+             3);
+}
+
+void TestItemBuilder::rightToLeftTextStaysTogetherAndApartFromItsLabel()
+{
+    Page logical; // in reading order, each letter before the one drawn last
+    double x = 120;
+    for (const QChar letter : QString("שלום")) {
+        logical.at(x, 100).draw(letter);
+        x -= em / 2;
+    }
+    logical.at(300, 100).draw(QString("חשבון"));
+    const QStringList texts = logical.texts();
+    QCOMPARE(texts, QStringList({"שלום", "חשבון"}));
+    QCOMPARE(logical.item().left, toUnits(105));
+}
+
+void TestItemBuilder::textOutsideThePageIsLeftOut()
+{
+    QCOMPARE(Page().at(-50, 100).draw("gone").at(100, 900).draw("gone").texts(), QStringList());
+    QCOMPARE(Page().at(590, 100).draw("kept").texts(), QStringList{"kept"});
+}
+
+void TestItemBuilder::turnedTextKeepsItsPlace_data()
+{
+    QTest::addColumn<double>("a");
+    QTest::addColumn<double>("b");
+    QTest::addColumn<double>("c");
+    QTest::addColumn<double>("d");
+    QTest::newRow("upwards") << 0.0 << -em << -em << 0.0;
+    QTest::newRow("downwards") << 0.0 << em << em << 0.0;
+    QTest::newRow("upside down") << -em << 0.0 << 0.0 << em;
+    QTest::newRow("aslant") << 7.0 << 7.0 << 7.0 << -7.0;
+    QTest::newRow("mirrored") << em << 0.0 << 0.0 << em;
+}
+
+void TestItemBuilder::turnedTextKeepsItsPlace()
+{
+    QFETCH(double, a);
+    QFETCH(double, b);
+    QFETCH(double, c);
+    QFETCH(double, d);
+    const auto drawn = [=](const QString &text) {
+        PageItems items;
+        ItemBuilder builder(items, 595, 842);
+        builder.setStyle(TextStyle::fromMatrix(a, b, c, d, false));
+        double along = 0;
+        for (const QChar letter : text) {
+            const int codes[] = {letter.unicode()};
+            builder.add({300 + along * a, 300 + along * b, em / 2, 0, true, codes, 1});
+            along += 0.5;
+        }
+        builder.endItem();
+        return items;
+    };
+    const PageItems shortText = drawn("4711");
+    const PageItems longText = drawn("AC-0815-22 and more");
+    QCOMPARE(shortText.items.size(), std::size_t{1});
+    QCOMPARE(longText.items.size(), std::size_t{1});
+    QCOMPARE(longText.items[0].left, shortText.items[0].left);
+    QCOMPARE(longText.items[0].top, shortText.items[0].top);
+}
+
+void TestItemBuilder::referencesAreEscapedOnlyWhereTheyWouldBeRead_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("written");
+    QTest::newRow("company") << QByteArray("Smith & Co") << QByteArray("Smith & Co");
+    QTest::newRow("glued") << QByteArray("AT&T") << QByteArray("AT&T");
+    QTest::newRow("reads as one") << QByteArray("a&amp;b") << QByteArray("a&amp;amp;b");
+    QTest::newRow("number") << QByteArray("&#38;") << QByteArray("&amp;#38;");
+    QTest::newRow("hexadecimal") << QByteArray("&#x26;") << QByteArray("&amp;#x26;");
+    QTest::newRow("no name") << QByteArray("&; &#;") << QByteArray("&; &#;");
+    QTest::newRow("at the end") << QByteArray("R&") << QByteArray("R&");
+    QTest::newRow("markup") << QByteArray("<a \"b\">") << QByteArray("&lt;a &quot;b&quot;&gt;");
+}
+
+void TestItemBuilder::referencesAreEscapedOnlyWhereTheyWouldBeRead()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QByteArray, written);
+    PageItems page;
+    page.texts = text.toStdString();
+    page.items.push_back({72, 104, 210, 12, 0, static_cast<std::uint32_t>(text.size())});
+    std::string html;
+    writePageHtml(html, page, 1);
+    const QByteArray line =
+        "\n<span style=\"left:72;top:104;width:210;height:12\">" + written + "</span>\n";
+    QVERIFY2(QByteArray::fromStdString(html).contains(line), html.c_str());
+}
+
+QUORLIN_TEST(TestItemBuilder)
+#include "test_item_builder.moc"

@@ -1,0 +1,449 @@
+#include "tests/support/room.h"
+#include "tests/tools/pagexport/export_run.h"
+
+#include <QFileInfo>
+#include <QTest>
+#include <QXmlStreamReader>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <functional>
+
+using namespace quorlin::test;
+
+namespace {
+
+PdfBuilder pagesOf(int count)
+{
+    PdfBuilder pdf;
+    for (int page = 1; page <= count; ++page) {
+        pdf.addPage("BT /F1 12 Tf 72 700 Td (Page no. " + std::to_string(page) + ") Tj ET");
+    }
+    return pdf;
+}
+
+void writeFile(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(content), content.size());
+}
+
+} // namespace
+
+/// What pagexport does with files, names and its command line.
+class TestPageExport : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void wholeDocumentGivesAPageFileEachAndNoPicture();
+    void boundsNumberFromOneAndGivePictures_data();
+    void boundsNumberFromOneAndGivePictures();
+    void numbersAreTheSameWithAndWithoutBounds();
+    void tenThousandthPageHasFiveDigits();
+    void pagesComeInOrderFromSeveralThreads();
+    void boundsOutsideTheDocumentAreInputErrors_data();
+    void boundsOutsideTheDocumentAreInputErrors();
+    void wrongUsageIsStatusTwo_data();
+    void wrongUsageIsStatusTwo();
+    void helpAndVersionAreOnStandardOutput();
+    void inputMayBeginWithADash();
+    void earlierExportIsRemovedAndNothingElse();
+    void unreadableInputLeavesNothing_data();
+    void unreadableInputLeavesNothing();
+    void inputIsNeverRemovedWhateverItsName_data();
+    void inputIsNeverRemovedWhateverItsName();
+    void plantedLinksAreNotFollowed();
+    void unremovableLeftoverIsAnError();
+    void missingFolderIsAnError();
+    void fullDiskLeavesNothing();
+    void refusedThreadCostsNoPage();
+    void filesAreReadableByTheirOwnerOnly();
+    void awkwardNamesWork_data();
+    void awkwardNamesWork();
+    void worksWithClosedStandardStreams();
+    void indexIsWellFormedAndNamesTheFiles();
+    void otherLinesHoldNoneOfTheWords();
+};
+
+void TestPageExport::wholeDocumentGivesAPageFileEachAndNoPicture()
+{
+    ExportRun run;
+    QCOMPARE(run.run(pagesOf(3)), 0);
+    QCOMPARE(run.written(),
+             QStringList({"page.xml", "page_pg_0001.htm", "page_pg_0002.htm", "page_pg_0003.htm"}));
+    QCOMPARE(run.texts(3), QStringList{"Page no. 3"});
+    QCOMPARE(run.errors(), QByteArray());
+}
+
+void TestPageExport::boundsNumberFromOneAndGivePictures_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("count");
+    QTest::newRow("one page") << QStringList{"-f", "3", "-l", "3"} << 3 << 1;
+    QTest::newRow("several") << QStringList{"-f", "2", "-l", "8"} << 2 << 7;
+    QTest::newRow("first alone") << QStringList{"-f", "19"} << 19 << 2;
+    QTest::newRow("last alone") << QStringList{"-l", "2"} << 1 << 2;
+}
+
+void TestPageExport::boundsNumberFromOneAndGivePictures()
+{
+    QFETCH(QStringList, options);
+    QFETCH(int, first);
+    QFETCH(int, count);
+    ExportRun run;
+    QCOMPARE(run.run(pagesOf(20), options), 0);
+    QCOMPARE(run.written().size(), 2 * count + 1);
+    for (int page = 1; page <= count; ++page) {
+        QCOMPARE(run.texts(page), QStringList{"Page no. " + QString::number(first + page - 1)});
+        QVERIFY(run.written().contains(
+            QStringLiteral("page_pg_%1.png").arg(page, 4, 10, QLatin1Char('0'))));
+    }
+}
+
+void TestPageExport::numbersAreTheSameWithAndWithoutBounds()
+{
+    ExportRun whole;
+    ExportRun single;
+    QCOMPARE(whole.run(pagesOf(9)), 0);
+    QCOMPARE(single.run(pagesOf(9), {"-f", "5", "-l", "5"}), 0);
+    QCOMPARE(single.content("page_pg_0001.htm"), whole.content("page_pg_0005.htm"));
+}
+
+void TestPageExport::tenThousandthPageHasFiveDigits()
+{
+    PdfBuilder pdf;
+    const int page = pdf.addPage("BT /F1 12 Tf 72 700 Td (same) Tj ET");
+    std::string kids;
+    for (int i = 0; i < 10001; ++i) {
+        kids += std::to_string(page) + " 0 R ";
+    }
+    pdf.setPageTree("<</Type/Pages/Count 10001/Kids[" + kids + "]>>");
+    ExportRun run;
+    QCOMPARE(run.run(pdf), 0);
+    QCOMPARE(run.written().size(), 10002);
+    QCOMPARE(ExportRun::itemsOf(run.content("page_pg_9999.htm")).size(), 1);
+    QCOMPARE(ExportRun::itemsOf(run.content("page_pg_10001.htm")).size(), 1);
+}
+
+void TestPageExport::pagesComeInOrderFromSeveralThreads()
+{
+    ExportRun run;
+    QCOMPARE(run.run(pagesOf(203)), 0);
+    for (int page = 1; page <= 203; ++page) {
+        QCOMPARE(run.texts(page), QStringList{"Page no. " + QString::number(page)});
+    }
+}
+
+void TestPageExport::boundsOutsideTheDocumentAreInputErrors_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::newRow("last before first") << QStringList{"-f", "3", "-l", "2"};
+    QTest::newRow("behind the end") << QStringList{"-f", "4", "-l", "4"};
+    QTest::newRow("first behind the end") << QStringList{"-f", "4"};
+    QTest::newRow("last behind the end") << QStringList{"-l", "4"};
+    QTest::newRow("page 0") << QStringList{"-f", "0", "-l", "1"};
+    QTest::newRow("negative") << QStringList{"-f", "-1"};
+    QTest::newRow("beyond every integer") << QStringList{"-f", "99999999999999999999999"};
+}
+
+void TestPageExport::boundsOutsideTheDocumentAreInputErrors()
+{
+    QFETCH(QStringList, options);
+    ExportRun run;
+    QCOMPARE(run.run(pagesOf(3), options), 1);
+    QCOMPARE(run.written(), QStringList());
+    QVERIFY(run.errors().startsWith("pagexport: "));
+    QVERIFY(run.errors().contains("in.pdf"));
+    QCOMPARE(run.errors().count('\n'), 1);
+}
+
+void TestPageExport::wrongUsageIsStatusTwo_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("nothing") << QStringList();
+    QTest::newRow("no format") << QStringList{"in.pdf", "page.xml"};
+    QTest::newRow("no output") << QStringList{"-htmlformat", "in.pdf"};
+    QTest::newRow("three files") << QStringList{"-htmlformat", "a", "b", "c"};
+    QTest::newRow("unknown option") << QStringList{"-htmlformat", "-x", "a", "b"};
+    QTest::newRow("page is a word") << QStringList{"-htmlformat", "-f", "one", "a", "b"};
+    QTest::newRow("page with a tail") << QStringList{"-htmlformat", "-f", "1x", "a", "b"};
+    QTest::newRow("page is empty") << QStringList{"-htmlformat", "-f", "", "a", "b"};
+    QTest::newRow("page is missing") << QStringList{"-htmlformat", "a", "b", "-l"};
+    QTest::newRow("empty output") << QStringList{"-htmlformat", "a", ""};
+    QTest::newRow("output is a folder") << QStringList{"-htmlformat", "a", "/tmp/"};
+}
+
+void TestPageExport::wrongUsageIsStatusTwo()
+{
+    QFETCH(QStringList, arguments);
+    ExportRun run;
+    QCOMPARE(run.call(arguments), 2);
+    QVERIFY(run.errors().startsWith("pagexport: "));
+    QCOMPARE(run.errors().count('\n'), 1);
+    QCOMPARE(run.output(), QByteArray());
+}
+
+void TestPageExport::helpAndVersionAreOnStandardOutput()
+{
+    ExportRun run;
+    QCOMPARE(run.call({"--help"}), 0);
+    for (const char *word : {"-htmlformat", "-f ", "-l ", "--", "--version", "Exit status"}) {
+        QVERIFY2(run.output().contains(word), word);
+    }
+    QCOMPARE(run.call({"--version"}), 0);
+    QVERIFY(QRegularExpression("^pagexport \\d+\\.\\d+\\.\\d+\n$")
+                .match(QString::fromUtf8(run.output()))
+                .hasMatch());
+    QCOMPARE(run.errors(), QByteArray());
+}
+
+void TestPageExport::inputMayBeginWithADash()
+{
+    ExportRun run;
+    const QString input = run.save(pagesOf(1), "-f.pdf");
+    QProcess process;
+    process.setWorkingDirectory(QFileInfo(input).path());
+    process.start(QUORLIN_BIN_DIR "/pagexport", {"-htmlformat", "--", "-f.pdf", "page.xml"});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 0);
+    QCOMPARE(run.texts(), QStringList{"Page no. 1"});
+}
+
+void TestPageExport::earlierExportIsRemovedAndNothingElse()
+{
+    ExportRun run;
+    const QStringList old{"page.xml",         "page.xml.part",    "page_pg_0001.htm",
+                          "page_pg_0002.htm", "page_pg_0007.png", "page_pg_12345.htm"};
+    const QStringList foreign{"page_pg_.htm",       "page_pg_001.htm",   "page_pg_00x1.htm",
+                              "page_pg_0001.html",  "page_pg_0001.txt",  "page_pg_0001_pg_0001.htm",
+                              "page_pg_0001.htm.x", "pages_pg_0001.htm", "xpage_pg_0001.htm"};
+    for (const QString &name : old + foreign) {
+        writeFile(run.path(name), "old");
+    }
+    QCOMPARE(run.run(pagesOf(1)), 0);
+    QCOMPARE(run.texts(), QStringList{"Page no. 1"});
+    for (const QString name :
+         {"page.xml.part", "page_pg_0002.htm", "page_pg_0007.png", "page_pg_12345.htm"}) {
+        QVERIFY2(!QFileInfo::exists(run.path(name)), qPrintable(name));
+    }
+    for (const QString &name : foreign) {
+        QCOMPARE(run.content(name), QByteArray("old"));
+    }
+}
+
+void TestPageExport::unreadableInputLeavesNothing_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<bool>("exists");
+    QTest::newRow("missing") << QByteArray() << false;
+    QTest::newRow("empty") << QByteArray() << true;
+    QTest::newRow("text") << QByteArray("This is no PDF file.\n") << true;
+    QTest::newRow("header alone") << QByteArray("%PDF-1.7\n%%EOF\n") << true;
+    PdfBuilder noPages;
+    QTest::newRow("no pages") << QByteArray::fromStdString(noPages.build()) << true;
+    QTest::newRow("picture") << QByteArray("\x89PNG\r\n\x1a\n1234567890") << true;
+}
+
+void TestPageExport::unreadableInputLeavesNothing()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(bool, exists);
+    ExportRun run;
+    if (exists) {
+        writeFile(run.path("in.pdf"), content);
+    }
+    writeFile(run.path("page_pg_0001.htm"), "an earlier file's text");
+    QCOMPARE(run.run(run.path("in.pdf")), 1);
+    QCOMPARE(run.written(), QStringList());
+    QVERIFY(run.errors().contains("in.pdf"));
+}
+
+void TestPageExport::inputIsNeverRemovedWhateverItsName_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("as the index") << "page.xml";
+    QTest::newRow("as a page") << "page_pg_0001.htm";
+    QTest::newRow("as a picture") << "page_pg_0300.png";
+}
+
+void TestPageExport::inputIsNeverRemovedWhateverItsName()
+{
+    QFETCH(QString, name);
+    ExportRun run;
+    const PdfBuilder pdf = pagesOf(2);
+    QCOMPARE(run.run(run.save(pdf, name)), 1);
+    QCOMPARE(run.content(name), QByteArray::fromStdString(pdf.build()));
+    QCOMPARE(run.written(), QStringList{name});
+}
+
+void TestPageExport::plantedLinksAreNotFollowed()
+{
+    ExportRun run;
+    writeFile(run.path("precious"), "precious");
+    for (const QString name : {"page.xml", "page.xml.part", "page_pg_0001.htm"}) {
+        QVERIFY(QFile::link(run.path("precious"), run.path(name)));
+    }
+    QCOMPARE(run.run(pagesOf(1)), 0);
+    QCOMPARE(run.content("precious"), QByteArray("precious"));
+    QCOMPARE(run.texts(), QStringList{"Page no. 1"});
+    QVERIFY(!QFileInfo(run.path("page_pg_0001.htm")).isSymLink());
+}
+
+void TestPageExport::unremovableLeftoverIsAnError()
+{
+    ExportRun run;
+    QVERIFY(QDir().mkdir(run.path("page_pg_0005.htm")));
+    QCOMPARE(run.run(pagesOf(1)), 1);
+    QVERIFY(run.errors().contains("page_pg_0005.htm"));
+    QCOMPARE(run.written(), QStringList());
+}
+
+void TestPageExport::missingFolderIsAnError()
+{
+    ExportRun run;
+    const QString input = run.save(pagesOf(1));
+    QCOMPARE(run.call({"-htmlformat", input, run.path("nowhere/page.xml")}), 1);
+    QVERIFY(run.errors().contains("nowhere"));
+}
+
+void TestPageExport::fullDiskLeavesNothing()
+{
+    PdfBuilder pdf = pagesOf(3);
+    pdf.addPage("BT /F1 12 Tf 72 700 Td (" + std::string(5000, 'x') + ") Tj ET");
+    ExportRun run;
+    const QString input = run.save(pdf);
+    QProcess process; // a limit on file sizes fails a write as a full disk does
+    process.setChildProcessModifier([] {
+        const rlimit limit{2000, 2000};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    });
+    process.start(QUORLIN_BIN_DIR "/pagexport", {"-htmlformat", input, run.indexPath()});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 1);
+    QVERIFY(process.readAllStandardError().contains("page_pg_0004.htm"));
+    QCOMPARE(run.written(), QStringList());
+}
+
+void TestPageExport::refusedThreadCostsNoPage()
+{
+    const int pages = 64;
+    ExportRun run;
+    const QString input = run.save(pagesOf(pages));
+    QProcess process; // one stack of this size fits into the tool's address space, two do not
+    process.setChildProcessModifier([] {
+        rlimit limit{};
+        getrlimit(RLIMIT_STACK, &limit);
+        limit.rlim_cur = std::min<rlim_t>(limit.rlim_max, 3'500'000'000U);
+        setrlimit(RLIMIT_STACK, &limit);
+    });
+    process.start(QUORLIN_BIN_DIR "/pagexport", {"-htmlformat", input, run.indexPath()});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 0);
+    QCOMPARE(process.readAllStandardError(), QByteArray());
+    QCOMPARE(run.written().size(), pages + 1);
+}
+
+void TestPageExport::filesAreReadableByTheirOwnerOnly()
+{
+    ExportRun run;
+    QCOMPARE(run.run(pagesOf(1), {"-f", "1"}), 0);
+    QCOMPARE(run.written().size(), 3);
+    for (const QString &name : run.written()) {
+        struct stat status
+        {
+        };
+        QCOMPARE(stat(qPrintable(run.path(name)), &status), 0);
+        QCOMPARE(status.st_mode & 0777U, 0600U);
+    }
+}
+
+void TestPageExport::awkwardNamesWork_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("blanks") << "a file of mine.pdf";
+    QTest::newRow("quotes") << "it's \"quoted\".pdf";
+    QTest::newRow("percent") << "100%s %1 #1?.pdf";
+    QTest::newRow("line feed") << "two\nlines.pdf";
+    QTest::newRow("not Latin") << QString("請求書 счёт 🧾.pdf");
+    QTest::newRow("no ending") << "statement";
+}
+
+void TestPageExport::awkwardNamesWork()
+{
+    QFETCH(QString, name);
+    ExportRun run;
+    const QString input = run.save(pagesOf(1), name);
+    QCOMPARE(run.call({"-htmlformat", input, run.path("page " + name + ".xml")}), 0);
+    const QByteArray html = run.content("page " + name + "_pg_0001.htm");
+    QCOMPARE(ExportRun::itemsOf(html).size(), 1);
+    QCOMPARE(run.call({"-htmlformat", input + "x", run.path("page " + name + ".xml")}), 1);
+    QCOMPARE(run.errors().count('\n'), 1);
+    QCOMPARE(run.written(), QStringList());
+}
+
+void TestPageExport::worksWithClosedStandardStreams()
+{
+    ExportRun run;
+    const QString input = run.save(pagesOf(2));
+    QProcess process;
+    process.setChildProcessModifier([] {
+        for (const int stream : {0, 1, 2}) {
+            close(stream);
+        }
+    });
+    process.start(QUORLIN_BIN_DIR "/pagexport", {"-htmlformat", input, run.indexPath()});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 0);
+    QCOMPARE(run.texts(2), QStringList{"Page no. 2"});
+}
+
+void TestPageExport::indexIsWellFormedAndNamesTheFiles()
+{
+    ExportRun run;
+    QCOMPARE(run.run(pagesOf(3), {"-f", "2"}), 0);
+    QXmlStreamReader xml(run.content("page.xml"));
+    QStringList files;
+    QStringList numbers;
+    while (!xml.atEnd()) {
+        if (xml.readNext() == QXmlStreamReader::StartElement &&
+            xml.name() == QLatin1String("page")) {
+            QCOMPARE(xml.attributes().value("width"), QLatin1String("893"));
+            QCOMPARE(xml.attributes().value("height"), QLatin1String("1263"));
+            QCOMPARE(xml.attributes().value("items"), QLatin1String("1"));
+            numbers.append(xml.attributes().value("number").toString());
+            files.append(xml.attributes().value("file").toString());
+            files.append(xml.attributes().value("picture").toString());
+        }
+    }
+    QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
+    QCOMPARE(numbers, QStringList({"2", "3"}));
+    files.sort();
+    files.prepend("page.xml");
+    QCOMPARE(files, run.written());
+}
+
+void TestPageExport::otherLinesHoldNoneOfTheWords()
+{
+    ExportRun run;
+    QCOMPARE(run.run(pagesOf(1)), 0);
+    const QByteArrayList lines = run.content("page_pg_0001.htm").split('\n');
+    QVERIFY(lines.size() > 3);
+    for (const QByteArray &line : lines) {
+        if (line.startsWith("<span ")) {
+            continue;
+        }
+        for (const char *word : {"left", "top", "width", "height", "</span>"}) {
+            QVERIFY2(!line.contains(word), line.constData());
+        }
+    }
+}
+
+QUORLIN_TEST(TestPageExport)
+#include "test_page_export.moc"
