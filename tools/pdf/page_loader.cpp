@@ -88,7 +88,9 @@ pdf_page *loadFromOwnTree(fz_context *context, pdf_document *document, const Fou
 
 PageLoader::~PageLoader()
 {
-    dropPageMap(m_file.context(), m_file.document());
+    if (m_file.document() != nullptr) {
+        dropPageMap(m_file.context(), m_file.document());
+    }
 }
 
 std::shared_ptr<const PageList> PageLoader::pages()

@@ -171,7 +171,9 @@ bool QuickOpening::readSection(std::int64_t offset, std::int64_t &previous)
         return readClassicSection(offset, previous);
     }
     XrefStream section(m_context, m_host);
-    return section.read(offset, *this) && takeTrailer(section.dictionary(), previous);
+    return section.read(offset, *this) &&
+           pdf_dict_get(m_context, section.dictionary(), PDF_NAME(XRefStm)) == nullptr &&
+           takeTrailer(section.dictionary(), previous);
 }
 
 bool QuickOpening::readClassicSection(std::int64_t offset, std::int64_t &previous)

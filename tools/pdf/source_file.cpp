@@ -25,18 +25,16 @@ SourceFile::~SourceFile()
 
 void SourceFile::open(Opening opening)
 {
-    {
-        QuickOpening reading(context(), m_input);
-        if (opening == Opening::quick) {
-            m_document = reading.open();
-            m_isQuick = m_document != nullptr;
-        }
-        if (m_document == nullptr) {
-            m_document = reading.openMisreadTable();
-        }
+    QuickOpening reading(context(), m_input);
+    if (opening == Opening::quick) {
+        m_document = reading.open();
+        m_isQuick = m_document != nullptr;
     }
     if (m_document == nullptr) {
-        openByLibrary({});
+        m_document = reading.openMisreadTable();
+    }
+    if (m_document == nullptr) {
+        m_document = openByLibrary({});
     }
     if (!m_isQuick) {
         checkPassword();
@@ -45,11 +43,18 @@ void SourceFile::open(Opening opening)
 
 void SourceFile::checkPassword()
 {
-    PdfSource source(*this);
-    if (!opensWithoutPassword(source)) {
+    try {
+        const bool isOpen = readRepairing(*this, [this] {
+            PdfSource source(*this);
+            return opensWithoutPassword(source);
+        });
+        if (!isOpen) {
+            throw ToolError(path(), "needs a password");
+        }
+    } catch (...) {
         pdf_drop_document(context(), m_document);
         m_document = nullptr;
-        throw ToolError(path(), "needs a password");
+        throw;
     }
 }
 
@@ -58,23 +63,25 @@ bool SourceFile::repair()
     if (pdf_was_repaired(context(), m_document) != 0) {
         return false;
     }
-    pdf_drop_document(context(), m_document);
-    m_document = nullptr;
-    m_isQuick = false;
     // A table that cannot be is as good as none.
-    openByLibrary("\nstartxref\n0\n%%EOF\n");
+    pdf_document *repaired = openByLibrary("\nstartxref\n0\n%%EOF\n");
+    pdf_drop_document(context(), m_document);
+    m_document = repaired;
+    m_isQuick = false;
     checkPassword();
     return true;
 }
 
-void SourceFile::openByLibrary(std::string_view tail)
+pdf_document *SourceFile::openByLibrary(std::string_view tail)
 {
+    pdf_document *document = nullptr;
     fz_stream *stream = nullptr;
     fz_var(stream);
+    fz_var(document);
     fz_try(context())
     {
         stream = openFileStream(context(), m_input.descriptor(), m_input.size(), tail);
-        m_document = pdf_open_document_with_stream(context(), stream);
+        document = pdf_open_document_with_stream(context(), stream);
     }
     fz_always(context())
     {
@@ -86,6 +93,7 @@ void SourceFile::openByLibrary(std::string_view tail)
         throw ToolError(path(),
                         std::string("cannot be read as PDF: ") + fz_caught_message(context()));
     }
+    return document;
 }
 
 } // namespace tools

@@ -38,7 +38,8 @@ public:
     SourceFile &operator=(const SourceFile &) = delete;
 
     fz_context *context() const noexcept { return m_context.get(); }
-    /// Lent to those who let the library do its own work with it, like drawing a page.
+    /// Lent to those who let the library do its own work with it, like drawing a page; null after
+    /// a repair that has failed.
     pdf_document *document() const noexcept { return m_document; }
     const std::string &path() const noexcept { return m_input.path(); }
     const InputFile &input() const noexcept { return m_input; }
@@ -61,7 +62,7 @@ public:
 
 private:
     void open(Opening opening);
-    void openByLibrary(std::string_view tail);
+    pdf_document *openByLibrary(std::string_view tail);
     void checkPassword();
 
     PdfContext &m_context;
