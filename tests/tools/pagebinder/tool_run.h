@@ -10,6 +10,9 @@ struct ToolRun
     int status = -1; ///< -1: crashed, hung or did not start
     QByteArray output;
     QByteArray errors;
+
+    /// Whether it ended with an output, with stand-ins for unreadable pages perhaps.
+    bool hasWritten() const { return status == 0 || status == 3; }
 };
 
 /// Runs pagebinder with @p arguments, at most a minute.
