@@ -1,7 +1,7 @@
 #include "mainwindow/process.h"
 
 #include "common/folders.h"
-#include "mainwindow/plain_tip.h"
+#include "mainwindow/number_delegate.h"
 #include "rules/rule_store.h"
 #include "rules/rules.h"
 #include "ui_process.h"
@@ -10,6 +10,7 @@
 #include <QGuiApplication>
 #include <QNetworkAccessManager>
 #include <QPixmap>
+#include <QProcessEnvironment>
 #include <QScreen>
 
 Process::Process() : ui(std::make_unique<Ui_process>())
@@ -22,6 +23,7 @@ Process::Process() : ui(std::make_unique<Ui_process>())
     connectControls();
     ui->inputfiletableWidget->setSelectionBehavior(QAbstractItemView::SelectRows);
     ui->inputfiletableWidget->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    alignNumbers();
     ui->outputfolderEdit->setPalette(QPalette(Qt::white));
     fillRuleList();
     setabout();
@@ -120,6 +122,14 @@ void Process::darkenCaptions()
     }
 }
 
+void Process::alignNumbers()
+{
+    QTableWidget *table = ui->inputfiletableWidget;
+    table->setItemDelegateForColumn(1, new NumberDelegate({}, table));
+    table->setItemDelegateForColumn(
+        2, new NumberDelegate({QStringLiteral(" KB"), QStringLiteral(" MB")}, table));
+}
+
 void Process::styleTable()
 {
     QTableWidget *table = ui->inputfiletableWidget;
@@ -186,17 +196,12 @@ QString Process::cellText(int row, int column) const
     return item == nullptr ? QString() : item->text();
 }
 
-void Process::setCellText(int row, int column, const QString &text)
+void Process::setCell(int row, int column, std::unique_ptr<QTableWidgetItem> item)
 {
     QTableWidget *table = ui->inputfiletableWidget;
-    if (row < 0 || row >= table->rowCount()) {
-        return;
+    if (row >= 0 && row < table->rowCount()) {
+        table->setItem(row, column, item.release());
     }
-    auto *item = new QTableWidgetItem(text);
-    if (column == 0) {
-        item->setToolTip(quorlin::plainTip(text)); // the column is too narrow for most paths
-    }
-    table->setItem(row, column, item);
 }
 
 void Process::suspendSorting()
@@ -208,7 +213,7 @@ void Process::suspendSorting()
 
 void Process::resumeSorting()
 {
-    if (running || counting) {
+    if (turns > 0 || counting) {
         return;
     }
     QTableWidget *table = ui->inputfiletableWidget;
@@ -257,7 +262,22 @@ QProcess *Process::prepareTool(const QString &command, const char *finishedSlot)
     return process;
 }
 
-void Process::startTool(const QString &command, const char *finishedSlot)
+void Process::startSplitTool(const QString &command, const char *finishedSlot)
 {
-    prepareTool(command, finishedSlot)->startCommand(command, QIODevice::ReadWrite);
+    QProcess *tool = prepareTool(command, finishedSlot);
+    if (!splitIdentity.isEmpty()) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QLatin1String(quorlin::inputIdentityVariable),
+                           QString::fromLatin1(splitIdentity));
+        tool->setProcessEnvironment(environment);
+    }
+    connect(
+        tool, &QProcess::errorOccurred, this,
+        [this](QProcess::ProcessError error) {
+            if (error == QProcess::FailedToStart) {
+                abandonTurn();
+            }
+        },
+        Qt::QueuedConnection);
+    tool->startCommand(command, QIODevice::ReadWrite);
 }
