@@ -2,8 +2,8 @@
 
 #include "batch/console.h"
 #include "batch/scratch_folder.h"
-#include "batch/stop_signals.h"
 #include "common/folders.h"
+#include "common/stop_signals.h"
 #include "mainwindow/process.h"
 
 #include <QApplication>

@@ -1,8 +1,8 @@
 #include "batch/page_items.h"
 
 #include "batch/item_listing.h"
-#include "batch/stop_signals.h"
 #include "common/folders.h"
+#include "common/stop_signals.h"
 #include "common/tool_commands.h"
 
 #include <QEventLoop>

@@ -25,7 +25,10 @@
 class QDragEnterEvent;
 class QDropEvent;
 class QKeyEvent;
+class ManualWindow;
+class QKeySequence;
 class QNetworkAccessManager;
+class QPushButton;
 class QTableWidgetItem;
 class Rules;
 class Ui_process;
@@ -57,6 +60,11 @@ public:
 
     /// Adds @p files to the list, whatever their suffix, and counts their pages.
     void addFiles(const QStringList &files); // mainwindow/file_list.cpp
+
+protected:
+    void showEvent(QShowEvent *event) override;                 // mainwindow/window_look.cpp
+    void changeEvent(QEvent *event) override;                   // mainwindow/window_look.cpp
+    bool eventFilter(QObject *watched, QEvent *event) override; // mainwindow/process.cpp
 
 public slots:
     // Declared in this order on purpose: it fixes the indices of the meta-object. The event
@@ -98,13 +106,12 @@ private:
     void createHelpers();
     void connectControls();
     void fillRuleList();
-    void fitCaptions();
-    void darkenCaptions();
-    void alignNumbers();
-    void styleTable();
     void addTableAction(const QString &text, const char *slot);
     void createTableActions();
-    void setBackground();
+    void createShortcuts();
+    /// @param tip with "%1" where the keys stand
+    void addTip(QPushButton *button, const QString &tip, const QKeySequence &keys);
+    void showManual();
 
     /// Text of a cell, empty where the table holds no item or no such row.
     QString cellText(int row, int column) const;
@@ -133,10 +140,21 @@ private:
     OpDialog optionsDialog;
     std::unique_ptr<Rules> rules;
     std::unique_ptr<quorlin::ProgressPane> progressPane;
+    std::unique_ptr<ManualWindow> manual; ///< made when it is first asked for
     quorlin::ToolProcesses tools;
     QTimer *previewTimer = nullptr;
     QNetworkAccessManager *networkManager = nullptr;
     QString dataFolderPath;
+
+    // ---- mainwindow/window_look.cpp
+    void fitCaptions();
+    /// Makes the eight buttons @p width pixels wide and their captions fit.
+    void fitButtons(int width);
+    void darkenCaptions();
+    void alignNumbers();
+    void styleTable();
+    void setBackground();
+    void fitToScreen();
 
     // ---- mainwindow/file_list.cpp
     void connectPreview();

@@ -1,5 +1,6 @@
 #include "mainwindow/progress_pane.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QScrollBar>
 #include <QTextCursor>
 #include <QTextEdit>
@@ -17,7 +18,22 @@ ProgressPane::ProgressPane(QTextEdit *textEdit) : edit(textEdit)
     edit->setUndoRedoEnabled(false);
     refreshTimer.setSingleShot(true);
     refreshTimer.setInterval(refreshMilliseconds);
-    QObject::connect(&refreshTimer, &QTimer::timeout, edit, [this] { refreshScreen(); });
+    QObject::connect(&refreshTimer, &QTimer::timeout, &connections, [this] { refreshScreen(); });
+    const QScrollBar *bar = edit->verticalScrollBar();
+    QObject::connect(bar, &QScrollBar::valueChanged, &connections, [this] { noteScrolling(); });
+    // A narrower pane wraps its lines anew, and the end moves.
+    QObject::connect(bar, &QScrollBar::rangeChanged, &connections, [this] {
+        if (followsEnd) {
+            showEnd();
+        }
+    });
+}
+
+ProgressPane::~ProgressPane()
+{
+    if (heldLayout) {
+        heldLayout->blockSignals(false);
+    }
 }
 
 void ProgressPane::addLine(const QString &line)
@@ -40,22 +56,40 @@ void ProgressPane::holdScreen()
     if (refreshTimer.isActive()) {
         return;
     }
-    const QScrollBar *bar = edit->verticalScrollBar();
-    followsEnd = bar->value() >= bar->maximum();
-    // The scroll bars too: their range changes with every line.
-    edit->setUpdatesEnabled(false);
+    heldLayout = edit->document()->documentLayout();
+    heldLayout->blockSignals(true);
     refreshTimer.start();
 }
 
 void ProgressPane::refreshScreen()
 {
-    if (followsEnd) {
-        QScrollBar *bar = edit->verticalScrollBar();
-        bar->setValue(bar->maximum());
+    if (!heldLayout) {
+        return;
     }
-    edit->setUpdatesEnabled(true);
-    // At once: the next line holds the screen again before a posted update would be served.
-    edit->repaint();
+    heldLayout->blockSignals(false);
+    emit heldLayout->documentSizeChanged(heldLayout->documentSize());
+    heldLayout.clear();
+    if (followsEnd) {
+        showEnd();
+    }
+    // At once: where lines come without a pause, a posted update waits for the pause.
+    edit->viewport()->repaint();
+}
+
+void ProgressPane::showEnd()
+{
+    scrolling = true;
+    QScrollBar *bar = edit->verticalScrollBar();
+    bar->setValue(bar->maximum());
+    scrolling = false;
+}
+
+void ProgressPane::noteScrolling()
+{
+    const QScrollBar *bar = edit->verticalScrollBar();
+    if (!scrolling) {
+        followsEnd = bar->value() >= bar->maximum();
+    }
 }
 
 } // namespace quorlin

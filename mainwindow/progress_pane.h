@@ -1,31 +1,43 @@
 #pragma once
 
+#include <QPointer>
 #include <QString>
 #include <QTimer>
 
+class QAbstractTextDocumentLayout;
 class QTextEdit;
 
 namespace quorlin {
 
 /// Lines of a run in a text edit. A line stands in the document at once, exactly as it is; the
 /// screen follows ten times a second, because a repaint per line would cost more than the page the
-/// line tells about.
+/// line tells about. In between the edit is not told of the new lines, yet it can be painted at any
+/// time: nothing is ever shown unpainted.
 class ProgressPane
 {
 public:
     /// @param edit the text edit, which must outlive the pane
     explicit ProgressPane(QTextEdit *edit);
+    ~ProgressPane();
+    ProgressPane(const ProgressPane &) = delete;
+    ProgressPane &operator=(const ProgressPane &) = delete;
 
-    /// Adds @p line behind the last one. A view that shows the end keeps showing it.
+    /// Adds @p line behind the last one. A view that shows the end keeps showing it; one that the
+    /// user scrolled up stays.
     void addLine(const QString &line);
 
 private:
     void holdScreen();
     void refreshScreen();
+    void showEnd();
+    void noteScrolling();
 
     QTextEdit *edit;
     QTimer refreshTimer;
+    QPointer<QAbstractTextDocumentLayout> heldLayout; ///< does not report its changes for now
+    QObject connections;                              ///< end with the pane
     bool followsEnd = true;
+    bool scrolling = false; ///< the pane itself moves the scroll bar
 };
 
 } // namespace quorlin

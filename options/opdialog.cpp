@@ -1,6 +1,8 @@
 #include "options/opdialog.h"
 
 #include "common/settings_text.h"
+#include "mainwindow/desktop_colours.h"
+#include "mainwindow/screen_fit.h"
 #include "options/document_information.h"
 #include "ui_opdialog.h"
 
@@ -12,6 +14,8 @@
 using namespace quorlin;
 
 namespace {
+
+constexpr int narrowList = 120;
 
 bool storedSwitch(const OptionRule &rule, const QString &stored)
 {
@@ -30,6 +34,7 @@ void showResolution(int downsampleType, std::initializer_list<QWidget *> widgets
 OpDialog::OpDialog(QWidget *parent) : QDialog(parent), ui(std::make_unique<Ui_OpDialog>())
 {
     ui->setupUi(this);
+    setPalette(withReadableDisabledTexts(palette()));
     const QPixmap warning = QIcon(QStringLiteral(":/iconoption/icons/alert.ico")).pixmap(32);
     ui->label_warning_mark_icon->setPixmap(warning);
     ui->label_warning_pdfa_icon->setPixmap(warning);
@@ -42,6 +47,22 @@ OpDialog::OpDialog(QWidget *parent) : QDialog(parent), ui(std::make_unique<Ui_Op
 }
 
 OpDialog::~OpDialog() = default;
+
+void OpDialog::showEvent(QShowEvent *event)
+{
+    // The columns stand below each other unless the screen has no room for that.
+    const bool narrow = minimumSizeHint().width() > roomFor(*this).width();
+    for (QGridLayout *grid : {ui->gridLayout_clr, ui->gridLayout_gry, ui->gridLayout_mno}) {
+        for (int column = 0; narrow && column < grid->columnCount(); ++column) {
+            grid->setColumnMinimumWidth(column, 0);
+        }
+    }
+    if (narrow) {
+        ui->listWidge_option->setFixedWidth(narrowList);
+    }
+    fitOnScreen(*this);
+    QDialog::showEvent(event);
+}
 
 void OpDialog::connectActions()
 {
