@@ -45,7 +45,8 @@ void NumberDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option
     const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &cell, cell.widget) + 1;
     const QRect inside = cell.rect.adjusted(margin, 0, -margin, 0);
     if (cell.fontMetrics.horizontalAdvance(number) + unitWidth > inside.width()) {
-        QStyledItemDelegate::paint(painter, option, index); // too narrow: ended in an ellipsis
+        cell.text = cell.text.trimmed(); // ends in an ellipsis
+        style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
         return;
     }
     cell.text.clear();

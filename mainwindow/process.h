@@ -154,6 +154,7 @@ private:
     void alignNumbers();
     void styleTable();
     void setBackground();
+    void narrowColumns();
     void fitToScreen();
 
     // ---- mainwindow/file_list.cpp

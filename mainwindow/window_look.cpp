@@ -18,8 +18,9 @@ constexpr int buttonCount = 8;
 constexpr int ruleChoiceWidth = 200;
 constexpr int paneHeight = 120;
 constexpr int rowHeight = 18;
-constexpr int narrowPageColumn = 70;
-constexpr int narrowSizeColumn = 110;
+constexpr int besideColumns = 60; // margins of the window, row numbers, scroll bar
+constexpr int cellMargins = 10;
+const QString widestSize = QStringLiteral("9999.999 MB");
 constexpr int smallestPane = 40;
 constexpr int buttonSpacing = 6;
 constexpr QColor disabledCaption(0x5c, 0x5c, 0x5c); // 5 to 1 on the row's own colour
@@ -134,10 +135,11 @@ void Process::setBackground()
         quorlin::withReadableDisabledTexts(quorlin::windowColours(QApplication::palette(this)));
     // Widgets with a style sheet of their own do not take the window's colours over.
     const QPalette listColours = quorlin::isDark(QApplication::palette()) ? colours : QPalette();
-    for (QWidget *part : std::initializer_list<QWidget *>{
-             ui->inputfiletableWidget, ui->inputfiletableWidget->horizontalHeader(),
-             ui->inputfiletableWidget->verticalHeader()}) {
+    QTableWidget *table = ui->inputfiletableWidget;
+    for (QAbstractScrollArea *part : std::initializer_list<QAbstractScrollArea *>{
+             table, table->horizontalHeader(), table->verticalHeader()}) {
         part->setPalette(listColours);
+        part->viewport()->setPalette(listColours);
     }
     const QPixmap picture(QStringLiteral(":/iconoption/icons/stock-ved.jpg"));
     // A brush without picture would paint the window black.
@@ -146,6 +148,18 @@ void Process::setBackground()
                                                           Qt::SmoothTransformation));
     }
     setPalette(colours);
+}
+
+void Process::narrowColumns()
+{
+    QTableWidget *table = ui->inputfiletableWidget;
+    const QHeaderView *header = table->horizontalHeader();
+    const int needed = 3 * header->defaultSectionSize() + header->minimumSectionSize();
+    if (needed <= quorlin::roomFor(*this).width() - besideColumns) {
+        return;
+    }
+    table->setColumnWidth(1, header->minimumSectionSize());
+    table->setColumnWidth(2, table->fontMetrics().horizontalAdvance(widestSize) + cellMargins);
 }
 
 void Process::fitToScreen()
@@ -161,8 +175,7 @@ void Process::fitToScreen()
         const int spared = std::max(0, minimumSizeHint().width() - quorlin::roomFor(*this).width());
         fitButtons(std::max(1, buttonWidth - (spared + buttonCount - 1) / buttonCount));
         ui->comboBox_rule->setMinimumWidth(std::max(1, ruleChoiceWidth - lack.width()));
-        ui->inputfiletableWidget->setColumnWidth(1, narrowPageColumn);
-        ui->inputfiletableWidget->setColumnWidth(2, narrowSizeColumn);
+        narrowColumns();
     }
     if (lack.height() > 0) {
         ui->textEdit_process->setMinimumHeight(std::max(smallestPane, paneHeight - lack.height()));
