@@ -1,6 +1,6 @@
 #include "mainwindow/manual_window.h"
 
-#include "mainwindow/screen_fit.h"
+#include "widgets/screen_fit.h"
 
 #include <QCoreApplication>
 #include <QIcon>

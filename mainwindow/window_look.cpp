@@ -1,8 +1,8 @@
-#include "mainwindow/caption_fit.h"
-#include "mainwindow/desktop_colours.h"
 #include "mainwindow/number_delegate.h"
 #include "mainwindow/process.h"
-#include "mainwindow/screen_fit.h"
+#include "widgets/caption_fit.h"
+#include "widgets/desktop_colours.h"
+#include "widgets/screen_fit.h"
 
 #include "ui_process.h"
 

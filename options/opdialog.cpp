@@ -1,10 +1,10 @@
 #include "options/opdialog.h"
 
 #include "common/settings_text.h"
-#include "mainwindow/desktop_colours.h"
-#include "mainwindow/screen_fit.h"
 #include "options/document_information.h"
 #include "ui_opdialog.h"
+#include "widgets/desktop_colours.h"
+#include "widgets/screen_fit.h"
 
 #include <QFile>
 #include <QSettings>

@@ -1,6 +1,6 @@
 #include "rules/item_frame.h"
 
-#include "mainwindow/desktop_colours.h"
+#include "widgets/desktop_colours.h"
 
 #include <QImage>
 #include <QPainter>

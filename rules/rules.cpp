@@ -1,7 +1,7 @@
 #include "rules/rules.h"
 
-#include "mainwindow/desktop_colours.h"
-#include "mainwindow/screen_fit.h"
+#include "widgets/desktop_colours.h"
+#include "widgets/screen_fit.h"
 
 #include "ui_rules.h"
 
