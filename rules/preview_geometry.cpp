@@ -77,7 +77,7 @@ QRect confirmGeometry(const QRect &frame, QSize preview)
         return {beside.x(), std::min(beside.y(), lastTop), confirmWidth, confirmHeight};
     }
     const int below = frame.y() + frame.height();
-    const int above = std::max(0, frame.y() - confirmHeight);
+    const int above = std::clamp(frame.y() - confirmHeight, 0, lastTop);
     return {lastLeft, below <= lastTop ? below : above, confirmWidth, confirmHeight};
 }
 

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -41,6 +42,9 @@ private slots:
     void anUnopenableLogDropsTheMessages();
     void aFatalMessageAbortsWithoutALine();
     void theProgramShowsItsWindowAndLogs();
+    void aSignalLeavesNothingBehind_data();
+    void aSignalLeavesNothingBehind();
+    void anIgnoredSignalStaysIgnored();
 
 private:
     Run run(const QStringList &arguments, const QString &program = QString(),
@@ -218,6 +222,79 @@ void TestStartup::theProgramShowsItsWindowAndLogs()
                  .arg(QFileInfo(QStringLiteral(QUORLIN_BIN_DIR)).canonicalFilePath()));
     process.terminate();
     QVERIFY(process.waitForFinished());
+}
+
+namespace {
+
+/// The program, run over a temporary folder of its own.
+class RunningWindow
+{
+public:
+    explicit RunningWindow(const QString &temporary)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("TMPDIR"), temporary);
+        process.setProcessEnvironment(environment);
+        process.start(QStringLiteral(QUORLIN_BIN_DIR "/quorlin-cleaver"), QStringList());
+        process.waitForStarted(-1);
+    }
+
+    void send(int signal) { ::kill(pid_t(process.processId()), signal); }
+
+    QProcess process;
+};
+
+QStringList entriesOf(const QString &folder)
+{
+    return QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden |
+                                  QDir::System);
+}
+
+} // namespace
+
+void TestStartup::aSignalLeavesNothingBehind_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("TERM") << SIGTERM;
+    QTest::newRow("HUP") << SIGHUP;
+    QTest::newRow("INT") << SIGINT;
+}
+
+void TestStartup::aSignalLeavesNothingBehind()
+{
+    QFETCH(int, signal);
+    const QTemporaryDir temporary;
+    RunningWindow first(temporary.path());
+    const auto lockFile = QStringLiteral("quorlin-cleaver.lock");
+    QTRY_VERIFY_WITH_TIMEOUT(entriesOf(temporary.path()).contains(lockFile), 60000);
+    // A second window works in private folders.
+    RunningWindow second(temporary.path());
+    QTRY_VERIFY_WITH_TIMEOUT(entriesOf(temporary.path()).size() > 1, 60000);
+    second.send(signal);
+    QVERIFY(second.process.waitForFinished(-1));
+    QCOMPARE(entriesOf(temporary.path()), QStringList(lockFile));
+    first.send(signal);
+    QVERIFY(first.process.waitForFinished(-1));
+    QCOMPARE(entriesOf(temporary.path()), QStringList());
+    // Whoever waits for the program sees what ended it.
+    for (const QProcess *process : {&first.process, &second.process}) {
+        QCOMPARE(process->exitStatus(), QProcess::CrashExit);
+        QCOMPARE(process->exitCode(), signal);
+    }
+}
+
+void TestStartup::anIgnoredSignalStaysIgnored()
+{
+    const QTemporaryDir temporary;
+    const auto before = std::signal(SIGHUP, SIG_IGN); // as nohup does
+    RunningWindow window(temporary.path());
+    std::signal(SIGHUP, before);
+    QTRY_VERIFY_WITH_TIMEOUT(!entriesOf(temporary.path()).isEmpty(), 60000);
+    window.send(SIGHUP);
+    QVERIFY(!window.process.waitForFinished(500));
+    window.send(SIGTERM);
+    QVERIFY(window.process.waitForFinished(-1));
+    QCOMPARE(entriesOf(temporary.path()), QStringList());
 }
 
 QTEST_GUILESS_MAIN(TestStartup)
