@@ -28,7 +28,6 @@ ManualWindow::ManualWindow()
     setWindowIcon(QIcon(QStringLiteral(":/iconoption/icons/content32.png")));
     setOpenExternalLinks(true);
     document()->setDocumentMargin(16);
-    setSource(QUrl(QStringLiteral("qrc:/manual/manual.md")));
     resize(openingSize);
     auto *escape = new QShortcut(QKeySequence::Cancel, this);
     connect(escape, &QShortcut::activated, this, &QWidget::close);
@@ -38,6 +37,7 @@ ManualWindow::ManualWindow()
 
 void ManualWindow::showEvent(QShowEvent *event)
 {
+    setSource(QUrl(QStringLiteral("qrc:/manual/manual.md")));
     quorlin::fitOnScreen(*this);
     QTextBrowser::showEvent(event);
 }

@@ -151,6 +151,14 @@ private:
     void alignNumbers();
     void styleTable();
     void setBackground();
+    /// Measures of the row of buttons, in pixels.
+    struct ButtonRow
+    {
+        int margin = 0;
+        int spacing = 0;
+        int buttonWidth = 0;
+    };
+    void showButtonRow(const ButtonRow &row);
     void narrowColumns();
     void fitToScreen();
 

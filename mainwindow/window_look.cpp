@@ -22,7 +22,8 @@ constexpr int besideColumns = 60; // margins of the window, row numbers, scroll 
 constexpr int cellMargins = 10;
 const QString widestSize = QStringLiteral("9999.999 MB");
 constexpr int smallestPane = 40;
-constexpr int buttonSpacing = 6;
+constexpr int formSpacing = 6;
+constexpr int formMargin = 11;
 constexpr QColor disabledCaption(0x5c, 0x5c, 0x5c); // 5 to 1 on the row's own colour
 constexpr QSize pictureSize(840, 490);              // what the window opens at
 
@@ -138,8 +139,10 @@ void Process::setBackground()
     QTableWidget *table = ui->inputfiletableWidget;
     for (QAbstractScrollArea *part : std::initializer_list<QAbstractScrollArea *>{
              table, table->horizontalHeader(), table->verticalHeader()}) {
-        part->setPalette(listColours);
-        part->viewport()->setPalette(listColours);
+        for (QWidget *surface : {static_cast<QWidget *>(part), part->viewport()}) {
+            surface->ensurePolished(); // which would put the desktop's colours back later
+            surface->setPalette(listColours);
+        }
     }
     const QPixmap picture(QStringLiteral(":/iconoption/icons/stock-ved.jpg"));
     // A brush without picture would paint the window black.
@@ -165,20 +168,37 @@ void Process::narrowColumns()
 void Process::fitToScreen()
 {
     // What the form asks for, unless the screen has no room for it.
-    fitButtons(buttonWidth);
+    showButtonRow({formMargin, formSpacing, buttonWidth});
     ui->comboBox_rule->setMinimumWidth(ruleChoiceWidth);
     ui->textEdit_process->setMinimumHeight(paneHeight);
-    ui->horizontalLayout_2->setSpacing(buttonSpacing);
-    const QSize lack = minimumSizeHint() - quorlin::roomFor(*this);
-    if (lack.width() > 0) {
-        ui->horizontalLayout_2->setSpacing(0);
-        const int spared = std::max(0, minimumSizeHint().width() - quorlin::roomFor(*this).width());
-        fitButtons(std::max(1, buttonWidth - (spared + buttonCount - 1) / buttonCount));
-        ui->comboBox_rule->setMinimumWidth(std::max(1, ruleChoiceWidth - lack.width()));
+    const QSize room = quorlin::roomFor(*this);
+    // Empty space goes first, then the width of the buttons, and last that of the rule choice.
+    const auto lack = [&] { return std::max(0, minimumSizeHint().width() - room.width()); };
+    if (lack() > 0) {
+        showButtonRow({std::max(0, formMargin - (lack() + 1) / 2), formSpacing, buttonWidth});
         narrowColumns();
     }
-    if (lack.height() > 0) {
-        ui->textEdit_process->setMinimumHeight(std::max(smallestPane, paneHeight - lack.height()));
+    if (lack() > 0) {
+        showButtonRow({0, 0, buttonWidth});
+    }
+    if (lack() > 0) {
+        showButtonRow({0, 0, std::max(1, buttonWidth - (lack() + buttonCount - 1) / buttonCount)});
+    }
+    if (lack() > 0) {
+        ui->comboBox_rule->setMinimumWidth(std::max(1, ruleChoiceWidth - lack()));
+    }
+    const int low = minimumSizeHint().height() - room.height();
+    if (low > 0) {
+        ui->textEdit_process->setMinimumHeight(std::max(smallestPane, paneHeight - low));
     }
     quorlin::fitOnScreen(*this);
+}
+
+void Process::showButtonRow(const ButtonRow &row)
+{
+    ui->horizontalLayout_2->setSpacing(row.spacing);
+    ui->horizontalLayout_2->setContentsMargins(row.margin, formMargin, row.margin, formMargin);
+    fitButtons(row.buttonWidth);
+    ui->horizontalLayout_2->activate(); // and through it the window's, which asks how small it is
+    layout()->activate();
 }

@@ -16,6 +16,7 @@ using namespace quorlin;
 namespace {
 
 constexpr int narrowList = 120;
+constexpr int lowMargin = 3;
 
 bool storedSwitch(const OptionRule &rule, const QString &stored)
 {
@@ -50,11 +51,17 @@ OpDialog::~OpDialog() = default;
 
 void OpDialog::showEvent(QShowEvent *event)
 {
-    // The columns stand below each other unless the screen has no room for that.
-    const bool narrow = minimumSizeHint().width() > roomFor(*this).width();
+    const QSize room = roomFor(*this);
+    // The columns stand below each other, and the rows apart, unless the screen has no room for it.
+    const bool narrow = minimumSizeHint().width() > room.width();
+    const bool low = minimumSizeHint().height() > room.height();
     for (QGridLayout *grid : {ui->gridLayout_clr, ui->gridLayout_gry, ui->gridLayout_mno}) {
         for (int column = 0; narrow && column < grid->columnCount(); ++column) {
             grid->setColumnMinimumWidth(column, 0);
+        }
+        if (low) {
+            grid->setVerticalSpacing(1);
+            grid->setContentsMargins(lowMargin, lowMargin, lowMargin, lowMargin);
         }
     }
     if (narrow) {

@@ -7,7 +7,7 @@ namespace quorlin {
 
 namespace {
 
-constexpr double readable = 4.5;
+constexpr double readable = 5; // a little more than 4.5, which letters lose at their edges
 constexpr int shades = 20;
 
 double linear(double channel)

@@ -234,6 +234,8 @@ public:
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("TMPDIR"), temporary);
+        // Where it is missing, Qt makes a folder of its own below the temporary one.
+        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), QDir::homePath());
         process.setProcessEnvironment(environment);
         process.start(QStringLiteral(QUORLIN_BIN_DIR "/quorlin-cleaver"), QStringList());
         process.waitForStarted(-1);

@@ -518,6 +518,9 @@ void TestFileList::shortcutsDoWhatTheButtonsDo()
     QTest::keyClick(bench.table(), Qt::Key_O, Qt::ControlModifier);
     QTRY_COMPARE(bench.column(0), QStringList({a, b}));
     QTRY_VERIFY(bench.controlsEnabled());
+    bench.window().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&bench.window()));
+    bench.table()->clearSelection();
     bench.selectRows({0});
     QTest::keyClick(bench.table(), Qt::Key_Delete);
     QCOMPARE(bench.column(0), QStringList({b}));
@@ -593,6 +596,7 @@ void TestFileList::theManualOpensByKey()
             }
         }
         QVERIFY(manual != nullptr);
+        QCOMPARE(manual->source().fileName(), QStringLiteral("manual.md"));
         QVERIFY(manual->toPlainText().contains(QLatin1String("Make a rule")));
         QVERIFY(manual->screen()->availableGeometry().contains(manual->frameGeometry()));
         // A link leads to another page, and every picture is there.
@@ -601,6 +605,8 @@ void TestFileList::theManualOpensByKey()
         const QVariant picture = manual->loadResource(
             QTextDocument::ImageResource, QUrl(QStringLiteral("images/rule-editor-selected.png")));
         QVERIFY(!picture.toByteArray().isEmpty());
+        manual->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(manual));
         QTest::keyClick(manual, Qt::Key_Escape);
         QVERIFY(!manual->isVisible());
         bench.window().activateWindow();
