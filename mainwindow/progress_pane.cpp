@@ -10,6 +10,8 @@ namespace quorlin {
 namespace {
 
 constexpr int refreshMilliseconds = 100;
+constexpr int restMilliseconds = 150;
+constexpr int fewLines = 500; // wrapped anew within a few hundredths of a second
 
 } // namespace
 
@@ -18,11 +20,18 @@ ProgressPane::ProgressPane(QTextEdit *textEdit) : edit(textEdit)
     edit->setUndoRedoEnabled(false);
     refreshTimer.setSingleShot(true);
     refreshTimer.setInterval(refreshMilliseconds);
-    QObject::connect(&refreshTimer, &QTimer::timeout, &connections, [this] { refreshScreen(); });
+    connect(&refreshTimer, &QTimer::timeout, this, [this] { refreshScreen(); });
+    wrapTimer.setSingleShot(true);
+    wrapTimer.setInterval(restMilliseconds);
+    connect(&wrapTimer, &QTimer::timeout, this, [this] { wrapLines(); });
+    edit->setLineWrapMode(QTextEdit::FixedPixelWidth);
+    edit->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // every line is wrapped
+    edit->viewport()->installEventFilter(this);
+    wrapLines();
     const QScrollBar *bar = edit->verticalScrollBar();
-    QObject::connect(bar, &QScrollBar::valueChanged, &connections, [this] { noteScrolling(); });
+    connect(bar, &QScrollBar::valueChanged, this, [this] { noteScrolling(); });
     // A narrower pane wraps its lines anew, and the end moves.
-    QObject::connect(bar, &QScrollBar::rangeChanged, &connections, [this] {
+    connect(bar, &QScrollBar::rangeChanged, this, [this] {
         if (followsEnd) {
             showEnd();
         }
@@ -34,6 +43,23 @@ ProgressPane::~ProgressPane()
     if (heldLayout) {
         heldLayout->blockSignals(false);
     }
+}
+
+bool ProgressPane::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Resize) {
+        if (edit->document()->blockCount() <= fewLines) {
+            wrapLines();
+        } else {
+            wrapTimer.start();
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void ProgressPane::wrapLines()
+{
+    edit->setLineWrapColumnOrWidth(edit->viewport()->width());
 }
 
 void ProgressPane::addLine(const QString &line)

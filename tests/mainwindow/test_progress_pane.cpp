@@ -36,6 +36,7 @@ private slots:
     void aViewScrolledUpStays();
     void aViewScrolledUpBetweenTwoLinesStays();
     void theViewFollowsTheEndWhileItIsResized();
+    void manyLinesWrapOnceTheWidthIsAtRest();
     void theScreenFollows();
     void itCanBePaintedAtAnyTime();
     void aLineCostsTheSameAtAnyLength();
@@ -153,6 +154,34 @@ void TestProgressPane::theViewFollowsTheEndWhileItIsResized()
     const QScrollBar *bar = edit.verticalScrollBar();
     QVERIFY(bar->maximum() > 0);
     QCOMPARE(bar->value(), bar->maximum());
+}
+
+void TestProgressPane::manyLinesWrapOnceTheWidthIsAtRest()
+{
+    // Thousands of lines take half a second to wrap: a window that did so at every step of the
+    // user's hand would not follow it.
+    QTextEdit edit;
+    edit.resize(800, 120);
+    edit.show();
+    quorlin::ProgressPane pane(&edit);
+    const QString line(90, QLatin1Char('m'));
+    pane.addLine(line);
+    edit.resize(700, 120);
+    QCOMPARE(edit.lineWrapColumnOrWidth(), edit.viewport()->width());
+    for (int i = 0; i < 1000; ++i) {
+        pane.addLine(line);
+    }
+    QScrollBar *bar = edit.verticalScrollBar();
+    QTRY_VERIFY(bar->maximum() > 0);
+    QTRY_COMPARE(edit.lineWrapColumnOrWidth(), edit.viewport()->width());
+    const int before = edit.lineWrapColumnOrWidth();
+    for (int width = 700; width > 300; width -= 20) {
+        edit.resize(width, 120);
+        QCOMPARE(edit.lineWrapColumnOrWidth(), before);
+    }
+    QTRY_COMPARE(edit.lineWrapColumnOrWidth(), edit.viewport()->width());
+    QTRY_COMPARE(bar->value(), bar->maximum());
+    QVERIFY(!edit.horizontalScrollBar()->isVisible());
 }
 
 void TestProgressPane::theScreenFollows()
