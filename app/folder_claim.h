@@ -28,10 +28,12 @@ public:
     /// anything that is no plain file, refuses.
     State claimFile(const QString &file);
 
+    /// Gives the claim up, if there is one.
+    void release();
+
 private:
     State openClaimFile();
     bool isStillNamed() const;
-    void release();
 
     int descriptor = -1;
     QByteArray fileName;

@@ -3,6 +3,7 @@
 #include "app/message_log.h"
 #include "app/translation.h"
 #include "common/folders.h"
+#include "pipeline/input_identity.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -35,6 +36,8 @@ void prepareApplication()
     // The log is meant to be whole, whatever the logging rules of the desktop switch off.
     QLoggingCategory::defaultCategory()->setEnabled(QtDebugMsg, true);
     setPluginFolder();
+    // Each split names its own input; one that this program was started with means another file.
+    qunsetenv(inputIdentityVariable);
     QDir::setCurrent(applicationFolder());
     QFile::remove(logFilePath());
     qDebug().noquote().nospace() << "Current path: \"" << QDir::currentPath() << "\"  ";

@@ -7,12 +7,15 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cstdlib>
 
 #include <unistd.h>
 
 namespace quorlin {
 
 namespace {
+
+WindowFolders *current = nullptr; ///< the one object of the process
 
 std::unique_ptr<QTemporaryDir> makePrivateFolder(const QString &parent)
 {
@@ -43,6 +46,9 @@ bool linkTools(const QString &application, const QString &folder)
 
 WindowFolders::WindowFolders()
 {
+    static const int registered = std::atexit(takeBackAtExit);
+    Q_UNUSED(registered);
+    current = this;
     // Both are asked for before either changes: private tools must not lie in private pages.
     const QString temporary = temporaryFolder();
     const QString application = applicationFolder();
@@ -59,6 +65,19 @@ WindowFolders::WindowFolders()
 
 WindowFolders::~WindowFolders()
 {
+    takeBack();
+    current = nullptr;
+}
+
+void WindowFolders::takeBackAtExit()
+{
+    if (current != nullptr) {
+        current->takeBack();
+    }
+}
+
+void WindowFolders::takeBack()
+{
     if (pages) {
         if (commonTemporary.isNull()) {
             qunsetenv("TMPDIR");
@@ -69,6 +88,10 @@ WindowFolders::~WindowFolders()
     if (tools) {
         setApplicationFolder(commonApplication);
     }
+    pages.reset();
+    tools.reset();
+    temporaryClaim.release();
+    applicationClaim.release();
 }
 
 void WindowFolders::usePrivatePages(const QString &temporary)

@@ -16,6 +16,9 @@ namespace quorlin {
 /// pages of another user in the temporary folder, because it could not replace them. The settings
 /// and the current folder stay common to all windows.
 ///
+/// Everything is also taken back when the program ends by exit(), as it does when the desktop goes
+/// away under it.
+///
 /// Where no claim can be made or no private folder be had, the window goes on with the common
 /// folders. Made once per process, before the window, and kept until the window is gone.
 class WindowFolders
@@ -30,6 +33,8 @@ public:
     bool hasPrivateTools() const { return tools != nullptr; }
 
 private:
+    static void takeBackAtExit();
+    void takeBack();
     void usePrivatePages(const QString &temporary);
     void usePrivateTools(const QString &application, const QString &temporary);
 

@@ -2,7 +2,7 @@
 
 #include "batch/console.h"
 #include "batch/shown_text.h"
-#include "batch/stop_signals.h"
+#include "common/stop_signals.h"
 
 #include <QFileInfo>
 

@@ -1,7 +1,7 @@
 #include "batch/page_request.h"
 
 #include "batch/console.h"
-#include "batch/stop_signals.h"
+#include "common/stop_signals.h"
 #include "pipeline/tool_run.h"
 
 #include <QEventLoop>

@@ -1,3 +1,4 @@
+#include "mainwindow/plain_tip.h"
 #include "mainwindow/process.h"
 #include "ui_process.h"
 
@@ -5,25 +6,27 @@
 #include <QFile>
 #include <QMessageBox>
 
+#include <algorithm>
 #include <utility>
 
 void Process::convertbegin()
 {
-    const QString finished = std::exchange(finishedInput, QString());
     if (refuseEmptyList()) {
+        resumeSortingAfterStop();
         return;
     }
     fileCount = ui->inputfiletableWidget->rowCount();
     if (refuseMissingOutputFolder()) {
+        resumeSortingAfterStop();
         return;
     }
     disconnect(idleProcess.get(), SIGNAL(finished(int, QProcess::ExitStatus)), this,
                SLOT(convertbegin()));
     suspendSorting();
-    judgePreviousRow(finished);
+    judgeSplitFile();
     if (currentRow < fileCount) {
-        running = true;
         if (currentRow == 0) {
+            judgedInput.clear();
             addProgressLine(QStringLiteral("Conversion Start:"));
         }
         addProgressLine(cellText(currentRow, 0));
@@ -31,7 +34,6 @@ void Process::convertbegin()
         return;
     }
     currentRow = 0;
-    running = false;
     resumeSorting();
     addProgressLine(QStringLiteral("Conversion Finished."));
 }
@@ -58,17 +60,49 @@ bool Process::refuseMissingOutputFolder()
     return true;
 }
 
-void Process::judgePreviousRow(const QString &finished)
+void Process::judgeSplitFile()
 {
-    if (currentRow == 0) {
+    if (currentRow == 0 || judgedInput.isEmpty()) {
         return;
     }
-    int row = currentRow - 1;
-    if (!finished.isEmpty() && cellText(row, 0) != finished) {
-        row = rowOfFile(finished); // it was moved; no row at all when it was removed
+    // The row before the current one, unless rows were moved or removed meanwhile.
+    const int previous = currentRow - 1;
+    const int row = cellText(previous, 0) == judgedInput ? previous : rowOfFile(judgedInput);
+    const bool succeeded =
+        QFile::exists(outputFile) && !cellText(row, 1).isEmpty() && !judgedInputChanged;
+    auto result = std::make_unique<QTableWidgetItem>(succeeded ? QStringLiteral("Succeed")
+                                                               : QStringLiteral("Failed"));
+    if (judgedInputChanged) {
+        result->setToolTip(quorlin::plainTip(
+            tr("The file changed after its pages were counted. Remove it from the list, then "
+               "add it again.")));
     }
-    const bool succeeded = QFile::exists(outputFile) && !cellText(row, 1).isEmpty();
-    setCellText(row, 3, succeeded ? QStringLiteral("Succeed") : QStringLiteral("Failed"));
+    setCell(row, 3, std::move(result));
+}
+
+void Process::endTurn()
+{
+    judgedInput = std::exchange(splitInput, QString());
+    const bool changed = !splitIdentity.isEmpty() && identityTextOf(judgedInput) != splitIdentity;
+    // A tool that wrote the last output found the input unchanged when it had done so.
+    const std::optional<quorlin::FileIdentity> output = quorlin::identifyFile(outputFile);
+    const bool writtenNow = output && output != outputBefore;
+    judgedInputChanged = changed && !writtenNow;
+    turns = std::max(0, turns - 1);
+}
+
+void Process::abandonTurn()
+{
+    turns = std::max(0, turns - 1);
+    resumeSortingAfterStop();
+}
+
+void Process::resumeSortingAfterStop()
+{
+    // Where nothing was suspended, the user's own order and its mark stay.
+    if (!ui->inputfiletableWidget->isSortingEnabled()) {
+        resumeSorting();
+    }
 }
 
 int Process::rowOfFile(const QString &path) const
@@ -90,7 +124,14 @@ QString Process::currentPageText()
 {
     // Read afresh while the row is the file's own: its pages may still be being counted.
     if (splitInput.isEmpty() || cellText(currentRow, 0) == splitInput) {
-        splitPageText = cellText(currentRow, 1);
+        takePageCount(currentRow);
     }
     return splitPageText;
+}
+
+void Process::takePageCount(int row)
+{
+    const QTableWidgetItem *count = ui->inputfiletableWidget->item(row, 1);
+    splitPageText = cellText(row, 1);
+    splitIdentity = count == nullptr ? QByteArray() : count->data(identityRole).toByteArray();
 }

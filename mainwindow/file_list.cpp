@@ -1,4 +1,6 @@
 #include "common/settings_text.h"
+#include "mainwindow/number_item.h"
+#include "mainwindow/plain_tip.h"
 #include "mainwindow/process.h"
 #include "mainwindow/row_moves.h"
 #include "mainwindow/size_text.h"
@@ -110,12 +112,15 @@ void Process::clearInfoQueue()
 void Process::addFileRow(int row, const QString &path)
 {
     ui->inputfiletableWidget->insertRow(row);
-    setCellText(row, 0, path);
+    auto file = std::make_unique<QTableWidgetItem>(path);
+    file->setToolTip(quorlin::plainTip(path)); // the column is too narrow for most paths
+    setCell(row, 0, std::move(file));
     infoQueueFiles.append(path);
     infoQueueRows.append(QString::number(row));
-    const QString size = quorlin::sizeText(QFileInfo(path).size());
+    const qint64 bytes = QFileInfo(path).size();
+    const QString size = quorlin::sizeText(bytes);
     if (!size.isEmpty()) {
-        setCellText(row, 2, size);
+        setCell(row, 2, std::make_unique<NumberItem>(size, bytes));
     }
 }
 
@@ -192,7 +197,7 @@ void Process::moveSelectedRows(quorlin::RowMove direction)
         swapRows(row, row + step);
         moved.append(row + step);
     }
-    selectRows(moved);
+    selectRows(moved); // nothing moved: the selection stays
     resumeSorting();
 }
 

@@ -4,8 +4,6 @@
 #include "pipeline/output_path.h"
 #include "ui_process.h"
 
-#include <utility>
-
 void Process::splitpdffile()
 {
     if (groupIndex >= pageRanges.size()) {
@@ -13,7 +11,7 @@ void Process::splitpdffile()
         pageRanges.clear();
         rangeTexts.clear();
         pageTexts.clear();
-        finishedInput = std::exchange(splitInput, QString());
+        endTurn();
         ++currentRow;
         convertbegin();
         return;
@@ -23,8 +21,9 @@ void Process::splitpdffile()
     outputFile = quorlin::outputPath(ui->outputfolderEdit->text(), input, groupIndex,
                                      rangeTexts.value(groupIndex), range,
                                      ui->comboBox_method->currentIndex());
+    outputBefore = quorlin::identifyFile(outputFile);
     addProgressLine(QStringLiteral("Generating ") + outputFile);
     ++groupIndex;
-    startTool(quorlin::mergeCommand(quorlin::applicationFolder(), input, range, outputFile),
-              SLOT(splitpdffile()));
+    startSplitTool(quorlin::mergeCommand(quorlin::applicationFolder(), input, range, outputFile),
+                   SLOT(splitpdffile()));
 }

@@ -1,13 +1,16 @@
 #include "common/debug_line.h"
 #include "common/folders.h"
 #include "common/tool_commands.h"
+#include "mainwindow/number_item.h"
 #include "mainwindow/process.h"
 #include "pipeline/information_file.h"
 
 #include <QDebug>
 #include <QFile>
 
+#include <memory>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -35,6 +38,12 @@ std::optional<QString> takeInformation(const QString &path)
 
 } // namespace
 
+QByteArray Process::identityTextOf(const QString &path)
+{
+    const std::optional<quorlin::FileIdentity> identity = quorlin::identifyFile(path);
+    return identity ? quorlin::inputIdentityText(*identity) : QByteArray();
+}
+
 void Process::getpdfpage()
 {
     if (infoQueueIndex >= infoQueueFiles.size()) {
@@ -47,6 +56,8 @@ void Process::getpdfpage()
     const QString command = quorlin::pageCountCommand(
         quorlin::applicationFolder(), infoQueueFiles.at(infoQueueIndex), informationFilePath());
     quorlin::debugLine({quorlin::quoted(command)});
+    // Taken before the count: a file that changes during the count is another one at its split.
+    countedIdentity = identityTextOf(infoQueueFiles.at(infoQueueIndex));
     infoProcess = prepareTool(command, SLOT(setpdfpage()));
     // A query that cannot start still answers, with no count, so that the queue goes on. Queued, so
     // that it never answers before the caller has disabled the controls.
@@ -84,7 +95,11 @@ void Process::setpdfpage()
         pageCount = digits.toInt();
         qDebug("Page number is:%d.\n", pageCount);
     }
-    setCellText(infoQueueRows.value(infoQueueIndex, QStringLiteral("-1")).toInt(), 1, digits);
+    auto count = std::make_unique<NumberItem>(digits, digits.toLongLong());
+    if (!digits.isEmpty()) {
+        count->setData(identityRole, countedIdentity);
+    }
+    setCell(infoQueueRows.value(infoQueueIndex, QStringLiteral("-1")).toInt(), 1, std::move(count));
     addProgressLine(QStringLiteral("Loading ") + infoQueueFiles.value(infoQueueIndex));
     ++infoQueueIndex;
     getpdfpage();

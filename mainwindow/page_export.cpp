@@ -9,9 +9,12 @@
 
 QStringList Process::splitPage()
 {
+    ++turns;
     pageTexts.clear();
     splitInput = cellText(currentRow, 0);
-    splitPageText = cellText(currentRow, 1);
+    takePageCount(currentRow);
+    // Until a tool writes, the output named last is an earlier one's.
+    outputBefore = quorlin::identifyFile(outputFile);
     // Should the folder vanish, the system names another, where someone else's pages may lie.
     pageFolder = quorlin::temporaryFolder();
     const Subtext rule = quorlin::readRule(ui->comboBox_rule->currentText());
@@ -22,7 +25,7 @@ QStringList Process::splitPage()
     ruleText = rule.text;
     const QString command = quorlin::splitExportCommand(quorlin::applicationFolder(), splitInput,
                                                         pageFolder + QStringLiteral("/split.xml"));
-    startTool(command, SLOT(setlink()));
+    startSplitTool(command, SLOT(setlink()));
     return {};
 }
 

@@ -1,16 +1,19 @@
 #include "mainwindow/process.h"
 
 #include "common/folders.h"
-#include "mainwindow/plain_tip.h"
+#include "mainwindow/manual_window.h"
 #include "rules/rule_store.h"
 #include "rules/rules.h"
 #include "ui_process.h"
 
 #include <QAction>
 #include <QGuiApplication>
+#include <QHelpEvent>
 #include <QNetworkAccessManager>
-#include <QPixmap>
+#include <QProcessEnvironment>
 #include <QScreen>
+#include <QShortcut>
+#include <QToolTip>
 
 Process::Process() : ui(std::make_unique<Ui_process>())
 {
@@ -27,11 +30,12 @@ Process::Process() : ui(std::make_unique<Ui_process>())
     setabout();
     previewTimer = new QTimer(this);
     connect(previewTimer, SIGNAL(timeout()), this, SLOT(dopreview()));
-    fitCaptions();
-    darkenCaptions();
     styleTable();
     createTableActions();
+    createShortcuts();
     setBackground();
+    fitCaptions();
+    darkenCaptions();
     setAcceptDrops(true);
     ui->textEdit_process->clear();
 }
@@ -88,55 +92,6 @@ void Process::fillRuleList()
     ui->comboBox_rule->addItems(quorlin::ruleNames());
 }
 
-void Process::fitCaptions()
-{
-    // The captions have fixed widths; a font that runs wide is condensed instead of cut.
-    for (QLabel *caption : {ui->label_2, ui->outputfolderlabel, ui->label_4}) {
-        QFont font = caption->font();
-        int stretch = QFont::Unstretched;
-        while (stretch > QFont::ExtraCondensed &&
-               QFontMetrics(font).horizontalAdvance(caption->text()) > caption->maximumWidth()) {
-            font.setStretch(--stretch);
-        }
-        caption->setFont(font);
-    }
-}
-
-void Process::darkenCaptions()
-{
-    // Their backgrounds are light on every desktop, so the texts must not follow a dark one.
-    QWidgetList captions = {ui->label, ui->label_2, ui->outputfolderlabel, ui->label_4,
-                            ui->label_3};
-    for (QPushButton *button : ui->frame->findChildren<QPushButton *>()) {
-        captions.append(button);
-    }
-    for (QWidget *caption : captions) {
-        QPalette colours = caption->palette();
-        for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
-            colours.setColor(group, QPalette::WindowText, Qt::black);
-            colours.setColor(group, QPalette::ButtonText, Qt::black);
-        }
-        caption->setPalette(colours);
-    }
-}
-
-void Process::styleTable()
-{
-    QTableWidget *table = ui->inputfiletableWidget;
-    table->setStyleSheet(QStringLiteral(
-        "background-color:transparent;border:1px solid #6c6c6c;border-radius: 2px;"));
-    table->horizontalHeader()->setStyleSheet(
-        QStringLiteral("QHeaderView::section {background-color:CornflowerBlue;color: black;"
-                       "padding-left: 0px;border: 0px solid #6c6c6c;}"));
-    table->verticalHeader()->setStyleSheet(
-        QStringLiteral("QHeaderView::section {background-color:GhostWhite;color: black;"
-                       "padding-left: 2px;border: 0px solid #6c6c6c;}"));
-    table->setContextMenuPolicy(Qt::ActionsContextMenu);
-    // No such property: the table ends without a style sheet in effect, and the headers keep
-    // theirs.
-    table->setStyleSheet(QStringLiteral("backgrouond-color:rgb(122,122,122)"));
-}
-
 void Process::addTableAction(const QString &text, const char *slot)
 {
     auto *action = new QAction(text, ui->inputfiletableWidget);
@@ -152,17 +107,51 @@ void Process::createTableActions()
     addTableAction(tr("Delete All Item(s)"), SLOT(setremoveall()));
 }
 
-void Process::setBackground()
+bool Process::eventFilter(QObject *watched, QEvent *event)
 {
-    setAutoFillBackground(true);
-    const QPixmap picture(QStringLiteral(":/iconoption/icons/stock-ved.jpg"));
-    if (picture.isNull()) {
-        return; // a brush without picture would paint the window black
+    const auto *widget = qobject_cast<QWidget *>(watched);
+    if (event->type() != QEvent::ToolTip || widget == nullptr) {
+        return QWidget::eventFilter(watched, event);
     }
-    QPalette background = palette();
-    background.setBrush(QPalette::Window,
-                        picture.scaled(size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
-    setPalette(background);
+    // Without a widget: the button row would lend the tip its style sheet.
+    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), widget->toolTip());
+    return true;
+}
+
+void Process::addTip(QPushButton *button, const QString &tip, const QKeySequence &keys)
+{
+    button->setToolTip(tip.arg(keys.toString(QKeySequence::NativeText)));
+    button->installEventFilter(this);
+}
+
+void Process::showManual()
+{
+    if (!manual) {
+        manual = std::make_unique<ManualWindow>();
+    }
+    manual->show();
+    manual->raise();
+    manual->activateWindow();
+}
+
+void Process::createShortcuts()
+{
+    QTableWidget *table = ui->inputfiletableWidget;
+    const QKeySequence split(Qt::CTRL | Qt::Key_Return);
+    ui->openfileButton->setShortcut(QKeySequence::Open);
+    ui->runButton->setShortcut(split);
+    // In the list alone: in the fields the key deletes letters. The button knows when it is off.
+    auto *remove = new QShortcut(QKeySequence::Delete, table, nullptr, nullptr,
+                                 Qt::WidgetWithChildrenShortcut);
+    connect(remove, &QShortcut::activated, ui->removeButton, [this] { ui->removeButton->click(); });
+    auto *help = new QShortcut(QKeySequence::HelpContents, this);
+    connect(help, &QShortcut::activated, this, [this] { showManual(); });
+    addTip(ui->openfileButton, tr("Add files to the list (%1)"), QKeySequence::Open);
+    addTip(ui->removeButton, tr("Remove the selected files from the list (%1)"),
+           QKeySequence::Delete);
+    addTip(ui->runButton, tr("Split the files in the list (%1)"), split);
+    addTip(ui->aboutpushButton, tr("About this program. %1 opens the manual."),
+           QKeySequence::HelpContents);
 }
 
 void Process::setabout()
@@ -186,17 +175,12 @@ QString Process::cellText(int row, int column) const
     return item == nullptr ? QString() : item->text();
 }
 
-void Process::setCellText(int row, int column, const QString &text)
+void Process::setCell(int row, int column, std::unique_ptr<QTableWidgetItem> item)
 {
     QTableWidget *table = ui->inputfiletableWidget;
-    if (row < 0 || row >= table->rowCount()) {
-        return;
+    if (row >= 0 && row < table->rowCount()) {
+        table->setItem(row, column, item.release());
     }
-    auto *item = new QTableWidgetItem(text);
-    if (column == 0) {
-        item->setToolTip(quorlin::plainTip(text)); // the column is too narrow for most paths
-    }
-    table->setItem(row, column, item);
 }
 
 void Process::suspendSorting()
@@ -208,7 +192,7 @@ void Process::suspendSorting()
 
 void Process::resumeSorting()
 {
-    if (running || counting) {
+    if (turns > 0 || counting) {
         return;
     }
     QTableWidget *table = ui->inputfiletableWidget;
@@ -254,7 +238,22 @@ QProcess *Process::prepareTool(const QString &command, const char *finishedSlot)
     return process;
 }
 
-void Process::startTool(const QString &command, const char *finishedSlot)
+void Process::startSplitTool(const QString &command, const char *finishedSlot)
 {
-    prepareTool(command, finishedSlot)->startCommand(command, QIODevice::ReadWrite);
+    QProcess *tool = prepareTool(command, finishedSlot);
+    if (!splitIdentity.isEmpty()) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QLatin1String(quorlin::inputIdentityVariable),
+                           QString::fromLatin1(splitIdentity));
+        tool->setProcessEnvironment(environment);
+    }
+    connect(
+        tool, &QProcess::errorOccurred, this,
+        [this](QProcess::ProcessError error) {
+            if (error == QProcess::FailedToStart) {
+                abandonTurn();
+            }
+        },
+        Qt::QueuedConnection);
+    tool->startCommand(command, QIODevice::ReadWrite);
 }

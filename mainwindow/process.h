@@ -5,6 +5,7 @@
 #include "mainwindow/aboutdialog.h"
 #include "mainwindow/progress_pane.h"
 #include "options/opdialog.h"
+#include "pipeline/input_identity.h"
 #include "pipeline/tool_process.h"
 
 #include <QNetworkReply>
@@ -19,11 +20,16 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QDragEnterEvent;
 class QDropEvent;
 class QKeyEvent;
+class ManualWindow;
+class QKeySequence;
 class QNetworkAccessManager;
+class QPushButton;
+class QTableWidgetItem;
 class Rules;
 class Ui_process;
 namespace quorlin {
@@ -51,6 +57,11 @@ public:
 
     /// Adds @p files to the list, whatever their suffix, and counts their pages.
     void addFiles(const QStringList &files); // mainwindow/file_list.cpp
+
+protected:
+    void showEvent(QShowEvent *event) override;                 // mainwindow/window_look.cpp
+    void changeEvent(QEvent *event) override;                   // mainwindow/window_look.cpp
+    bool eventFilter(QObject *watched, QEvent *event) override; // mainwindow/process.cpp
 
 public slots:
     // Declared in this order on purpose: it fixes the indices of the meta-object. The event
@@ -92,20 +103,21 @@ private:
     void createHelpers();
     void connectControls();
     void fillRuleList();
-    void fitCaptions();
-    void darkenCaptions();
-    void styleTable();
     void addTableAction(const QString &text, const char *slot);
     void createTableActions();
-    void setBackground();
+    void createShortcuts();
+    /// @param tip with "%1" where the keys stand
+    void addTip(QPushButton *button, const QString &tip, const QKeySequence &keys);
+    void showManual();
 
     /// Text of a cell, empty where the table holds no item or no such row.
     QString cellText(int row, int column) const;
-    /// Puts @p text into a new item of the cell; nothing happens where the table has no such row.
-    void setCellText(int row, int column, const QString &text);
+    /// Puts @p item into the cell, replacing the one there; where the table has no such row the
+    /// item is deleted.
+    void setCell(int row, int column, std::unique_ptr<QTableWidgetItem> item);
     /// Stops the table from sorting, so that row numbers keep their files. The order shown stays.
     void suspendSorting();
-    /// Lets the user sort again, unless a page count queue or a run still counts on row numbers.
+    /// Lets the user sort again, unless a page count queue or a split still counts on row numbers.
     /// The order shown stays until a header is clicked.
     void resumeSorting();
     /// Switches the controls that would change the list while page counts are read.
@@ -116,17 +128,39 @@ private:
     /// has ended, however it ended. A tool that cannot start never ends; it is told to the
     /// observer.
     QProcess *prepareTool(const QString &command, const char *finishedSlot);
-    void startTool(const QString &command, const char *finishedSlot);
+    /// Starts a tool on the file being split, which refuses a file that is no longer the one whose
+    /// pages were counted.
+    void startSplitTool(const QString &command, const char *finishedSlot);
 
     std::unique_ptr<Ui_process> ui;
     AboutDialog aboutDialog;
     OpDialog optionsDialog;
     std::unique_ptr<Rules> rules;
     std::unique_ptr<quorlin::ProgressPane> progressPane;
+    std::unique_ptr<ManualWindow> manual; ///< made when it is first asked for
     quorlin::ToolProcesses tools;
     QTimer *previewTimer = nullptr;
     QNetworkAccessManager *networkManager = nullptr;
     QString dataFolderPath;
+
+    // ---- mainwindow/window_look.cpp
+    void fitCaptions();
+    /// Makes the eight buttons @p width pixels wide and their captions fit.
+    void fitButtons(int width);
+    void darkenCaptions();
+    void alignNumbers();
+    void styleTable();
+    void setBackground();
+    /// Measures of the row of buttons, in pixels.
+    struct ButtonRow
+    {
+        int margin = 0;
+        int spacing = 0;
+        int buttonWidth = 0;
+    };
+    void showButtonRow(const ButtonRow &row);
+    void narrowColumns();
+    void fitToScreen();
 
     // ---- mainwindow/file_list.cpp
     void connectPreview();
@@ -141,31 +175,49 @@ private:
     // ---- mainwindow/driver.cpp
     bool refuseEmptyList();
     bool refuseMissingOutputFolder();
-    /// @param finished the file that was split last, if this is the end of its turn
-    void judgePreviousRow(const QString &finished);
+    /// Writes the result of the file that was split last into its row, wherever that stands now.
+    void judgeSplitFile();
     int rowOfFile(const QString &path) const;
+    /// Notes what the result of the file being split depends on, and that its turn is over.
+    void endTurn();
+    /// Ends a turn of which no tool could be started: the run stands still until the next press.
+    void abandonTurn();
+    void resumeSortingAfterStop();
     /// The file being split. Its row may have been moved or removed meanwhile; the pages that are
     /// read and merged stay its own.
     QString currentInput() const;
     /// The "Page" text of the file being split.
     QString currentPageText();
+    /// Takes the page count and the identity that belongs to it from row @p row.
+    void takePageCount(int row);
 
-    int currentRow = 0;    ///< row of the file being split; not the table's current row
-    int fileCount = 0;     ///< rows to split, read anew for every file
-    QString outputFile;    ///< output started last
-    QString splitInput;    ///< file being split, empty between files
-    QString splitPageText; ///< its "Page" text as it was seen last
-    QString pageFolder;    ///< where the pages of the file being split were exported to
-    QString finishedInput; ///< file whose turn has just ended
-    bool running = false;  ///< a run counts on the table's row numbers
+    int currentRow = 0;       ///< row of the file being split; not the table's current row
+    int fileCount = 0;        ///< rows to split, read anew for every file
+    QString outputFile;       ///< output started last
+    QString splitInput;       ///< file being split, empty between files
+    QString splitPageText;    ///< its "Page" text as it was seen last
+    QByteArray splitIdentity; ///< its identity when its pages were counted, empty if they were not
+    QString pageFolder;       ///< where the pages of the file being split were exported to
+    int turns = 0;            ///< files being split: a second press of "Split" starts another turn
+    /// State of outputFile before this run's tools could write it.
+    std::optional<quorlin::FileIdentity> outputBefore;
+    QString judgedInput; ///< file of this run whose turn ended last
+    /// It was no longer the file that was counted, and its last output is not this run's.
+    bool judgedInputChanged = false;
     std::unique_ptr<QProcess> idleProcess; ///< never started
 
     // ---- mainwindow/page_count.cpp
+    /// Of a "Page" cell: the identity that its file had when its pages were counted.
+    static constexpr int identityRole = Qt::UserRole + 1;
+    /// The identity of the file @p path as text, empty when there is no such file.
+    static QByteArray identityTextOf(const QString &path);
+
     QStringList infoQueueFiles;     ///< files that wait for their page count
     QStringList infoQueueRows;      ///< row of each of them, as decimal text
     int infoQueueIndex = 0;         ///< the one being counted
     QPointer<QProcess> infoProcess; ///< its query
     int pageCount = 1;              ///< read last; during a split that of the file being split
+    QByteArray countedIdentity;     ///< identity of the file being counted, taken before its query
     bool counting = false;          ///< a queue counts on the table's row numbers
 
     // ---- mainwindow/page_export.cpp: the chosen rule

@@ -1,5 +1,6 @@
 #include "mainwindow/progress_pane.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QScrollBar>
 #include <QTextCursor>
 #include <QTextEdit>
@@ -9,6 +10,8 @@ namespace quorlin {
 namespace {
 
 constexpr int refreshMilliseconds = 100;
+constexpr int restMilliseconds = 150;
+constexpr int fewLines = 500; // wrapped anew within a few hundredths of a second
 
 } // namespace
 
@@ -17,7 +20,46 @@ ProgressPane::ProgressPane(QTextEdit *textEdit) : edit(textEdit)
     edit->setUndoRedoEnabled(false);
     refreshTimer.setSingleShot(true);
     refreshTimer.setInterval(refreshMilliseconds);
-    QObject::connect(&refreshTimer, &QTimer::timeout, edit, [this] { refreshScreen(); });
+    connect(&refreshTimer, &QTimer::timeout, this, [this] { refreshScreen(); });
+    wrapTimer.setSingleShot(true);
+    wrapTimer.setInterval(restMilliseconds);
+    connect(&wrapTimer, &QTimer::timeout, this, [this] { wrapLines(); });
+    edit->setLineWrapMode(QTextEdit::FixedPixelWidth);
+    edit->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // every line is wrapped
+    edit->viewport()->installEventFilter(this);
+    wrapLines();
+    const QScrollBar *bar = edit->verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this, [this] { noteScrolling(); });
+    // A narrower pane wraps its lines anew, and the end moves.
+    connect(bar, &QScrollBar::rangeChanged, this, [this] {
+        if (followsEnd) {
+            showEnd();
+        }
+    });
+}
+
+ProgressPane::~ProgressPane()
+{
+    if (heldLayout) {
+        heldLayout->blockSignals(false);
+    }
+}
+
+bool ProgressPane::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Resize) {
+        if (edit->document()->blockCount() <= fewLines) {
+            wrapLines();
+        } else {
+            wrapTimer.start();
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void ProgressPane::wrapLines()
+{
+    edit->setLineWrapColumnOrWidth(edit->viewport()->width());
 }
 
 void ProgressPane::addLine(const QString &line)
@@ -40,22 +82,40 @@ void ProgressPane::holdScreen()
     if (refreshTimer.isActive()) {
         return;
     }
-    const QScrollBar *bar = edit->verticalScrollBar();
-    followsEnd = bar->value() >= bar->maximum();
-    // The scroll bars too: their range changes with every line.
-    edit->setUpdatesEnabled(false);
+    heldLayout = edit->document()->documentLayout();
+    heldLayout->blockSignals(true);
     refreshTimer.start();
 }
 
 void ProgressPane::refreshScreen()
 {
-    if (followsEnd) {
-        QScrollBar *bar = edit->verticalScrollBar();
-        bar->setValue(bar->maximum());
+    if (!heldLayout) {
+        return;
     }
-    edit->setUpdatesEnabled(true);
-    // At once: the next line holds the screen again before a posted update would be served.
-    edit->repaint();
+    heldLayout->blockSignals(false);
+    emit heldLayout->documentSizeChanged(heldLayout->documentSize());
+    heldLayout.clear();
+    if (followsEnd) {
+        showEnd();
+    }
+    // At once: where lines come without a pause, a posted update waits for the pause.
+    edit->viewport()->repaint();
+}
+
+void ProgressPane::showEnd()
+{
+    scrolling = true;
+    QScrollBar *bar = edit->verticalScrollBar();
+    bar->setValue(bar->maximum());
+    scrolling = false;
+}
+
+void ProgressPane::noteScrolling()
+{
+    const QScrollBar *bar = edit->verticalScrollBar();
+    if (!scrolling) {
+        followsEnd = bar->value() >= bar->maximum();
+    }
 }
 
 } // namespace quorlin

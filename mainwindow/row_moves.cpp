@@ -1,7 +1,5 @@
 #include "mainwindow/row_moves.h"
 
-#include <QSet>
-
 #include <algorithm>
 #include <numeric>
 
@@ -12,17 +10,11 @@ namespace {
 // A row is taken to carry a file, a page count and a size.
 constexpr int itemsPerRow = 3;
 
-QList<int> distinctRows(const QList<int> &itemRows)
+QList<int> distinctRows(QList<int> itemRows)
 {
-    QList<int> rows;
-    QSet<int> seen;
-    for (const int row : itemRows) {
-        if (!seen.contains(row)) {
-            seen.insert(row);
-            rows.append(row);
-        }
-    }
-    return rows;
+    std::sort(itemRows.begin(), itemRows.end());
+    itemRows.erase(std::unique(itemRows.begin(), itemRows.end()), itemRows.end());
+    return itemRows;
 }
 
 /// Rows that the selection stands for. One item stands for each row, found by its position in the
@@ -46,13 +38,17 @@ QList<int> selectedRows(const QList<int> &itemRows, int columnCount)
 QList<int> rowExchanges(RowMove direction, const QList<int> &itemRows, int columnCount,
                         int rowCount)
 {
-    QList<int> rows = selectedRows(itemRows, columnCount);
     const bool up = direction == RowMove::Up;
+    const int edge = up ? 0 : rowCount - 1;
+    const int step = up ? -1 : 1;
+    // A block at the edge stays as it is: moving the rest of it would change its order.
+    if (itemRows.contains(edge)) {
+        return {};
+    }
+    QList<int> rows = selectedRows(itemRows, columnCount);
     if (!up) {
         std::reverse(rows.begin(), rows.end());
     }
-    const int edge = up ? 0 : rowCount - 1;
-    const int step = up ? -1 : 1;
 
     // An earlier exchange may have moved a row that is still to come.
     QList<int> currentRow(rowCount);

@@ -3,6 +3,8 @@
 #include "common/settings_text.h"
 #include "options/document_information.h"
 #include "ui_opdialog.h"
+#include "widgets/desktop_colours.h"
+#include "widgets/screen_fit.h"
 
 #include <QFile>
 #include <QSettings>
@@ -12,6 +14,9 @@
 using namespace quorlin;
 
 namespace {
+
+constexpr int narrowList = 120;
+constexpr int lowMargin = 3;
 
 bool storedSwitch(const OptionRule &rule, const QString &stored)
 {
@@ -30,6 +35,7 @@ void showResolution(int downsampleType, std::initializer_list<QWidget *> widgets
 OpDialog::OpDialog(QWidget *parent) : QDialog(parent), ui(std::make_unique<Ui_OpDialog>())
 {
     ui->setupUi(this);
+    setPalette(withReadableDisabledTexts(palette()));
     const QPixmap warning = QIcon(QStringLiteral(":/iconoption/icons/alert.ico")).pixmap(32);
     ui->label_warning_mark_icon->setPixmap(warning);
     ui->label_warning_pdfa_icon->setPixmap(warning);
@@ -42,6 +48,28 @@ OpDialog::OpDialog(QWidget *parent) : QDialog(parent), ui(std::make_unique<Ui_Op
 }
 
 OpDialog::~OpDialog() = default;
+
+void OpDialog::showEvent(QShowEvent *event)
+{
+    const QSize room = roomFor(*this);
+    // The columns stand below each other, and the rows apart, unless the screen has no room for it.
+    const bool narrow = minimumSizeHint().width() > room.width();
+    const bool low = minimumSizeHint().height() > room.height();
+    for (QGridLayout *grid : {ui->gridLayout_clr, ui->gridLayout_gry, ui->gridLayout_mno}) {
+        for (int column = 0; narrow && column < grid->columnCount(); ++column) {
+            grid->setColumnMinimumWidth(column, 0);
+        }
+        if (low) {
+            grid->setVerticalSpacing(1);
+            grid->setContentsMargins(lowMargin, lowMargin, lowMargin, lowMargin);
+        }
+    }
+    if (narrow) {
+        ui->listWidge_option->setFixedWidth(narrowList);
+    }
+    fitOnScreen(*this);
+    QDialog::showEvent(event);
+}
 
 void OpDialog::connectActions()
 {

@@ -34,6 +34,9 @@ public:
     /// Undoes allCustomConnection(), so that a whole set of options can be changed at once.
     void allCustomDisconnection();
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 public slots:
     /// Writes all options and the document information file.
     void setop();

@@ -3,13 +3,17 @@
 #include "common/debug_line.h"
 #include "common/folders.h"
 #include "common/settings_text.h"
+#include "common/stop_signals.h"
 #include "common/tool_commands.h"
+#include "pipeline/input_identity.h"
 #include "rules/editor_text.h"
 #include "rules/preview_geometry.h"
 
 #include "ui_rules.h"
 
+#include <QApplication>
 #include <QCursor>
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QImage>
 #include <QLabel>
@@ -18,15 +22,19 @@
 #include <QPixmap>
 #include <QProcess>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSettings>
 #include <QUrl>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <utility>
 
 using namespace quorlin;
 
 namespace {
+
+constexpr int signalCheckMilliseconds = 200;
 
 QString pictureFile()
 {
@@ -65,6 +73,30 @@ void release(QProcess *process)
     process->closeWriteChannel();
 }
 
+/// @p zoom in percent, with as many digits as tell steps apart.
+QString percentText(float zoom)
+{
+    return QString::number(double(zoom) * 100, 'g', 4);
+}
+
+/// Waits for @p process at most @p milliseconds. When the program is asked to end, the tool is
+/// ended too: what it writes would stay behind.
+void waitForExport(QProcess &process, int milliseconds)
+{
+    const QDeadlineTimer deadline(milliseconds);
+    while (process.state() != QProcess::NotRunning && !deadline.hasExpired()) {
+        const auto rest = static_cast<int>(deadline.remainingTime());
+        if (process.waitForFinished(std::min(rest, signalCheckMilliseconds))) {
+            return;
+        }
+        if (StopSignals::isAsked()) {
+            process.kill();
+            process.waitForFinished(signalCheckMilliseconds);
+            return;
+        }
+    }
+}
+
 bool isEmptyScrollPhase(const QWheelEvent &event)
 {
     const bool edge = event.phase() == Qt::ScrollBegin || event.phase() == Qt::ScrollEnd;
@@ -84,13 +116,26 @@ void Rules::generatePNGfile(const QString &pdffile, int page, const QString &png
     debugLine({quoted(command)});
     auto *process = new QProcess;
     process->startCommand(command, QIODevice::ReadWrite);
-    process->waitForFinished(exportLimit);
+    waitForExport(*process, exportLimit);
     release(process);
+}
+
+void Rules::exportPage(int page)
+{
+    const std::optional<FileIdentity> before = identifyFile(pngPath);
+    pictureIsCurrent = false;
+    generatePNGfile(pdfPath, page, exportFile());
+    const std::optional<FileIdentity> now = identifyFile(pngPath);
+    if (!now || now == before) {
+        showNotice(tr("Page %1 cannot be shown: it could not be read.").arg(page));
+    }
 }
 
 void Rules::setIniImage()
 {
     clearPreview();
+    showNotice(QString());
+    picked = false;
     disconnect(ui->spinBox_pagenumber, SIGNAL(valueChanged(int)), this, SLOT(setPageChange()));
     const QSettings settings(settingsFileName(), QSettings::IniFormat);
     const QString sample =
@@ -98,7 +143,7 @@ void Rules::setIniImage()
     const int pageCount =
         settingsText(settings, QStringLiteral("file/page"), QStringLiteral("0")).toInt();
     if (pageCount <= 0) {
-        showWithoutSample();
+        showWithoutSample(sample);
         return;
     }
     ui->spinBox_pagenumber->setMaximum(pageCount);
@@ -106,19 +151,20 @@ void Rules::setIniImage()
     ui->spinBox_pagenumber->setValue(1);
     ui->label_pagenumber->setText(pageCountLabel(pageCount));
     if (!QFile::exists(sample)) {
+        showNotice(tr("The first file of the list is gone: %1").arg(sample));
         return;
     }
     ui->pushButton_zoomin->setEnabled(true);
     ui->pushButton_zoomout->setEnabled(true);
     pdfPath = sample;
     pngPath = pictureFile();
-    generatePNGfile(pdfPath, 1, exportFile());
+    exportPage(1);
     setframeImage();
     setupdownVis();
     connect(ui->spinBox_pagenumber, SIGNAL(valueChanged(int)), this, SLOT(setPageChange()));
 }
 
-void Rules::showWithoutSample()
+void Rules::showWithoutSample(const QString &sample)
 {
     ui->spinBox_pagenumber->setMaximum(0);
     ui->spinBox_pagenumber->setMinimum(0);
@@ -131,36 +177,81 @@ void Rules::showWithoutSample()
     }
     ui->lineEdit_rule->setEnabled(false);
     ui->lineEdit_rulebefore->setEnabled(false);
+    if (sample == QLatin1String("Empty input")) {
+        showNotice(tr("The list is empty. Add a file, then open the rule editor again."));
+    } else {
+        showNotice(tr("The first file of the list cannot be read (damaged, protected by a "
+                      "password, or no PDF file): %1")
+                       .arg(sample));
+    }
+}
+
+void Rules::showNotice(const QString &text)
+{
+    noticeLabel->setText(text);
+    noticeLabel->setVisible(!text.isEmpty());
 }
 
 void Rules::setPageChange()
 {
+    const Anchor anchor = currentAnchor();
+    showNotice(QString());
     pngPath = pictureFile();
-    generatePNGfile(pdfPath, ui->spinBox_pagenumber->value(), exportFile());
+    exportPage(ui->spinBox_pagenumber->value());
     clearPreview();
     setframeImage();
+    returnTo(anchor);
 }
 
 void Rules::setframeImage()
 {
+    frameZoom = zoomFactor;
+    if (showPicture(pngPath, zoomFactor)) {
+        renewRuleButton();
+        readItems();
+        return;
+    }
+    if (imageWidth <= 0) {
+        return; // no picture at all
+    }
+    // A zoom at which no picture can be held: the page stays at the one that it had.
+    if (!showPicture(pngPath, shownZoom)) {
+        showNotice(tr("This page is too large to be shown at %1 %.").arg(percentText(zoomFactor)));
+        return;
+    }
+    frameZoom = shownZoom;
+    showNotice(tr("This page cannot be shown at %1 %. It stays at %2 %.")
+                   .arg(percentText(zoomFactor), percentText(shownZoom)));
+    renewRuleButton();
+    readItems();
+}
+
+/// Shows the picture in file @p path at @p zoom. A picture that cannot be read or held leaves the
+/// one shown before.
+bool Rules::showPicture(const QString &path, float zoom)
+{
+    if (pictureIsCurrent && zoom == shownZoom) {
+        return true;
+    }
     // Loaded as an image, not as a pixmap: QPixmap keeps files in a cache by name, size and second
     // of change, and would show the page before when pages are turned fast.
-    QImage picture = pngPath.isEmpty() ? QImage() : QImage(pngPath);
+    QImage picture = path.isEmpty() ? QImage() : QImage(path);
     imageWidth = static_cast<float>(picture.width());
     imageHeight = static_cast<float>(picture.height());
-    const QSize box = previewSize(imageWidth, imageHeight, zoomFactor);
+    const QSize box = previewSize(imageWidth, imageHeight, zoom);
     if (box.isEmpty()) {
-        return;
+        return false;
     }
     picture = picture.scaled(box, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     if (picture.isNull()) {
-        return;
+        return false;
     }
-    const QSize shown = picture.size();
+    const QSize size = picture.size();
     imageLabel->setPixmap(QPixmap::fromImage(std::move(picture)));
-    imageLabel->resize(shown);
-    renewRuleButton();
-    readItems();
+    imageLabel->resize(size);
+    shownZoom = zoom;
+    pictureIsCurrent = true;
+    return true;
 }
 
 void Rules::readItems()
@@ -176,6 +267,10 @@ void Rules::clearPreview()
     htmlReply = nullptr;
     pageLines.clear();
     itemButtons.fill(nullptr);
+    // The focus of a frame that goes would move to the next one, and the view after it.
+    if (imageLabel->isAncestorOf(QApplication::focusWidget())) {
+        scrollArea->setFocus();
+    }
     const auto children = imageLabel->findChildren<QWidget *>(Qt::FindDirectChildrenOnly);
     for (QWidget *child : children) {
         delete child;
@@ -196,9 +291,12 @@ void Rules::renewRuleButton()
 
 void Rules::zoomTo(float zoom)
 {
+    const Anchor anchor = currentAnchor();
     clearPreview();
+    showNotice(QString());
     zoomFactor = zoom;
     setframeImage();
+    returnTo(anchor);
 }
 
 void Rules::setZoomout()

@@ -10,6 +10,8 @@ namespace {
 constexpr float largestSide = 32767.0F;
 constexpr double largestArea = 268435456.0; // 2^28 pixels, one gigabyte
 constexpr float largestCoordinate = 16777215.0F;
+constexpr int confirmWidth = 141;
+constexpr int confirmHeight = 28;
 
 int scaled(qint32 value, float zoom)
 {
@@ -66,9 +68,22 @@ std::optional<qsizetype> frameAt(std::span<const QRect> frames, QPointF point)
     return found;
 }
 
-QRect confirmGeometry(const QRect &frame)
+QRect confirmGeometry(const QRect &frame, QSize preview)
 {
-    return {frame.x() + frame.width(), frame.y(), 141, 28};
+    const QRect beside(frame.x() + frame.width(), frame.y(), confirmWidth, confirmHeight);
+    const int lastLeft = std::max(0, preview.width() - confirmWidth);
+    const int lastTop = std::max(0, preview.height() - confirmHeight);
+    if (beside.x() <= lastLeft) {
+        return {beside.x(), std::min(beside.y(), lastTop), confirmWidth, confirmHeight};
+    }
+    const int below = frame.y() + frame.height();
+    const int above = std::clamp(frame.y() - confirmHeight, 0, lastTop);
+    return {lastLeft, below <= lastTop ? below : above, confirmWidth, confirmHeight};
+}
+
+int scrollKeeping(float place, int inView, float zoom)
+{
+    return scaled(static_cast<qint32>(std::clamp(place, 0.0F, largestCoordinate)), zoom) - inView;
 }
 
 } // namespace quorlin

@@ -35,8 +35,15 @@ QRect itemFrame(const Subtext &item, float zoom);
 /// a frame, the right edge does not. Nothing when no frame contains it.
 std::optional<qsizetype> frameAt(std::span<const QRect> frames, QPointF point);
 
-/// Place of the confirming button: right of @p frame and aligned with its top, 141 x 28. An empty
-/// @p frame stands for no frame and gives the top left corner.
-QRect confirmGeometry(const QRect &frame);
+/// Place of the confirming button, 141 x 28, on a preview of @p preview pixels: right of @p frame
+/// and aligned with its top. Where it would reach past the right edge it ends there and stands
+/// below the frame, above it at the lower edge. An empty @p frame stands for no frame and gives the
+/// top left corner.
+QRect confirmGeometry(const QRect &frame, QSize preview);
+
+/// Position of a scroll bar that keeps a place of the page where it is in the view while the zoom
+/// changes.
+/// @param place the place in page units, @param inView its distance from the view's edge in pixels
+int scrollKeeping(float place, int inView, float zoom);
 
 } // namespace quorlin

@@ -4,9 +4,21 @@
 
 #include "ui_rules.h"
 
+#include <QKeyEvent>
 #include <QMessageBox>
 
 using namespace quorlin;
+
+void Rules::keyPressEvent(QKeyEvent *event)
+{
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    // In the page box it only takes the number over; a dialog would press its default button.
+    if (isReturn && focusWidget() != ui->lineEdit_rule) {
+        event->accept();
+        return;
+    }
+    QDialog::keyPressEvent(event);
+}
 
 void Rules::setsave()
 {

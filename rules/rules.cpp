@@ -1,7 +1,11 @@
 #include "rules/rules.h"
 
+#include "widgets/desktop_colours.h"
+#include "widgets/screen_fit.h"
+
 #include "ui_rules.h"
 
+#include <QApplication>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QImageReader>
@@ -11,6 +15,14 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QXmlStreamReader>
+
+using namespace quorlin;
+
+namespace {
+
+constexpr QSize smallestFrame(431, 441); // where the screen has room for it
+
+} // namespace
 
 Rules::Rules(QWidget *parent)
     : QDialog(parent), ui(std::make_unique<Ui_Rules>()),
@@ -25,6 +37,7 @@ Rules::Rules(QWidget *parent)
     QImageReader::setAllocationLimit(1024);
 
     buildPreview();
+    setPalette(withReadableDisabledTexts(palette()));
     ui->pushButton_save->setEnabled(false);
     ui->lineEdit_rule->setEnabled(false);
     ui->lineEdit_rulebefore->setEnabled(false);
@@ -32,6 +45,30 @@ Rules::Rules(QWidget *parent)
 }
 
 Rules::~Rules() = default;
+
+void Rules::showEvent(QShowEvent *event)
+{
+    fitToScreen();
+    QDialog::showEvent(event);
+}
+
+void Rules::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::ApplicationPaletteChange) {
+        setPalette(withReadableDisabledTexts(QApplication::palette(this)));
+    }
+    QDialog::changeEvent(event);
+}
+
+void Rules::fitToScreen()
+{
+    // The frame may be smaller than it asks for where the screen has no room for that.
+    ui->frame_back->setMinimumSize(smallestFrame);
+    const QSize room = roomFor(*this);
+    const QSize lack = (minimumSizeHint() - room).expandedTo(QSize(0, 0));
+    ui->frame_back->setMinimumSize((smallestFrame - lack).expandedTo(QSize(1, 1)));
+    fitOnScreen(*this);
+}
 
 void Rules::buildPreview()
 {
@@ -47,6 +84,20 @@ void Rules::buildPreview()
     scrollArea->setWidgetResizable(true);
     scrollArea->setBackgroundRole(QPalette::Dark);
     scrollArea->setWidget(imageLabel);
+
+    noticeLabel = new QLabel;
+    noticeLabel->setObjectName(QStringLiteral("noticeLabel"));
+    noticeLabel->setTextFormat(Qt::PlainText);
+    noticeLabel->setWordWrap(true);
+    noticeLabel->setMargin(6);
+    noticeLabel->setAutoFillBackground(true);
+    // What it covers can be clicked all the same.
+    noticeLabel->setAttribute(Qt::WA_TransparentForMouseEvents);
+    noticeLabel->hide();
+    auto *overlay = new QVBoxLayout(scrollArea->viewport());
+    overlay->setContentsMargins(0, 0, 0, 0);
+    overlay->addWidget(noticeLabel);
+    overlay->addStretch();
 
     auto *layout = new QHBoxLayout;
     layout->addWidget(scrollArea);

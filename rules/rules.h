@@ -4,6 +4,8 @@
 #include "analysis/subtext.h"
 
 #include <QDialog>
+#include <QPoint>
+#include <QPointF>
 #include <QString>
 #include <QStringList>
 
@@ -45,7 +47,10 @@ public:
     void setExportLimit(int milliseconds); // rules/page_preview.cpp
 
 protected:
-    void wheelEvent(QWheelEvent *event) override; // rules/page_preview.cpp
+    void wheelEvent(QWheelEvent *event) override;  // rules/page_preview.cpp
+    void keyPressEvent(QKeyEvent *event) override; // rules/rule_saving.cpp
+    void showEvent(QShowEvent *event) override;    // rules/rules.cpp
+    void changeEvent(QEvent *event) override;      // rules/rules.cpp
 
 public slots:
     // Declared in this order on purpose: it fixes the indices of the meta-object. The event
@@ -77,24 +82,49 @@ public slots:
     void setupdownVis();  // rules/page_preview.cpp
 
 private:
-    void buildPreview();      // rules/rules.cpp
-    void connectControls();   // rules/rules.cpp
-    void clearPreview();      // rules/page_preview.cpp
-    void renewRuleButton();   // rules/page_preview.cpp
-    void zoomTo(float zoom);  // rules/page_preview.cpp
-    void showWithoutSample(); // rules/page_preview.cpp
-    void readItems();         // rules/page_preview.cpp
-    void deleteItemButtons(); // rules/text_picking.cpp
+    /// A place of the page, and where it stands in the view.
+    struct Anchor
+    {
+        QPointF place; ///< page units
+        QPoint inView; ///< pixels
+        bool isPicked = false;
+    };
+
+    void buildPreview();                               // rules/rules.cpp
+    void connectControls();                            // rules/rules.cpp
+    void fitToScreen();                                // rules/rules.cpp
+    void clearPreview();                               // rules/page_preview.cpp
+    void renewRuleButton();                            // rules/page_preview.cpp
+    void hideRuleButton();                             // rules/text_picking.cpp
+    void zoomTo(float zoom);                           // rules/page_preview.cpp
+    void exportPage(int page);                         // rules/page_preview.cpp
+    void showWithoutSample(const QString &sample);     // rules/page_preview.cpp
+    void showNotice(const QString &text);              // rules/page_preview.cpp
+    bool showPicture(const QString &path, float zoom); // rules/page_preview.cpp
+    void readItems();                                  // rules/page_preview.cpp
+    void deleteItemButtons();                          // rules/text_picking.cpp
+    void placeRuleButton(const QRect &frame);          // rules/text_picking.cpp
+    void showPositionTip(QPoint cursor);               // rules/text_picking.cpp
+    QRect pickedFrame() const;                         // rules/preview_scroll.cpp
+    QRect visiblePart() const;                         // rules/preview_scroll.cpp
+    void bringIntoView(const QRect &part);             // rules/preview_scroll.cpp
+    Anchor currentAnchor() const;                      // rules/preview_scroll.cpp
+    void returnTo(const Anchor &anchor);               // rules/preview_scroll.cpp
 
     std::unique_ptr<Ui_Rules> ui;
     QLabel *imageLabel = nullptr;
     QScrollArea *scrollArea = nullptr;
+    QLabel *noticeLabel = nullptr; ///< says over the preview why it shows no page, or not this one
     /// The confirming button. Exactly one exists at any time: whatever deletes it makes a new one.
     QPushButton *ruleButton = nullptr;
 
     float zoomFactor = 1.0F;
     float imageWidth = 1.0F;  ///< of the picture loaded last, in pixels
     float imageHeight = 1.0F; ///< of the picture loaded last, in pixels
+    /// Zoom of the frames: zoomFactor, or the zoom of the picture shown where that has no picture.
+    float frameZoom = 1.0F;
+    float shownZoom = 1.0F;        ///< of the picture shown
+    bool pictureIsCurrent = false; ///< the picture shown is that of the last export
     QString pdfPath;
     QString pngPath;
     int exportLimit = 30000;
@@ -110,4 +140,5 @@ private:
     std::array<Subtext, quorlin::maximumPageItems> items;
     std::array<QPushButton *, quorlin::maximumPageItems> itemButtons{};
     Subtext currentItem; ///< picked last, and what is saved
+    bool picked = false; ///< an item was picked since the editor was opened
 };

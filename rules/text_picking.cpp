@@ -1,15 +1,19 @@
 #include "rules/rules.h"
 
 #include "rules/editor_text.h"
+#include "rules/item_frame.h"
 #include "rules/preview_geometry.h"
 
 #include "ui_rules.h"
 
+#include <QApplication>
 #include <QCursor>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QNetworkReply>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QToolTip>
 #include <QXmlStreamReader>
 
@@ -83,12 +87,14 @@ void Rules::drawlabels()
     const QString sheet =
         QStringLiteral("border:2px dotted green;} QPushButton:Pressed{border:2px dotted red;");
     deleteItemButtons();
+    const QImage picture = imageLabel->pixmap().toImage();
     for (std::size_t i = 0; i < static_cast<std::size_t>(pageLines.size()); ++i) {
-        auto *button = new QPushButton(imageLabel);
+        auto *button = new ItemFrame(imageLabel);
         itemButtons[i] = button;
         button->setAutoDefault(false);
         button->setAccessibleName(items[i].text);
-        button->setGeometry(itemFrame(items[i], zoomFactor));
+        button->setGeometry(itemFrame(items[i], frameZoom));
+        button->adaptTo(picture);
         button->setFlat(true);
         button->setStyleSheet(sheet);
         button->show();
@@ -116,19 +122,53 @@ void Rules::textmessagebox()
     }
     const QPoint cursor = QCursor::pos();
     const auto index = frameAt(frames, imageLabel->mapFromGlobal(QPointF(cursor)));
-    const auto picked = static_cast<std::size_t>(index.value_or(0));
-    currentItem = items[picked];
-    // Without a widget: it would lend the tip its style sheet.
-    QToolTip::showText(cursor, positionTip(currentItem));
+    const auto chosen = static_cast<std::size_t>(index.value_or(0));
+    currentItem = items[chosen];
+    picked = true;
+    placeRuleButton(index ? frames[chosen] : QRect());
+    showPositionTip(cursor);
+}
+
+void Rules::placeRuleButton(const QRect &frame)
+{
     ruleButton->setText(tr("Make it be the rule"));
-    ruleButton->setGeometry(confirmGeometry(index ? frames[picked] : QRect()));
+    ruleButton->setGeometry(confirmGeometry(frame, imageLabel->size()));
     ruleButton->raise();
     ruleButton->show();
+    bringIntoView(ruleButton->geometry());
+}
+
+void Rules::showPositionTip(QPoint cursor)
+{
+    // Without a widget: it would lend the tip its style sheet.
+    QToolTip::showText(cursor, positionTip(currentItem));
+    const QRect button(ruleButton->mapToGlobal(QPoint()), ruleButton->size());
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows) {
+        // The tip's own window: only there can it be seen how large it is.
+        if (!window->inherits("QTipLabel") || !window->isVisible() ||
+            !window->geometry().intersects(button)) {
+            continue;
+        }
+        const bool roomBelow =
+            button.bottom() + window->height() < window->screen()->availableGeometry().bottom();
+        window->move(window->x(),
+                     roomBelow ? button.bottom() + 1 : button.top() - window->height());
+    }
+}
+
+void Rules::hideRuleButton()
+{
+    // The focus of a button that goes would move to another item, and the view after it.
+    if (ruleButton->hasFocus()) {
+        scrollArea->setFocus();
+    }
+    ruleButton->hide();
 }
 
 void Rules::mousePressEvent(QMouseEvent *event)
 {
-    ruleButton->hide();
+    hideRuleButton();
     event->accept();
 }
 
@@ -138,9 +178,13 @@ void Rules::getSpecifytext() {}
 
 void Rules::addtorules()
 {
-    ruleButton->hide();
+    const bool confirmedHere = ruleButton->hasFocus();
+    hideRuleButton();
     ui->pushButton_save->setEnabled(true);
     ui->lineEdit_rule->setEnabled(true);
     ui->lineEdit_rulebefore->setEnabled(true);
+    if (confirmedHere) {
+        ui->lineEdit_rule->setFocus(); // what comes next is the rule's name
+    }
     ui->lineEdit_rulebefore->setText(ruleContent(currentItem));
 }

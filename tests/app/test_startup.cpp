@@ -1,10 +1,12 @@
 #include "tests/support/room.h"
+#include "tests/support/signals.h"
 #include "tests/support/text_files.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -42,6 +44,9 @@ private slots:
     void anUnopenableLogDropsTheMessages();
     void aFatalMessageAbortsWithoutALine();
     void theProgramShowsItsWindowAndLogs();
+    void aSignalLeavesNothingBehind_data();
+    void aSignalLeavesNothingBehind();
+    void anIgnoredSignalStaysIgnored();
 
 private:
     Run run(const QStringList &arguments, const QString &program = QString(),
@@ -219,6 +224,81 @@ void TestStartup::theProgramShowsItsWindowAndLogs()
                  .arg(QFileInfo(QStringLiteral(QUORLIN_BIN_DIR)).canonicalFilePath()));
     process.terminate();
     QVERIFY(process.waitForFinished());
+}
+
+namespace {
+
+/// The program, run over a temporary folder of its own.
+class RunningWindow
+{
+public:
+    explicit RunningWindow(const QString &temporary)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("TMPDIR"), temporary);
+        // Where it is missing, Qt makes a folder of its own below the temporary one.
+        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), QDir::homePath());
+        process.setProcessEnvironment(environment);
+        process.start(QStringLiteral(QUORLIN_BIN_DIR "/quorlin-cleaver"), QStringList());
+        process.waitForStarted(-1);
+    }
+
+    void send(int signal) { QVERIFY(sendSignal(process, signal)); }
+
+    QProcess process;
+};
+
+QStringList entriesOf(const QString &folder)
+{
+    return QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden |
+                                  QDir::System);
+}
+
+} // namespace
+
+void TestStartup::aSignalLeavesNothingBehind_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("TERM") << SIGTERM;
+    QTest::newRow("HUP") << SIGHUP;
+    QTest::newRow("INT") << SIGINT;
+}
+
+void TestStartup::aSignalLeavesNothingBehind()
+{
+    QFETCH(int, signal);
+    const QTemporaryDir temporary;
+    RunningWindow first(temporary.path());
+    const auto lockFile = QStringLiteral("quorlin-cleaver.lock");
+    QTRY_VERIFY_WITH_TIMEOUT(entriesOf(temporary.path()).contains(lockFile), 60000);
+    // A second window works in private folders.
+    RunningWindow second(temporary.path());
+    QTRY_VERIFY_WITH_TIMEOUT(entriesOf(temporary.path()).size() > 1, 60000);
+    second.send(signal);
+    QVERIFY(second.process.waitForFinished(-1));
+    QCOMPARE(entriesOf(temporary.path()), QStringList(lockFile));
+    first.send(signal);
+    QVERIFY(first.process.waitForFinished(-1));
+    QCOMPARE(entriesOf(temporary.path()), QStringList());
+    // Whoever waits for the program sees what ended it.
+    for (const QProcess *process : {&first.process, &second.process}) {
+        QCOMPARE(process->exitStatus(), QProcess::CrashExit);
+        QCOMPARE(process->exitCode(), signal);
+    }
+}
+
+void TestStartup::anIgnoredSignalStaysIgnored()
+{
+    const QTemporaryDir temporary;
+    const auto before = std::signal(SIGHUP, SIG_IGN); // as nohup does
+    RunningWindow window(temporary.path());
+    std::signal(SIGHUP, before);
+    QTRY_VERIFY_WITH_TIMEOUT(!entriesOf(temporary.path()).isEmpty(), 60000);
+    window.send(SIGHUP);
+    QVERIFY(!window.process.waitForFinished(500));
+    window.send(SIGTERM);
+    QVERIFY(window.process.waitForFinished(-1));
+    QCOMPARE(entriesOf(temporary.path()), QStringList());
 }
 
 QUORLIN_TEST(TestStartup)

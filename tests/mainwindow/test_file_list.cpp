@@ -3,6 +3,7 @@
 #include "tests/support/window_bench.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDesktopServices>
 #include <QDir>
 #include <QDragEnterEvent>
@@ -11,8 +12,10 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPushButton>
+#include <QScreen>
 #include <QSettings>
 #include <QTest>
+#include <QTextBrowser>
 #include <QTextEdit>
 #include <QTimer>
 
@@ -50,6 +53,11 @@ class TestFileList : public QObject
     Q_OBJECT
 
 private slots:
+    void shortcutsDoWhatTheButtonsDo();
+    void shortcutsAreOffWhileTheButtonsAre();
+    void theDeleteKeyWorksInTheListAlone();
+    void theManualOpensByKey();
+    void thePathColumnKeepsTheUsersWidth();
     void addedFilesAreListedAndCounted();
     void theAddDialogRemembersItsFolder();
     void aCancelledAddDialogChangesNothing();
@@ -498,6 +506,149 @@ void TestFileList::keyReleasesAreSwallowed()
     QKeyEvent event(QEvent::KeyRelease, Qt::Key_A, Qt::NoModifier, QStringLiteral("a"));
     QApplication::sendEvent(&bench.window(), &event);
     QVERIFY(event.isAccepted());
+}
+
+void TestFileList::shortcutsDoWhatTheButtonsDo()
+{
+    WindowBench bench;
+    const QString a = bench.addBatch(QStringLiteral("a.pdf"), {QStringLiteral("A")});
+    const QString b = bench.addBatch(QStringLiteral("b.pdf"), {QStringLiteral("B")});
+    bench.modals.chooseFiles({a, b});
+    bench.window().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&bench.window()));
+    QTest::keyClick(bench.table(), Qt::Key_O, Qt::ControlModifier);
+    QTRY_COMPARE(bench.column(0), QStringList({a, b}));
+    QTRY_VERIFY(bench.controlsEnabled());
+    bench.window().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&bench.window()));
+    bench.table()->clearSelection();
+    bench.selectRows({0});
+    QTest::keyClick(bench.table(), Qt::Key_Delete);
+    QCOMPARE(bench.column(0), QStringList({b}));
+    bench.setOutputFolder(bench.folders.outputs());
+    QTest::keyClick(bench.widget<QLineEdit>("outputfolderEdit"), Qt::Key_Return,
+                    Qt::ControlModifier);
+    QTRY_COMPARE(bench.column(3), QStringList({QStringLiteral("Succeed")}));
+    // Captions are as they were; the tips tell the keys.
+    QCOMPARE(bench.widget<QPushButton>("openfileButton")->text(), QStringLiteral("Add"));
+    QCOMPARE(bench.widget<QPushButton>("removeButton")->text(), QStringLiteral("Romove"));
+    QCOMPARE(bench.widget<QPushButton>("runButton")->text(), QStringLiteral("Split"));
+    QVERIFY(bench.widget<QPushButton>("openfileButton")->toolTip().contains("Ctrl+O"));
+    QVERIFY(bench.widget<QPushButton>("removeButton")->toolTip().contains("Del"));
+    QVERIFY(bench.widget<QPushButton>("runButton")->toolTip().contains("Ctrl+Return"));
+    QVERIFY(bench.widget<QPushButton>("aboutpushButton")->toolTip().contains("F1"));
+}
+
+void TestFileList::shortcutsAreOffWhileTheButtonsAre()
+{
+    WindowBench bench;
+    const QString gate = bench.folders.temporary() + QStringLiteral("/gate");
+    const QString file = bench.folders.addInput(
+        QStringLiteral("a.pdf"), "info NumberOfPages: 1\nwait " + gate.toUtf8() + "\n");
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.window().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&bench.window()));
+    bench.dropFiles({file});
+    QVERIFY(bench.controlsDisabled());
+    bench.selectRows({0});
+    QTest::keyClick(bench.table(), Qt::Key_Delete);
+    QTest::keyClick(bench.table(), Qt::Key_O, Qt::ControlModifier);
+    QTest::keyClick(bench.table(), Qt::Key_Return, Qt::ControlModifier);
+    QCOMPARE(bench.column(0), QStringList({file}));
+    QVERIFY(!bench.paneLines().contains(QStringLiteral("Conversion Start:")));
+    quorlin::test::writeFile(gate, "");
+    QTRY_VERIFY(bench.controlsEnabled());
+}
+
+void TestFileList::theDeleteKeyWorksInTheListAlone()
+{
+    WindowBench bench;
+    const QString file = bench.addBatch(QStringLiteral("a.pdf"), {QStringLiteral("A")});
+    bench.addFiles({file});
+    bench.window().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&bench.window()));
+    auto *field = bench.widget<QLineEdit>("outputfolderEdit");
+    field->setText(QStringLiteral("folder"));
+    field->setFocus();
+    field->setCursorPosition(0);
+    QTest::keyClick(field, Qt::Key_Delete);
+    QCOMPARE(field->text(), QStringLiteral("older"));
+    for (const char *name : {"textEdit_process", "comboBox_rule", "openfileButton"}) {
+        auto *widget = bench.widget<QWidget>(name);
+        widget->setFocus();
+        QTest::keyClick(widget, Qt::Key_Delete);
+    }
+    QCOMPARE(bench.column(0), QStringList({file}));
+}
+
+void TestFileList::theManualOpensByKey()
+{
+    WindowBench bench;
+    bench.window().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&bench.window()));
+    for (int i = 0; i < 2; ++i) {
+        QTest::keyClick(bench.table(), Qt::Key_F1);
+        QTextBrowser *manual = nullptr;
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (QWidget *window : windows) {
+            if (window->objectName() == QLatin1String("ManualWindow") && window->isVisible()) {
+                QVERIFY(manual == nullptr);
+                manual = qobject_cast<QTextBrowser *>(window);
+            }
+        }
+        QVERIFY(manual != nullptr);
+        QCOMPARE(manual->source().fileName(), QStringLiteral("manual.md"));
+        QVERIFY(manual->toPlainText().contains(QLatin1String("Make a rule")));
+        QVERIFY(manual->screen()->availableGeometry().contains(manual->frameGeometry()));
+        // A link leads to another page, and every picture is there.
+        manual->setSource(QUrl(QStringLiteral("qrc:/manual/rule-editor.md")));
+        QVERIFY(manual->toPlainText().contains(QLatin1String("Picking and saving")));
+        const QVariant picture = manual->loadResource(
+            QTextDocument::ImageResource, QUrl(QStringLiteral("images/rule-editor-selected.png")));
+        QVERIFY(!picture.toByteArray().isEmpty());
+        manual->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(manual));
+        QTest::keyClick(manual, Qt::Key_Escape);
+        QVERIFY(!manual->isVisible());
+        bench.window().activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&bench.window()));
+    }
+}
+
+void TestFileList::thePathColumnKeepsTheUsersWidth()
+{
+    WindowBench bench;
+    const QString name = QString(120, QLatin1Char('n')) + QStringLiteral(".pdf");
+    const QString a = bench.addBatch(name, {QStringLiteral("A")});
+    const QString b = bench.addBatch(QStringLiteral("b.pdf"), {QStringLiteral("B")});
+    bench.addFiles({a});
+    bench.window().resize(1600, 490);
+    // The border between the first two headers is dragged.
+    QHeaderView *header = bench.table()->horizontalHeader();
+    const QPoint border(header->sectionViewportPosition(1) - 1, header->height() / 2);
+    QTest::mousePress(header->viewport(), Qt::LeftButton, {}, border);
+    QTest::mouseMove(header->viewport(), border + QPoint(300, 0));
+    QTest::mouseMove(header->viewport(), border + QPoint(700, 0));
+    QTest::mouseRelease(header->viewport(), Qt::LeftButton, {}, border + QPoint(700, 0));
+    const int width = header->sectionSize(0);
+    QVERIFY2(width >= 800, qPrintable(QString::number(width)));
+    bench.addFiles({b});
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.split();
+    bench.selectRows({0});
+    bench.click("pushButton_down");
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, QPoint(20, header->height() / 2));
+    for (const int windowWidth : {1000, 1900, 900, 1600}) {
+        bench.window().resize(windowWidth, 600);
+        QCoreApplication::processEvents();
+        QCOMPARE(header->sectionSize(0), width);
+    }
+    bench.window().hide();
+    bench.window().show();
+    QCOMPARE(header->sectionSize(0), width);
+    // What does not fit keeps both ends.
+    QCOMPARE(bench.table()->textElideMode(), Qt::ElideMiddle);
+    QVERIFY(!bench.table()->wordWrap());
 }
 
 QUORLIN_TEST(TestFileList)

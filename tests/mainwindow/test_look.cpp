@@ -1,20 +1,26 @@
+#include "mainwindow/aboutdialog.h"
 #include "mainwindow/elidedcombobox.h"
 #include "mainwindow/plain_tip.h"
 #include "mainwindow/process.h"
 #include "options/opdialog.h"
 #include "rules/rules.h"
-#include "tests/support/room.h"
+#include "widgets/screen_fit.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QFrame>
 #include <QHash>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QProcess>
+#include <QProcessEnvironment>
 #include <QPushButton>
+#include <QScreen>
 #include <QSpinBox>
 #include <QStyleFactory>
 #include <QTableWidget>
@@ -22,6 +28,8 @@
 #include <QTest>
 #include <QTextEdit>
 #include <QTimer>
+#include <QToolTip>
+#include <QTranslator>
 
 #include <algorithm>
 #include <cmath>
@@ -177,6 +185,21 @@ private slots:
     void noTextOfTheMainWindowIsCutOff();
     void noTextOfTheRuleEditorIsCutOff_data() { styles(); }
     void noTextOfTheRuleEditorIsCutOff();
+    void captionsOfOneWidthShareOneFont();
+    void captionsFitInEveryLanguageAndFont_data();
+    void captionsFitInEveryLanguageAndFont();
+    void disabledTextsCanBeRead_data() { desktops(); }
+    void disabledTextsCanBeRead();
+    void theMainWindowIsOneOnEveryDesktop_data() { desktops(); }
+    void theMainWindowIsOneOnEveryDesktop();
+    void theMainWindowFollowsTheDesktopsColours();
+    void tipsOfTheButtonsCanBeRead_data() { desktops(); }
+    void tipsOfTheButtonsCanBeRead();
+    void windowsStandInsideTheScreen_data();
+    void windowsStandInsideTheScreen();
+    void everyWindowFitsTheScreen();
+    void everyWindowFitsEveryScreen_data();
+    void everyWindowFitsEveryScreen();
     void aLongRuleNameEndsInAnEllipsis();
     void aShortRuleNameStandsWhole();
     void aPathsTipIsThePathAsItStands();
@@ -364,6 +387,280 @@ void TestLook::noTextOfTheRuleEditorIsCutOff()
     QCOMPARE(cutOff(editor), QString());
 }
 
+namespace {
+
+const QStringList captionNames = {QStringLiteral("label_2"), QStringLiteral("label_4"),
+                                  QStringLiteral("outputfolderlabel")};
+
+/// Buttons and captions of the main window in German, the longest words a translator would choose.
+class GermanWords : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char *, const char *source, const char *, int) const override
+    {
+        static const QHash<QByteArray, QString> words = {
+            {"Add", QStringLiteral("Hinzuf\u00fcgen")},
+            {"Romove", QStringLiteral("Entfernen")},
+            {"Clear", QStringLiteral("Liste leeren")},
+            {"Up", QStringLiteral("Nach oben")},
+            {"Down", QStringLiteral("Nach unten")},
+            {"Rule", QStringLiteral("Regel")},
+            {"Split", QStringLiteral("Aufteilen")},
+            {"About", QStringLiteral("\u00dcber")},
+            {"Rule Name", QStringLiteral("Regelname")},
+            {"Output Folder", QStringLiteral("Ausgabeordner")},
+            {"Split Method", QStringLiteral("Teilungsmethode")},
+            {"File List", QStringLiteral("Dateiliste")},
+            {"Progress Status", QStringLiteral("Fortschritt")},
+        };
+        return words.value(source);
+    }
+};
+
+} // namespace
+
+void TestLook::captionsOfOneWidthShareOneFont()
+{
+    Process window;
+    const QFont font = window.findChild<QLabel *>(captionNames.first())->font();
+    QCOMPARE(font.pointSize(), 13);
+    for (const QString &name : captionNames) {
+        QCOMPARE(window.findChild<QLabel *>(name)->font(), font);
+    }
+    QFont buttonFont;
+    for (const QPushButton *button :
+         window.findChild<QFrame *>(QStringLiteral("frame"))->findChildren<QPushButton *>()) {
+        buttonFont = buttonFont == QFont() ? button->font() : buttonFont;
+        QCOMPARE(button->font(), buttonFont);
+        QCOMPARE(button->minimumWidth(), 90);
+        QCOMPARE(button->maximumWidth(), 90);
+    }
+}
+
+void TestLook::captionsFitInEveryLanguageAndFont_data()
+{
+    QTest::addColumn<bool>("german");
+    QTest::addColumn<int>("points");
+    for (const bool german : {false, true}) {
+        for (const int points : {8, 9, 11, 13, 15, 18}) {
+            QTest::addRow("%s, %d points", german ? "German" : "English", points)
+                << german << points;
+        }
+    }
+}
+
+void TestLook::captionsFitInEveryLanguageAndFont()
+{
+    QFETCH(bool, german);
+    QFETCH(int, points);
+    const QFont before = QApplication::font();
+    QFont font = before;
+    font.setPointSize(points);
+    GermanWords words;
+    if (german) {
+        QVERIFY(QCoreApplication::installTranslator(&words));
+    }
+    QApplication::setFont(font);
+    {
+        Process window;
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QCOMPARE(cutOff(window), QString());
+        const auto *table = window.findChild<QTableWidget *>();
+        QVERIFY(table->verticalHeader()->defaultSectionSize() >= table->fontMetrics().height());
+        // The font may change while the window is open.
+        font.setPointSize(points + 3);
+        QApplication::setFont(font);
+        QCOMPARE(cutOff(window), QString());
+    }
+    QApplication::setFont(before);
+    QCoreApplication::removeTranslator(&words);
+}
+
+void TestLook::disabledTextsCanBeRead()
+{
+    QFETCH(QPalette, colours);
+    QApplication::setPalette(colours);
+    Process window;
+    Rules editor;
+    OpDialog options;
+    for (QWidget *parent : std::initializer_list<QWidget *>{&window, &editor, &options}) {
+        fillIn(*parent);
+        parent->show();
+        QVERIFY(QTest::qWaitForWindowExposed(parent));
+        for (QWidget *widget : parent->findChildren<QWidget *>()) {
+            const auto *button = qobject_cast<QPushButton *>(widget);
+            const bool shows = (button != nullptr && !button->text().isEmpty()) ||
+                               qobject_cast<QLineEdit *>(widget) != nullptr;
+            // The output folder's field is never off.
+            if (!shows || !widget->isVisible() || widget->objectName() == "outputfolderEdit") {
+                continue;
+            }
+            widget->setEnabled(false);
+            const double measured = contrastOf(*parent, *widget);
+            QVERIFY2(measured >= readable,
+                     qPrintable(widget->objectName() + ' ' + QString::number(measured)));
+        }
+    }
+}
+
+void TestLook::theMainWindowIsOneOnEveryDesktop()
+{
+    QFETCH(QPalette, colours);
+    QApplication::setPalette(colours);
+    Process window;
+    fillIn(window);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    // Captions, button row and headers are light by their sheets, the picture by itself: so are the
+    // list, the choices, the field and the pane.
+    for (const char *name : {"inputfiletableWidget", "comboBox_rule", "comboBox_method",
+                             "outputfolderEdit", "textEdit_process"}) {
+        const auto *widget = window.findChild<QWidget *>(QLatin1String(name));
+        const QRect place(widget->mapTo(&window, QPoint()), widget->size());
+        const QImage seen = window.grab(place).toImage();
+        qint64 lightness = 0;
+        for (int y = 0; y < seen.height(); ++y) {
+            for (int x = 0; x < seen.width(); ++x) {
+                lightness += qGray(seen.pixel(x, y));
+            }
+        }
+        lightness /= qint64{seen.width()} * seen.height();
+        QVERIFY2(lightness > 180, qPrintable(widget->objectName() + QString::number(lightness)));
+    }
+}
+
+void TestLook::theMainWindowFollowsTheDesktopsColours()
+{
+    Process window;
+    fillIn(window);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const QImage picture = window.palette().brush(QPalette::Window).texture().toImage();
+    for (const QPalette &colours : {darkDesktop(), ownPalette, darkDesktop()}) {
+        QApplication::setPalette(colours);
+        QCoreApplication::processEvents();
+        QCOMPARE(faintTexts(window), QString());
+        QCOMPARE(window.palette().brush(QPalette::Window).texture().toImage(), picture);
+    }
+}
+
+void TestLook::tipsOfTheButtonsCanBeRead()
+{
+    QFETCH(QPalette, colours);
+    QApplication::setPalette(colours);
+    QToolTip::setPalette(colours);
+    Process window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    for (const char *name : {"openfileButton", "removeButton", "runButton", "aboutpushButton"}) {
+        auto *button = window.findChild<QPushButton *>(QLatin1String(name));
+        QVERIFY(!button->toolTip().isEmpty());
+        QHelpEvent asked(QEvent::ToolTip, QPoint(5, 5), button->mapToGlobal(QPoint(5, 5)));
+        QCoreApplication::sendEvent(button, &asked);
+        QVERIFY(QToolTip::isVisible());
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (QWidget *tip : windows) {
+            if (tip->inherits("QTipLabel") && tip->isVisible()) {
+                QVERIFY2(contrastIn(tip->grab().toImage()) >= readable, name);
+            }
+        }
+        QToolTip::hideText();
+    }
+}
+
+void TestLook::windowsStandInsideTheScreen_data()
+{
+    QTest::addColumn<QRect>("window");
+    QTest::addColumn<QRect>("available");
+    QTest::addColumn<QRect>("place");
+    const QRect wide(0, 0, 1920, 1080);
+    QTest::newRow("what fits stays, even half outside")
+        << QRect(-20, 155, 840, 490) << wide << QRect(-20, 155, 840, 490);
+    QTest::newRow("as large as the room")
+        << QRect(100, 20, 626, 669) << QRect(0, 0, 800, 440) << QRect(100, 30, 626, 410);
+    QTest::newRow("below a panel")
+        << QRect(100, 20, 626, 669) << QRect(0, 40, 960, 500) << QRect(100, 70, 626, 470);
+    QTest::newRow("too wide and beside the origin")
+        << QRect(-20, 155, 840, 490) << QRect(1000, 0, 800, 800) << QRect(1000, 155, 800, 490);
+    QTest::newRow("no room at all")
+        << QRect(0, 0, 100, 100) << QRect(0, 0, 5, 5) << QRect(0, 0, 100, 100);
+}
+
+void TestLook::windowsStandInsideTheScreen()
+{
+    QFETCH(QRect, window);
+    QFETCH(QRect, available);
+    QTEST(quorlin::placedInside(window, available, QMargins(0, 30, 0, 0)), "place");
+}
+
+void TestLook::everyWindowFitsTheScreen()
+{
+    Process window;
+    Rules editor;
+    OpDialog options;
+    AboutDialog about;
+    for (QWidget *shown : std::initializer_list<QWidget *>{&window, &editor, &options, &about}) {
+        shown->show();
+        QVERIFY(QTest::qWaitForWindowExposed(shown));
+        const QRect screen = shown->screen()->availableGeometry();
+        QVERIFY2(screen.contains(shown->frameGeometry()), shown->metaObject()->className());
+        if (shown != &about) { // its texts are links, whose tags take no room
+            QCOMPARE(cutOff(*shown), QString());
+        }
+        for (const QWidget *child : shown->findChildren<QWidget *>()) {
+            const bool reached = child->isVisible() && (child->focusPolicy() & Qt::TabFocus) != 0 &&
+                                 !child->objectName().startsWith(QLatin1String("qt_"));
+            if (reached) {
+                const QRect place(child->mapTo(shown, QPoint()), child->size());
+                QVERIFY2(shown->rect().contains(place), qPrintable(child->objectName()));
+            }
+        }
+        shown->hide();
+    }
+}
+
+void TestLook::everyWindowFitsEveryScreen_data()
+{
+    QTest::addColumn<QSize>("screen");
+    QTest::addColumn<QByteArray>("scale");
+    QTest::newRow("800 x 800, scale 1.6") << QSize(800, 800) << QByteArray("1.6");
+    QTest::newRow("800 x 440") << QSize(800, 440) << QByteArray("1");
+    QTest::newRow("800 x 600") << QSize(800, 600) << QByteArray("1");
+    QTest::newRow("1366 x 768") << QSize(1366, 768) << QByteArray("1");
+    QTest::newRow("1920 x 1080, scale 2") << QSize(1920, 1080) << QByteArray("2");
+    QTest::newRow("3840 x 2160, scale 2") << QSize(3840, 2160) << QByteArray("2");
+}
+
+void TestLook::everyWindowFitsEveryScreen()
+{
+    QFETCH(QSize, screen);
+    QFETCH(QByteArray, scale);
+    // The size and the scale of the screen are fixed when a program starts.
+    const QString description = folder.filePath(QStringLiteral("screen.json"));
+    QFile file(description);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(QStringLiteral("{\"screens\": [{\"name\": \"screen\", \"x\": 0, \"y\": 0, "
+                              "\"width\": %1, \"height\": %2, \"logicalDpi\": 96, "
+                              "\"logicalBaseDpi\": 96, \"dpr\": 1}]}")
+                   .arg(screen.width())
+                   .arg(screen.height())
+                   .toUtf8());
+    file.close();
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::fromLatin1(scale));
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"),
+                       QStringLiteral("offscreen:configfile=") + description);
+    program.setProcessEnvironment(environment);
+    program.setProcessChannelMode(QProcess::MergedChannels);
+    program.start(QCoreApplication::applicationFilePath(),
+                  {QStringLiteral("-silent"), QStringLiteral("everyWindowFitsTheScreen")});
+    QVERIFY(program.waitForFinished(-1));
+    QVERIFY2(program.exitCode() == 0, program.readAll().constData());
+}
+
 void TestLook::aLongRuleNameEndsInAnEllipsis()
 {
     Process window;
@@ -372,7 +669,7 @@ void TestLook::aLongRuleNameEndsInAnEllipsis()
     rule->addItem(longName());
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QCOMPARE(window.size(), QSize(840, 490));
+    QCOMPARE(window.size(), QSize(840, 490).boundedTo(quorlin::roomFor(window)));
     QVERIFY(rule->shownText().endsWith(QChar(0x2026)));
     QVERIFY(longName().startsWith(rule->shownText().chopped(1)));
     QVERIFY(rule->shownText().size() > 15);

@@ -68,6 +68,14 @@ void TestRowMoves::orders_data()
         << RowMove::Up << itemsOf({1, 2, 3, 4}, 3) << QList<int>{1, 2, 3, 4, 0};
     QTest::newRow("selected in reverse order, the lower row is not dragged back")
         << RowMove::Up << itemsOf({2, 1}, 3) << QList<int>{0, 2, 1, 3, 4};
+    QTest::newRow("a block at the top stays, going up")
+        << RowMove::Up << itemsOf({0, 1, 2}, 3) << unmoved;
+    QTest::newRow("a block at the bottom stays, going down")
+        << RowMove::Down << itemsOf({2, 3, 4}, 4) << unmoved;
+    QTest::newRow("a row at the top holds rows elsewhere")
+        << RowMove::Up << itemsOf({0, 3}, 3) << unmoved;
+    QTest::newRow("four rows picked out of order keep theirs")
+        << RowMove::Up << itemsOf({4, 2, 3, 1}, 3) << QList<int>{1, 2, 3, 4, 0};
     QTest::newRow("an item in no table is passed over")
         << RowMove::Down << QList<int>{-1, -1, -1} << unmoved;
 }

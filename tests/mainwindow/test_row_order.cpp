@@ -19,6 +19,10 @@ private slots:
     void edgesStay();
     void blocksMoveByOne_data();
     void blocksMoveByOne();
+    void aBlockAtTheEdgeStays_data();
+    void aBlockAtTheEdgeStays();
+    void pagesAndSizesSortByValue();
+    void numbersStandBelowEachOther();
     void aRowWithoutSizeDoesNotMove();
     void movingClearsTheSortIndicator();
     void addingToASortedListMixesNothing_data();
@@ -69,6 +73,20 @@ bool rowsAreWhole(WindowBench &bench, const QStringList &files)
     QStringList expected = files;
     expected.sort();
     return seen == expected;
+}
+
+/// Bounds of what differs from the upper left pixel.
+QRect inkOf(const QImage &picture)
+{
+    QRect ink;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixel(x, y) != picture.pixel(0, 0)) {
+                ink |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    return ink;
 }
 
 void clickHeader(WindowBench &bench, int column, int times)
@@ -152,6 +170,118 @@ void TestRowOrder::blocksMoveByOne()
     QCOMPARE(bench.column(0), files);
     QCOMPARE(bench.selectedRows(), rows);
     QVERIFY(rowsAreWhole(bench, files));
+}
+
+void TestRowOrder::aBlockAtTheEdgeStays_data()
+{
+    QTest::addColumn<QList<int>>("rows");
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<bool>("results");
+    for (const bool results : {false, true}) {
+        const char *state = results ? "with results" : "without results";
+        QTest::addRow("all rows up, %s", state)
+            << QList<int>{0, 1, 2} << QStringLiteral("pushButton_up") << results;
+        QTest::addRow("all rows down, %s", state)
+            << QList<int>{0, 1, 2} << QStringLiteral("pushButton_down") << results;
+        QTest::addRow("the first two up, %s", state)
+            << QList<int>{0, 1} << QStringLiteral("pushButton_up") << results;
+        QTest::addRow("the last two down, %s", state)
+            << QList<int>{1, 2} << QStringLiteral("pushButton_down") << results;
+        QTest::addRow("first and last up, %s", state)
+            << QList<int>{0, 2} << QStringLiteral("pushButton_up") << results;
+    }
+}
+
+void TestRowOrder::aBlockAtTheEdgeStays()
+{
+    QFETCH(QList<int>, rows);
+    QFETCH(QString, button);
+    QFETCH(bool, results);
+    WindowBench bench;
+    const QStringList files = addFamily(bench, 3);
+    bench.addFiles(files);
+    if (results) {
+        bench.setOutputFolder(bench.folders.outputs());
+        bench.split();
+    }
+    bench.selectRows(rows);
+    // Clicked again and again, and with the space bar held down.
+    auto *pressed = bench.widget<QPushButton>(qPrintable(button));
+    for (int i = 0; i < 3; ++i) {
+        QTest::mouseClick(pressed, Qt::LeftButton);
+    }
+    QTest::mouseDClick(pressed, Qt::LeftButton);
+    pressed->setFocus();
+    QTest::keyPress(pressed, Qt::Key_Space);
+    for (int i = 0; i < 5; ++i) {
+        QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "),
+                         true);
+        QCoreApplication::sendEvent(pressed, &repeat);
+    }
+    QTest::keyRelease(pressed, Qt::Key_Space);
+    QCOMPARE(bench.column(0), files);
+    QVERIFY(rowsAreWhole(bench, files));
+    QCOMPARE(bench.selectedRows(), rows);
+    QVERIFY(bench.table()->isSortingEnabled());
+}
+
+void TestRowOrder::pagesAndSizesSortByValue()
+{
+    WindowBench bench;
+    // 9, 10 and 100 pages; a file without pages; sizes on both sides of the megabyte.
+    QStringList files;
+    for (const int pages : {100, 9, 0, 10}) {
+        QByteArray orders =
+            pages == 0 ? "page\n" : "info NumberOfPages: " + QByteArray::number(pages) + "\n";
+        orders += QByteArray(pages == 9 ? 1'200'000 : 950'000 - pages * 1000, '\n');
+        files.append(bench.folders.addInput(QStringLiteral("%1.pdf").arg(pages), orders));
+    }
+    files.append(bench.folders.addInput(QStringLiteral("empty.pdf"), ""));
+    bench.addFiles(files);
+    const QString none;
+    clickHeader(bench, 1, 1);
+    QCOMPARE(bench.column(1), QStringList({"9", "10", "100", none, none}));
+    clickHeader(bench, 1, 1);
+    QCOMPARE(bench.column(1), QStringList({"100", "10", "9", none, none}));
+    clickHeader(bench, 2, 1);
+    QCOMPARE(bench.column(0),
+             QStringList({files.at(0), files.at(3), files.at(2), files.at(1), files.at(4)}));
+    clickHeader(bench, 2, 1);
+    QCOMPARE(bench.column(0),
+             QStringList({files.at(1), files.at(2), files.at(3), files.at(0), files.at(4)}));
+}
+
+void TestRowOrder::numbersStandBelowEachOther()
+{
+    WindowBench bench;
+    // "1.049 MB" and "1.049 KB"; 7 and 17 pages.
+    QByteArray large = "info NumberOfPages: 7\n";
+    large += QByteArray(1'048'577 - large.size(), '\n');
+    QByteArray small = "info NumberOfPages: 17\n";
+    small += QByteArray(1'049 - small.size(), '\n');
+    bench.addFiles({bench.folders.addInput(QStringLiteral("a.pdf"), large),
+                    bench.folders.addInput(QStringLiteral("b.pdf"), small)});
+    QCOMPARE(bench.column(2), QStringList({QStringLiteral("         1.049 MB"),
+                                           QStringLiteral("         1.049 KB")}));
+    bench.table()->clearSelection();
+    bench.table()->setCurrentCell(-1, -1);
+    const auto end = [&](int row, int column, int left, int right) {
+        const QRect cell = bench.table()->visualItemRect(bench.table()->item(row, column));
+        const QRect part(cell.right() - left, cell.top(), left - right, cell.height());
+        return bench.table()->viewport()->grab(part).toImage();
+    };
+    const QFontMetrics metrics = bench.table()->fontMetrics();
+    const int margin = 3;
+    const int unit = margin + metrics.horizontalAdvance(QStringLiteral(" MB"));
+    const int digits = unit + metrics.horizontalAdvance(QStringLiteral("1.049"));
+    QCOMPARE(end(0, 2, digits, unit), end(1, 2, digits, unit));
+    QVERIFY(end(0, 2, unit, 0) != end(1, 2, unit, 0));
+    // The last digit begins at a fraction of a pixel: its ink may differ by one.
+    const int lastDigit = margin + metrics.horizontalAdvance(QStringLiteral("7"));
+    const QRect seven = inkOf(end(0, 1, lastDigit + 1, 0));
+    const QRect seventeen = inkOf(end(1, 1, lastDigit + 1, 0));
+    QVERIFY(!seven.isEmpty());
+    QVERIFY(std::abs(seven.right() - seventeen.right()) <= 1);
 }
 
 void TestRowOrder::aRowWithoutSizeDoesNotMove()

@@ -1,9 +1,11 @@
+#include "pipeline/input_identity.h"
 #include "tests/support/process_state.h"
 #include "tests/support/room.h"
 #include "tests/support/window_bench.h"
 
 #include <QDir>
 #include <QFile>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -33,6 +35,15 @@ private slots:
     void aMovedOutputFolderStopsARun();
     void aSecondPressStartsASecondChain();
     void filesAddedDuringARunAreSplitToo();
+    void theToolsAreToldWhichFileWasCounted();
+    void aFileWithoutPageCountIsNotChecked();
+    void aFileChangedAfterItsCountFails_data();
+    void aFileChangedAfterItsCountFails();
+    void aFileChangedAfterItsLastOutputSucceeds();
+    void aStoppedRunLetsTheUserSortAgain_data();
+    void aStoppedRunLetsTheUserSortAgain();
+    void aRefusedPressDuringARunKeepsTheOrder();
+    void onlyFilesOfTheRunAreJudged();
     void closingTheWindowEndsTheAnalysis();
     void closingTheWindowEndsTheTools_data();
     void closingTheWindowEndsTheTools();
@@ -237,6 +248,176 @@ void TestSplitFaults::filesAddedDuringARunAreSplitToo()
     QTRY_COMPARE(bench.paneLines().last(), QStringLiteral("Conversion Finished."));
     QCOMPARE(bench.column(3), QStringList(2, QStringLiteral("Succeed")));
     QVERIFY(bench.folders.outputFiles().contains(QStringLiteral("b/1 B b 1.pdf")));
+}
+
+void TestSplitFaults::theToolsAreToldWhichFileWasCounted()
+{
+    WindowBench bench;
+    const QString file = bench.addBatch(QStringLiteral("a.pdf"), {a, b});
+    bench.addFiles({file});
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.split();
+    const auto identity = quorlin::identifyFile(file);
+    QVERIFY(identity);
+    const QString text = QString::fromLatin1(quorlin::inputIdentityText(*identity));
+    QCOMPARE(
+        quorlin::test::linesOf(bench.folders.application() + QStringLiteral("/identities.txt")),
+        QStringList({QStringLiteral("pagebinder "), QStringLiteral("pagexport ") + text,
+                     QStringLiteral("pagebinder ") + text, QStringLiteral("pagebinder ") + text}));
+}
+
+void TestSplitFaults::aFileWithoutPageCountIsNotChecked()
+{
+    WindowBench bench;
+    const QString file = bench.folders.addInput(QStringLiteral("a.pdf"), "page\n");
+    bench.addFiles({file});
+    QCOMPARE(bench.cell(0, 1), QString());
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.split();
+    QCOMPARE(
+        quorlin::test::linesOf(bench.folders.application() + QStringLiteral("/identities.txt")),
+        QStringList({QStringLiteral("pagebinder "), QStringLiteral("pagexport ")}));
+    QCOMPARE(bench.cell(0, 3), QStringLiteral("Failed"));
+    QCOMPARE(bench.table()->item(0, 3)->toolTip(), QString());
+}
+
+void TestSplitFaults::aFileChangedAfterItsCountFails_data()
+{
+    QTest::addColumn<bool>("duringTheRun");
+    QTest::newRow("written anew between Add and Split") << false;
+    QTest::newRow("written anew between two outputs") << true;
+}
+
+void TestSplitFaults::aFileChangedAfterItsCountFails()
+{
+    QFETCH(bool, duringTheRun);
+    WindowBench bench;
+    const QByteArray orders = quorlin::test::ordersFor({a, b}).toUtf8() + "checked\n";
+    const QString file = bench.folders.addInput(QStringLiteral("a.pdf"), orders);
+    const QString other = bench.addBatch(QStringLiteral("b.pdf"), {a});
+    bench.addFiles({file, other});
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.split(); // leaves outputs of every name
+    QCOMPARE(bench.column(3), QStringList(2, QStringLiteral("Succeed")));
+    QCOMPARE(bench.table()->item(0, 3)->toolTip(), QString());
+    if (!duringTheRun) {
+        quorlin::test::writeFile(file, orders + "\n");
+    }
+    bench.window().progressObserver = [&](const QString &line) {
+        if (duringTheRun && line.contains(QLatin1String("/2 B a "))) {
+            quorlin::test::writeFile(file, orders + "\n");
+        }
+    };
+    bench.split();
+    QCOMPARE(bench.column(3), QStringList({QStringLiteral("Failed"), QStringLiteral("Succeed")}));
+    QVERIFY(bench.table()->item(0, 3)->toolTip().contains(QLatin1String("add it again")));
+
+    // Added again, it is counted anew; nothing of the change is left.
+    bench.window().progressObserver = nullptr;
+    bench.selectRows({0});
+    bench.click("removeButton");
+    bench.addFiles({file});
+    bench.split();
+    QCOMPARE(bench.column(3), QStringList(2, QStringLiteral("Succeed")));
+}
+
+void TestSplitFaults::aFileChangedAfterItsLastOutputSucceeds()
+{
+    WindowBench bench;
+    const QString file = bench.addBatch(QStringLiteral("a.pdf"), {a});
+    bench.addFiles({file});
+    bench.setOutputFolder(bench.folders.outputs());
+    // The stand-in reads its orders and does not look again, as a tool that had finished.
+    bench.window().progressObserver = [&](const QString &line) {
+        if (line.startsWith(QLatin1String("Generating "))) {
+            quorlin::test::writeFile(file, quorlin::test::ordersFor({a, b}).toUtf8());
+        }
+    };
+    bench.split();
+    QCOMPARE(bench.cell(0, 3), QStringLiteral("Succeed"));
+}
+
+void TestSplitFaults::aStoppedRunLetsTheUserSortAgain_data()
+{
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("rows removed") << "rows";
+    QTest::newRow("output folder emptied") << "folder";
+    QTest::newRow("no export tool") << "pagexport";
+    QTest::newRow("no merge tool") << "pagebinder";
+}
+
+void TestSplitFaults::aStoppedRunLetsTheUserSortAgain()
+{
+    QFETCH(QString, reason);
+    WindowBench bench;
+    const QString first = bench.addBatch(QStringLiteral("z.pdf"), {a});
+    const QString second = bench.addBatch(QStringLiteral("y.pdf"), {b});
+    bench.addFiles({first, second});
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.window().progressObserver = [&](const QString &line) {
+        if (!line.startsWith(QLatin1String("Generating "))) {
+            return;
+        }
+        if (reason == QLatin1String("rows")) {
+            bench.click("removeallButton");
+        } else if (reason == QLatin1String("folder")) {
+            bench.setOutputFolder(QString());
+        }
+    };
+    QFile::remove(bench.folders.application() + QLatin1Char('/') + reason);
+    bench.click("runButton");
+    QVERIFY(!bench.table()->isSortingEnabled());
+    QTRY_VERIFY(bench.table()->isSortingEnabled());
+    QCOMPARE(bench.table()->horizontalHeader()->sortIndicatorSection(), -1);
+    if (bench.table()->rowCount() == 2) {
+        QCOMPARE(bench.column(0), QStringList({first, second}));
+        bench.table()->sortItems(0);
+        QCOMPARE(bench.column(0), QStringList({second, first}));
+    }
+}
+
+void TestSplitFaults::aRefusedPressDuringARunKeepsTheOrder()
+{
+    WindowBench bench;
+    const QString gate = bench.folders.temporary() + QStringLiteral("/gate");
+    const QString file = bench.addBatch(QStringLiteral("a.pdf"), {a});
+    bench.addFiles({file});
+    bench.setOutputFolder(bench.folders.outputs());
+    quorlin::test::writeFile(file, quorlin::test::ordersFor({a}).toUtf8() + "wait " +
+                                       gate.toUtf8() + "\n");
+    bench.click("runButton");
+    bench.setOutputFolder(QString());
+    bench.click("runButton");
+    QCOMPARE(bench.modals.boxes().size(), 1);
+    QVERIFY(!bench.table()->isSortingEnabled()); // the file is still being split
+    bench.setOutputFolder(bench.folders.outputs());
+    quorlin::test::writeFile(gate, "");
+    QTRY_COMPARE(bench.paneLines().last(), QStringLiteral("Conversion Finished."));
+    QVERIFY(bench.table()->isSortingEnabled());
+}
+
+void TestSplitFaults::onlyFilesOfTheRunAreJudged()
+{
+    WindowBench bench;
+    const QString first = bench.addBatch(QStringLiteral("a.pdf"), {a});
+    const QString second = bench.addBatch(QStringLiteral("b.pdf"), {b});
+    bench.addFiles({first, second});
+    bench.setOutputFolder(bench.folders.outputs());
+    bench.window().progressObserver = [&](const QString &line) {
+        if (line.startsWith(QLatin1String("Generating "))) {
+            bench.click("removeallButton");
+        }
+    };
+    bench.click("runButton");
+    QTRY_COMPARE(bench.modals.boxes().size(), 1);
+    bench.window().progressObserver = nullptr;
+    // The next press goes on at the second row; no run has split the first one.
+    const QString third = bench.addBatch(QStringLiteral("c.pdf"), {a});
+    bench.addFiles({third, second});
+    bench.split();
+    QCOMPARE(bench.column(3), QStringList({QString(), QStringLiteral("Succeed")}));
+    QVERIFY(bench.table()->item(0, 3) == nullptr);
+    QVERIFY(!bench.folders.outputFiles().contains(QStringLiteral("c/1 A c 1.pdf")));
 }
 
 void TestSplitFaults::closingTheWindowEndsTheAnalysis()

@@ -50,7 +50,7 @@ void ToolBench::writeTool(const QString &tool, const QByteArray &script)
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
-void ToolBench::addPage(int page, QSize size, const QList<Subtext> &items, Qt::GlobalColor colour)
+void ToolBench::addPage(int page, QSize size, const QList<Subtext> &items, const QColor &colour)
 {
     QByteArray text;
     for (const Subtext &item : items) {
@@ -59,7 +59,7 @@ void ToolBench::addPage(int page, QSize size, const QList<Subtext> &items, Qt::G
     addPageText(page, size, text, colour);
 }
 
-void ToolBench::addPageText(int page, QSize size, const QByteArray &text, Qt::GlobalColor colour)
+void ToolBench::addPageText(int page, QSize size, const QByteArray &text, const QColor &colour)
 {
     QImage picture(size, QImage::Format_RGB32);
     picture.fill(colour);

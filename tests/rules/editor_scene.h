@@ -3,6 +3,7 @@
 #include "rules/rules.h"
 #include "tests/support/scratch_folders.h"
 
+#include <QColor>
 #include <QLabel>
 #include <QLineEdit>
 #include <QList>
@@ -29,9 +30,9 @@ public:
 
     // ---- the document
     /// Prepares page @p page: a picture of @p size in one colour and one line per item.
-    void addPage(int page, QSize size, const QList<Subtext> &items, Qt::GlobalColor colour);
+    void addPage(int page, QSize size, const QList<Subtext> &items, const QColor &colour);
     /// Prepares page @p page from a picture of @p size and the page file's text as it stands.
-    void addPageText(int page, QSize size, const QByteArray &text, Qt::GlobalColor colour);
+    void addPageText(int page, QSize size, const QByteArray &text, const QColor &colour);
     /// Takes the prepared picture or the prepared items away, so that the tool writes none.
     void removePicture(int page);
     void removeItems(int page);

@@ -27,6 +27,9 @@ private slots:
     void laterOfOverlappingFramesWins();
     void noFrameContainsAPointOutside();
     void confirmingButtonStandsRightOfTheFrame();
+    void confirmingButtonStaysInsideThePreview_data();
+    void confirmingButtonStaysInsideThePreview();
+    void scrollingKeepsAPlaceWhereItIs();
 };
 
 namespace {
@@ -179,8 +182,39 @@ void TestPreviewGeometry::noFrameContainsAPointOutside()
 
 void TestPreviewGeometry::confirmingButtonStandsRightOfTheFrame()
 {
-    QCOMPARE(confirmGeometry(QRect(90, 130, 262, 15)), QRect(352, 130, 141, 28));
-    QCOMPARE(confirmGeometry(QRect()), QRect(0, 0, 141, 28));
+    const QSize preview(600, 400);
+    QCOMPARE(confirmGeometry(QRect(90, 130, 262, 15), preview), QRect(352, 130, 141, 28));
+    QCOMPARE(confirmGeometry(QRect(90, 130, 369, 15), preview), QRect(459, 130, 141, 28));
+    QCOMPARE(confirmGeometry(QRect(), preview), QRect(0, 0, 141, 28));
+}
+
+void TestPreviewGeometry::confirmingButtonStaysInsideThePreview_data()
+{
+    QTest::addColumn<QRect>("frame");
+    QTest::addColumn<QRect>("place");
+    QTest::newRow("one pixel too far right: below, at the edge")
+        << QRect(90, 130, 370, 15) << QRect(459, 145, 141, 28);
+    QTest::newRow("at the right edge, in the lower corner: above")
+        << QRect(500, 380, 90, 15) << QRect(459, 352, 141, 28);
+    QTest::newRow("at the right edge of a page lower than item and button: at the top")
+        << QRect(500, 10, 90, 385) << QRect(459, 0, 141, 28);
+    QTest::newRow("at the lower edge: beside, as low as it goes")
+        << QRect(10, 390, 90, 10) << QRect(100, 372, 141, 28);
+    QTest::newRow("beyond the preview") << QRect(5000, 6000, 90, 10) << QRect(459, 372, 141, 28);
+}
+
+void TestPreviewGeometry::confirmingButtonStaysInsideThePreview()
+{
+    QFETCH(QRect, frame);
+    QTEST(confirmGeometry(frame, QSize(600, 400)), "place");
+}
+
+void TestPreviewGeometry::scrollingKeepsAPlaceWhereItIs()
+{
+    QCOMPARE(scrollKeeping(400, 100, 1.0F), 300);
+    QCOMPARE(scrollKeeping(400, 100, 1.25F), 400);
+    QCOMPARE(scrollKeeping(400, 100, 0.8F), 220);
+    QCOMPARE(scrollKeeping(40, 100, 1.0F), -60); // the scroll bar stops at 0
 }
 
 QUORLIN_TEST(TestPreviewGeometry)

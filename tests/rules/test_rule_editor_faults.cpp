@@ -4,6 +4,7 @@
 #include <QCursor>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFrame>
 #include <QTest>
 #include <QTimer>
 
@@ -39,6 +40,10 @@ private slots:
     void moreThanTenThousandLinesAreCut();
     void numbersBeyondThePictureAreHarmless();
     void extremeZoomKeepsTheLastPicture();
+    void pastTheLargestZoomAWordStandsOverThePage();
+    void theFrameSaysWhyItShowsNoPage_data();
+    void theFrameSaysWhyItShowsNoPage();
+    void theFrameSaysThatAPageCannotBeShown();
     void brokenPageFilesAreHarmless_data();
     void brokenPageFilesAreHarmless();
 };
@@ -323,8 +328,7 @@ void TestRuleEditorFaults::extremeZoomKeepsTheLastPicture()
     }
     QVERIFY(scene.pictureSize().width() <= 32767);
     QVERIFY(scene.pictureSize().width() > 32767 / 1.3);
-    QTest::qWait(0);
-    QCOMPARE(scene.frames().size(), 0);
+    QTRY_COMPARE(scene.frames().size(), 1);
     for (int i = 0; i < 200; ++i) {
         scene.click("pushButton_zoomin");
     }
@@ -335,9 +339,98 @@ void TestRuleEditorFaults::extremeZoomKeepsTheLastPicture()
     for (int i = 0; i < 1000; ++i) {
         scene.editor().setZoomout();
     }
-    QTest::qWait(0);
-    QCOMPARE(scene.frames().size(), 0);
+    QTRY_COMPARE(scene.frames().size(), 1);
     QVERIFY(!scene.picture()->pixmap().isNull());
+}
+
+void TestRuleEditorFaults::pastTheLargestZoomAWordStandsOverThePage()
+{
+    EditorScene scene;
+    scene.addPage(1, QSize(4000, 400), {{1000, 100, 300, 20, "strip"}}, Qt::yellow);
+    scene.storeDocument(1);
+    scene.openWithFrames(1);
+    const auto *notice = scene.find<QLabel>("noticeLabel");
+    while (notice->isHidden()) {
+        scene.click("pushButton_zoomout");
+    }
+    QTRY_COMPARE(scene.frames().size(), 1);
+    const QSize largest = scene.pictureSize();
+    const QRect frame = scene.frameRects().first();
+    QVERIFY(largest.width() > 32767 / 1.3);
+    QVERIFY2(notice->text().contains(QLatin1String("cannot be shown at")),
+             qPrintable(notice->text()));
+    const QString word = notice->text();
+    // A frame over the page that stayed picks its item.
+    scene.clickFrame(0);
+    QVERIFY(scene.ruleButton()->isVisible());
+    scene.click("pushButton_zoomout");
+    QVERIFY(notice->text() != word); // every step counts, and is told
+    QTRY_COMPARE(scene.frameRects(), QList<QRect>{frame});
+    scene.click("pushButton_zoomin");
+    QCOMPARE(notice->text(), word);
+    scene.click("pushButton_zoomin");
+    QVERIFY(notice->isHidden());
+    QTRY_COMPARE(scene.frames().size(), 1);
+    QCOMPARE(scene.pictureSize(), largest);
+    scene.click("pushButton_zoomin");
+    QVERIFY(scene.pictureSize().width() < largest.width());
+}
+
+void TestRuleEditorFaults::theFrameSaysWhyItShowsNoPage_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("pages");
+    QTest::addColumn<QString>("word");
+    QTest::newRow("no file in the list") << "Empty input"
+                                         << "0"
+                                         << "The list is empty";
+    QTest::newRow("pages never counted") << "SAMPLE"
+                                         << ""
+                                         << "cannot be read";
+    QTest::newRow("file gone") << "/nowhere/a %1 <b>.pdf"
+                               << "3"
+                               << "is gone: /nowhere/a %1 <b>.pdf";
+}
+
+void TestRuleEditorFaults::theFrameSaysWhyItShowsNoPage()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, pages);
+    QFETCH(QString, word);
+    EditorScene scene;
+    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.storeSample(file == QLatin1String("SAMPLE") ? scene.document() : file, pages);
+    scene.open();
+    const auto *notice = scene.find<QLabel>("noticeLabel");
+    QVERIFY(notice->isVisible());
+    QVERIFY2(notice->text().contains(word), qPrintable(notice->text()));
+    QVERIFY(scene.find<QFrame>("frame_back")->isAncestorOf(notice));
+    QVERIFY(notice->height() >= notice->heightForWidth(notice->width()));
+    // Once there is a page, nothing is left to say.
+    scene.storeDocument(1);
+    scene.openWithFrames(2);
+    QVERIFY(notice->isHidden());
+}
+
+void TestRuleEditorFaults::theFrameSaysThatAPageCannotBeShown()
+{
+    EditorScene scene;
+    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(2, sheet, oneItem, Qt::cyan);
+    scene.storeDocument(3);
+    scene.openWithFrames(2);
+    const auto *notice = scene.find<QLabel>("noticeLabel");
+    QVERIFY(notice->isHidden());
+    scene.failExports(true);
+    scene.click("pushButton_up");
+    QVERIFY(notice->isVisible());
+    QVERIFY(notice->text().startsWith(QLatin1String("Page 2 ")));
+    // What the word covers can be clicked all the same.
+    QVERIFY(notice->testAttribute(Qt::WA_TransparentForMouseEvents));
+    scene.failExports(false);
+    scene.click("pushButton_down");
+    QTRY_COMPARE(scene.frames().size(), 2);
+    QVERIFY(notice->isHidden());
 }
 
 void TestRuleEditorFaults::brokenPageFilesAreHarmless_data()

@@ -1,11 +1,16 @@
 #include "editor_scene.h"
 #include "tests/support/room.h"
 
+#include <QApplication>
 #include <QCursor>
 #include <QFrame>
 #include <QImage>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 #include <QToolTip>
+
+Q_DECLARE_METATYPE(Subtext)
 
 namespace {
 
@@ -57,6 +62,13 @@ private slots:
     void pressBesideTheItemsHidesTheConfirmingButton();
     void pressOnAnItemMovesTheConfirmingButton();
     void confirmingShowsTheItemAndAllowsSaving();
+    void theConfirmingButtonIsSeenWhole_data();
+    void theConfirmingButtonIsSeenWhole();
+    void theTipLeavesTheConfirmingButtonFree();
+    void confirmingMovesNeitherViewNorFocusToAnotherItem();
+    void aPressBesideTheItemsLeavesTheViewWhereItIs();
+    void framesStandOutOnDarkPages_data();
+    void framesStandOutOnDarkPages();
     void textsStayAsTheyStandInThePageFile();
     void pageFileLinesFollowTheParser();
     void pageWithoutItemsHasNoFrames();
@@ -288,6 +300,149 @@ void TestRuleEditorPicking::confirmingShowsTheItemAndAllowsSaving()
     QVERIFY(scene.button("pushButton_save")->isEnabled());
     QVERIFY(scene.field("lineEdit_rule")->isEnabled());
     QVERIFY(scene.field("lineEdit_rulebefore")->isEnabled());
+}
+
+namespace {
+
+constexpr QSize largeSheet(1200, 1600);
+
+/// Bounds of what can be seen of @p widget, in its own pixels.
+QRect seenPart(const QWidget &widget)
+{
+    return widget.visibleRegion().boundingRect();
+}
+
+/// A page larger than the view, with one item and others round it.
+void openLarge(EditorScene &scene, const Subtext &item)
+{
+    scene.addPage(1, largeSheet, {{5, 5, 60, 12, "first"}, item, {1100, 1580, 60, 12, "last"}},
+                  Qt::yellow);
+    scene.storeDocument(1);
+    scene.openWithFrames(3);
+}
+
+} // namespace
+
+void TestRuleEditorPicking::theConfirmingButtonIsSeenWhole_data()
+{
+    QTest::addColumn<Subtext>("item");
+    QTest::newRow("in the middle of the view") << Subtext{200, 200, 80, 14, "item"};
+    QTest::newRow("at the right edge of the view") << Subtext{480, 200, 80, 14, "item"};
+    QTest::newRow("at the lower edge of the view") << Subtext{200, 500, 80, 14, "item"};
+    QTest::newRow("at the right edge of the page") << Subtext{1100, 300, 90, 14, "item"};
+    QTest::newRow("in the lower right corner of the page") << Subtext{1100, 1580, 95, 14, "item"};
+    QTest::newRow("as wide as the page") << Subtext{0, 700, 1200, 14, "item"};
+}
+
+void TestRuleEditorPicking::theConfirmingButtonIsSeenWhole()
+{
+    QFETCH(Subtext, item);
+    EditorScene scene;
+    openLarge(scene, item);
+    const auto *area = scene.find<QScrollArea>("scrollArea");
+    const QRect frame = scene.frameRects().at(1);
+    scene.find<QScrollArea>("scrollArea")->ensureVisible(frame.right(), frame.center().y(), 1, 1);
+    scene.clickPicture(QPoint(frame.right() - 3, frame.center().y()));
+    const QPushButton *button = scene.ruleButton();
+    QVERIFY(button->isVisible());
+    QCOMPARE(button->size(), QSize(141, 28));
+    QCOMPARE(seenPart(*button), button->rect());
+    QVERIFY(QRect(QPoint(), largeSheet).contains(button->geometry()));
+    QVERIFY(area->viewport()->rect().intersects(
+        QRect(scene.picture()->mapTo(area->viewport(), frame.topLeft()), frame.size())));
+    QVERIFY(!button->geometry().intersects(frame));
+}
+
+void TestRuleEditorPicking::theTipLeavesTheConfirmingButtonFree()
+{
+    EditorScene scene;
+    openLarge(scene, {100, 100, 80, 40, "item"});
+    const QRect frame = scene.frameRects().at(1);
+    // Everywhere near the edge beside which the button stands, a tip at the cursor would cover it.
+    for (int y = frame.top() + 1; y < frame.bottom(); y += 7) {
+        scene.clickPicture(QPoint(frame.right() - 2, y));
+        QVERIFY(QToolTip::isVisible());
+        const QRect button(scene.ruleButton()->mapToGlobal(QPoint()), scene.ruleButton()->size());
+        int tips = 0;
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (const QWidget *window : windows) {
+            if (window->inherits("QTipLabel") && window->isVisible()) {
+                ++tips;
+                QVERIFY(!window->geometry().intersects(button));
+            }
+        }
+        QCOMPARE(tips, 1);
+    }
+    QToolTip::hideText();
+}
+
+void TestRuleEditorPicking::confirmingMovesNeitherViewNorFocusToAnotherItem()
+{
+    EditorScene scene;
+    openLarge(scene, {900, 1200, 80, 14, "item"});
+    auto *area = scene.find<QScrollArea>("scrollArea");
+    area->ensureVisible(940, 1207);
+    scene.clickFrame(1);
+    const QPoint view(area->horizontalScrollBar()->value(), area->verticalScrollBar()->value());
+    QTest::mouseClick(scene.ruleButton(), Qt::LeftButton);
+    QCoreApplication::processEvents();
+    QCOMPARE(QPoint(area->horizontalScrollBar()->value(), area->verticalScrollBar()->value()),
+             view);
+    QCOMPARE(scene.editor().focusWidget(), scene.field("lineEdit_rule"));
+    QVERIFY(!seenPart(*scene.frames().at(1)).isEmpty());
+    // The name is typed without another click.
+    QTest::keyClicks(scene.editor().focusWidget(), "Customer");
+    QCOMPARE(scene.field("lineEdit_rule")->text(), QStringLiteral("Customer"));
+}
+
+void TestRuleEditorPicking::aPressBesideTheItemsLeavesTheViewWhereItIs()
+{
+    EditorScene scene;
+    openLarge(scene, {900, 1200, 80, 14, "item"});
+    auto *area = scene.find<QScrollArea>("scrollArea");
+    area->ensureVisible(940, 1207);
+    scene.clickFrame(1);
+    scene.ruleButton()->setFocus();
+    const QPoint view(area->horizontalScrollBar()->value(), area->verticalScrollBar()->value());
+    QTest::mouseClick(scene.picture(), Qt::LeftButton, {}, QPoint(850, 1150));
+    QVERIFY(scene.ruleButton()->isHidden());
+    QCOMPARE(QPoint(area->horizontalScrollBar()->value(), area->verticalScrollBar()->value()),
+             view);
+    QVERIFY(!scene.frames().contains(scene.editor().focusWidget()));
+}
+
+void TestRuleEditorPicking::framesStandOutOnDarkPages_data()
+{
+    QTest::addColumn<QColor>("page");
+    QTest::addColumn<bool>("outlined");
+    QTest::newRow("white paper") << QColor(Qt::white) << false;
+    QTest::newRow("pale yellow paper") << QColor(255, 255, 220) << false;
+    QTest::newRow("black letterhead") << QColor(Qt::black) << false; // green stands out there
+    QTest::newRow("dark blue letterhead") << QColor(0x26, 0x50, 0x7c) << true;
+    QTest::newRow("the frame's own green") << QColor(0, 128, 0) << true;
+    QTest::newRow("grey") << QColor(128, 128, 128) << true;
+}
+
+void TestRuleEditorPicking::framesStandOutOnDarkPages()
+{
+    QFETCH(QColor, page);
+    QFETCH(bool, outlined);
+    EditorScene scene;
+    scene.addPage(1, sheet, {{100, 100, 100, 30, "item"}}, page);
+    scene.storeDocument(1);
+    scene.openWithFrames(1);
+    const QPushButton *frame = scene.frames().first();
+    QCOMPARE(
+        frame->styleSheet(),
+        QStringLiteral("border:2px dotted green;} QPushButton:Pressed{border:2px dotted red;"));
+    const QImage seen = scene.picture()->grab(frame->geometry()).toImage();
+    const auto isWhite = [](QRgb p) { return qRed(p) > 250 && qGreen(p) > 250 && qBlue(p) > 250; };
+    if (page != Qt::white) {
+        QCOMPARE(pixelsOf(seen, isWhite) > 100, outlined);
+    }
+    QVERIFY(page == QColor(0, 128, 0) || pixelsOf(seen, isGreen) == 174);
+    // Inside the border the page shows as it is.
+    QCOMPARE(seen.pixelColor(50, 15), page);
 }
 
 void TestRuleEditorPicking::textsStayAsTheyStandInThePageFile()

@@ -54,6 +54,9 @@ private slots:
     void missingDocumentKeepsThePictureWithoutFrames();
     void pageChangeExportsThatPageOnce();
     void setUpExportsOnce();
+    void turningPagesKeepsThePickedPlaceInSight();
+    void zoomingKeepsThePickedPlaceInSight();
+    void zoomingKeepsTheMiddleWhereNothingIsPicked();
     void typedPageIsExported();
     void pageButtonsStopAtTheEnds();
     void onlyPageHasNoNeighbours();
@@ -259,6 +262,84 @@ void TestRuleEditorPreview::setUpExportsOnce()
     QCOMPARE(scene.pageBox()->value(), 1);
     QVERIFY(scene.button("pushButton_up")->isEnabled());
     QVERIFY(!scene.button("pushButton_down")->isEnabled());
+}
+
+namespace {
+
+constexpr QSize largeSheet(1200, 1600);
+const Subtext lowItem{900, 1200, 80, 14, QStringLiteral("item")};
+
+void openLarge(EditorScene &scene)
+{
+    scene.addPage(1, largeSheet, {{5, 5, 60, 12, "first"}, lowItem}, Qt::yellow);
+    scene.addPage(2, largeSheet, {{5, 5, 60, 12, "first"}, {1100, 1580, 60, 12, "last"}}, Qt::cyan);
+    scene.storeDocument(2);
+    scene.openWithFrames(2);
+}
+
+/// Whether @p item's place can be seen as a whole at zoom @p zoom.
+bool isInSight(EditorScene &scene, const Subtext &item, double zoom)
+{
+    const auto *viewport = scene.find<QScrollArea>("scrollArea")->viewport();
+    const QRect place(int(item.left * zoom), int(item.top * zoom), int(item.width * zoom),
+                      int(item.height * zoom));
+    return viewport->rect().contains(place.translated(scene.picture()->pos()));
+}
+
+} // namespace
+
+void TestRuleEditorPreview::turningPagesKeepsThePickedPlaceInSight()
+{
+    EditorScene scene;
+    openLarge(scene);
+    scene.find<QScrollArea>("scrollArea")->ensureVisible(940, 1207);
+    scene.clickFrame(1);
+    // Reached by Tab, the item has the focus; the frames of the next page must not take it over.
+    scene.frames().at(1)->setFocus(Qt::TabFocusReason);
+    QVERIFY(isInSight(scene, lowItem, 1));
+    const QPoint before = scene.picture()->pos();
+    for (const int page : {2, 1, 2}) {
+        scene.pageBox()->setValue(page);
+        QTRY_COMPARE(scene.frames().size(), 2);
+        QCOMPARE(scene.picture()->pos(), before);
+        QVERIFY(isInSight(scene, lowItem, 1));
+    }
+}
+
+void TestRuleEditorPreview::zoomingKeepsThePickedPlaceInSight()
+{
+    EditorScene scene;
+    openLarge(scene);
+    scene.find<QScrollArea>("scrollArea")->ensureVisible(940, 1207);
+    scene.clickFrame(1);
+    double zoom = 1;
+    for (int step = 0; step < 5; ++step) {
+        scene.click("pushButton_zoomout");
+        zoom *= 1.25;
+        QVERIFY(isInSight(scene, lowItem, zoom));
+    }
+    for (int step = 0; step < 8; ++step) {
+        scene.click("pushButton_zoomin");
+        zoom *= 0.8;
+        QTRY_COMPARE(scene.frames().size(), 2);
+        QVERIFY(isInSight(scene, lowItem, zoom));
+    }
+}
+
+void TestRuleEditorPreview::zoomingKeepsTheMiddleWhereNothingIsPicked()
+{
+    EditorScene scene;
+    openLarge(scene);
+    const auto *area = scene.find<QScrollArea>("scrollArea");
+    area->horizontalScrollBar()->setValue(300);
+    area->verticalScrollBar()->setValue(600);
+    const auto middle = [&] {
+        return QPointF(area->viewport()->rect().center() - scene.picture()->pos());
+    };
+    const QPointF before = middle();
+    scene.click("pushButton_zoomout");
+    const QPointF shift = middle() / 1.25 - before;
+    QVERIFY2(shift.manhattanLength() <= 2, qPrintable(QString::number(shift.manhattanLength())));
 }
 
 void TestRuleEditorPreview::typedPageIsExported()

@@ -22,6 +22,8 @@ class TestRuleEditorSaving : public QObject
 private slots:
     void savedRuleStandsInTheSettingsFile();
     void returnInTheNameFieldSaves();
+    void returnElsewhereSavesNothing_data();
+    void returnElsewhereSavesNothing();
     void emptyNameIsRefused();
     void takenNameIsRefused();
     void itemClickedLastIsSaved();
@@ -67,6 +69,33 @@ void TestRuleEditorSaving::returnInTheNameFieldSaves()
     QCOMPARE(scene.pictureSize(), sheet);
     QVERIFY(!scene.editor().isVisible());
     QCOMPARE(EditorScene::setting("currule/rule"), QStringLiteral("Invoice"));
+}
+
+void TestRuleEditorSaving::returnElsewhereSavesNothing_data()
+{
+    QTest::addColumn<QString>("place");
+    for (const char *place : {"spinBox_pagenumber", "lineEdit_rulebefore", "pushButton_zoomout",
+                              "scrollArea", "ruleButton"}) {
+        QTest::newRow(place) << place;
+    }
+}
+
+void TestRuleEditorSaving::returnElsewhereSavesNothing()
+{
+    QFETCH(QString, place);
+    EditorScene scene;
+    openAndConfirm(scene);
+    scene.typeName("Invoice");
+    scene.clickFrame(0);
+    auto *widget = scene.find<QWidget>(qPrintable(place));
+    widget->setFocus();
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        QTest::keyClick(widget, key);
+    }
+    QVERIFY(scene.editor().isVisible());
+    QCOMPARE(EditorScene::setting("currule/rule"), QStringLiteral("(absent)"));
+    QCOMPARE(scene.pageBox()->value(), 1);
+    QCOMPARE(scene.pictureSize(), sheet);
 }
 
 void TestRuleEditorSaving::emptyNameIsRefused()

@@ -8,8 +8,10 @@
 //   fail RANGE           the merge of this range writes nothing and exits 1
 //   wait FILE            waits until FILE exists before anything else
 //   crash                ends by a signal
+//   checked              refuses an input that is not the one the environment names
 //   talk COUNT           writes COUNT kilobytes to standard output first
-// Every start and end is recorded in "calls.txt" beside the program.
+// Every start and end is recorded in "calls.txt" beside the program, the identity that each start
+// is given in "identities.txt".
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -19,6 +21,8 @@
 #include <string>
 #include <thread>
 #include <vector>
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -32,6 +36,7 @@ struct Orders
     std::string waitFor;
     bool keepPages = false;
     bool crash = false;
+    bool checked = false;
     int kilobytesToTalk = 0;
 };
 
@@ -76,6 +81,8 @@ Orders readOrders(const std::string &input)
             orders.waitFor = rest;
         } else if (takeKey(line, "crash", rest)) {
             orders.crash = true;
+        } else if (takeKey(line, "checked", rest)) {
+            orders.checked = true;
         } else if (takeKey(line, "talk", rest)) {
             orders.kilobytesToTalk = std::atoi(rest.c_str());
         }
@@ -90,6 +97,32 @@ void record(const fs::path &program, const std::string &event, const std::vector
         line += " [" + arg + "]";
     }
     std::ofstream(program.parent_path() / "calls.txt", std::ios::app) << line << "\n";
+}
+
+std::string givenIdentity()
+{
+    const char *identity = std::getenv("QUORLIN_INPUT_IDENTITY");
+    return identity == nullptr ? std::string() : identity;
+}
+
+bool isGivenInput(const std::string &input)
+{
+    struct stat status = {};
+    if (stat(input.c_str(), &status) != 0) {
+        return false;
+    }
+    char text[200];
+    std::snprintf(text, sizeof text, "%llu:%llu:%lld:%lld.%09ld",
+                  static_cast<unsigned long long>(status.st_dev),
+                  static_cast<unsigned long long>(status.st_ino),
+                  static_cast<long long>(status.st_size),
+                  static_cast<long long>(status.st_ctim.tv_sec), status.st_ctim.tv_nsec);
+    return givenIdentity() == text;
+}
+
+bool refuses(const Orders &orders, const std::string &input)
+{
+    return orders.checked && !givenIdentity().empty() && !isGivenInput(input);
 }
 
 void prepare(const Orders &orders)
@@ -156,10 +189,13 @@ int run(const fs::path &program, const std::vector<std::string> &args)
     if (program.filename() == "pagexport") {
         const Orders orders = readOrders(args[args.size() - 2]);
         prepare(orders);
-        return exportPages(orders, args.back());
+        return refuses(orders, args[args.size() - 2]) ? 1 : exportPages(orders, args.back());
     }
     const Orders orders = readOrders(args[0]);
     prepare(orders);
+    if (refuses(orders, args[0])) {
+        return 1;
+    }
     return args[1] == "-getinfo" ? writeInformation(orders, args.back()) : merge(orders, args);
 }
 
@@ -170,6 +206,8 @@ int main(int argc, char *argv[])
     const fs::path program = argv[0];
     const std::vector<std::string> args(argv + 1, argv + argc);
     record(program, "start", args);
+    std::ofstream(program.parent_path() / "identities.txt", std::ios::app)
+        << program.filename().string() << " " << givenIdentity() << "\n";
     const int status = run(program, args);
     record(program, "end", args);
     return status;

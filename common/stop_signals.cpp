@@ -1,4 +1,4 @@
-#include "batch/stop_signals.h"
+#include "common/stop_signals.h"
 
 #include <array>
 #include <csignal>
@@ -7,7 +7,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace quorlin::batch {
+namespace quorlin {
 
 namespace {
 
@@ -15,9 +15,11 @@ constexpr std::array stopSignals = {SIGINT, SIGTERM, SIGHUP};
 
 // The handler may only touch what is safe between any two instructions: a pipe's end.
 volatile std::sig_atomic_t writeEnd = -1;
+volatile std::sig_atomic_t asked = 0;
 
 void forwardSignal(int signal)
 {
+    asked = 1;
     const auto number = static_cast<unsigned char>(signal);
     [[maybe_unused]] const ssize_t written = write(writeEnd, &number, 1);
 }
@@ -42,6 +44,7 @@ bool isIgnored(int signal)
 
 StopSignals::StopSignals(std::function<void(int signal)> whenAsked) : notify(std::move(whenAsked))
 {
+    asked = 0;
     std::array<int, 2> ends = {};
     if (pipe(ends.data()) != 0) {
         return;
@@ -76,6 +79,11 @@ StopSignals::~StopSignals()
     }
 }
 
+bool StopSignals::isAsked()
+{
+    return asked != 0;
+}
+
 void StopSignals::readSignal()
 {
     unsigned char number = 0;
@@ -84,4 +92,4 @@ void StopSignals::readSignal()
     }
 }
 
-} // namespace quorlin::batch
+} // namespace quorlin

@@ -6,7 +6,7 @@
 #include <functional>
 #include <memory>
 
-namespace quorlin::batch {
+namespace quorlin {
 
 /// Turns the signals that ask a program to end (SIGINT, SIGTERM, SIGHUP) into a call from the
 /// event loop, so that children are ended and scratch files removed before the program goes.
@@ -16,6 +16,11 @@ class StopSignals
 public:
     /// @param whenAsked is called with the signal's number
     explicit StopSignals(std::function<void(int signal)> whenAsked);
+
+    /// Whether a signal has come in. For code that waits outside the event loop, which the call
+    /// does not reach.
+    static bool isAsked();
+
     ~StopSignals();
     StopSignals(const StopSignals &) = delete;
     StopSignals &operator=(const StopSignals &) = delete;
@@ -28,4 +33,4 @@ private:
     int readEnd = -1;
 };
 
-} // namespace quorlin::batch
+} // namespace quorlin
