@@ -6,34 +6,58 @@
 #include "tools/pagebinder/document/bookmarks.h"
 #include "tools/pagebinder/document/catalog.h"
 #include "tools/pagebinder/document/page_labels.h"
-#include "tools/pagebinder/output/atomic_output.h"
 #include "tools/pagebinder/output/output_encryption.h"
 
+#include <algorithm>
 #include <array>
 
 namespace tools {
+
+/// What is read of a document once, however many outputs there are.
+struct DocumentParts
+{
+    explicit DocumentParts(SourceFile &file)
+        : source(file), tree(source), names(source), bookmarks(source, names), labels(source),
+          order(source)
+    {
+    }
+
+    PdfSource source;
+    PageTree tree;
+    NamedDestinations names;
+    BookmarkIndex bookmarks;
+    PageLabelIndex labels;
+    CalculationOrder order;
+};
 
 namespace {
 
 constexpr long long mostPages = 1'000'000;
 constexpr int mostAttempts = 4;
+constexpr std::size_t mostHeldObjects = 4096;
 
 /// The copying of one selection of pages. It is made anew when the library repairs the file on the
 /// way.
 class Merge
 {
 public:
-    Merge(SourceFile &file, AtomicOutput &output)
-        : m_file(file), m_source(file), m_writer(output), m_tree(m_source),
+    Merge(SourceFile &file, DocumentParts &parts, Output &output)
+        : m_file(file), m_source(parts.source), m_tree(parts.tree), m_writer(output),
           m_copier(m_source, m_writer), m_resources(m_copier),
-          m_pageWriter(m_copier, m_resources, m_tree), m_destinations(m_copier, m_tree),
-          m_fields(m_copier), m_annotations(m_copier, m_destinations, m_fields),
-          m_bookmarks(m_copier, m_destinations), m_catalog(m_copier), m_encryption(m_source)
+          m_pageWriter(m_copier, m_resources, m_tree), m_destinations(m_copier, parts.names),
+          m_fields(m_copier, parts.order), m_annotations(m_copier, m_destinations, m_fields),
+          m_bookmarks(m_copier, m_destinations, parts.bookmarks), m_labels(m_copier, parts.labels),
+          m_catalog(m_copier), m_encryption(m_source)
     {
         m_copier.setContentResources(&m_resources);
     }
 
     void run(const std::vector<int> &pages);
+
+    /// Pages of the input that cannot be read, known after run().
+    std::vector<int> standIns() const;
+    /// Objects that the output has.
+    std::size_t objectCount() const noexcept { return m_writer.objectCount(); }
 
 private:
     void findPages(const std::vector<int> &pages);
@@ -47,9 +71,9 @@ private:
     void finish();
 
     SourceFile &m_file;
-    PdfSource m_source;
+    PdfSource &m_source;
+    PageTree &m_tree;
     PdfWriter m_writer;
-    PageTree m_tree;
     ObjectCopier m_copier;
     ContentResources m_resources;
     PageWriter m_pageWriter;
@@ -57,6 +81,7 @@ private:
     FormFields m_fields;
     Annotations m_annotations;
     Bookmarks m_bookmarks;
+    PageLabels m_labels;
     Catalog m_catalog;
     OutputEncryption m_encryption;
     std::vector<OutputPage> m_pages;
@@ -80,6 +105,17 @@ void Merge::run(const std::vector<int> &pages)
     m_copier.copyQueued();
     writePageTree();
     finish();
+}
+
+std::vector<int> Merge::standIns() const
+{
+    std::vector<int> numbers;
+    for (const OutputPage &page : m_pages) {
+        if (page.found.isUnreadable) {
+            numbers.push_back(page.sourcePage);
+        }
+    }
+    return numbers;
 }
 
 void Merge::findPages(const std::vector<int> &pages)
@@ -159,7 +195,7 @@ void Merge::writePageTree()
 
 void Merge::writeCatalog(const std::vector<int> &pages)
 {
-    const int bookmarks = m_bookmarks.write();
+    const int bookmarks = m_bookmarks.write(m_pages);
     m_writer.beginObject(m_root);
     m_writer.text() += "<</Type/Catalog/Pages ";
     m_writer.appendReference(m_pagesRoot);
@@ -168,7 +204,7 @@ void Merge::writeCatalog(const std::vector<int> &pages)
         m_writer.appendReference(bookmarks);
     }
     m_fields.writeForm();
-    PageLabels(m_copier).write(pages);
+    m_labels.write(pages);
     m_catalog.writeEntries(bookmarks != 0);
     m_writer.text() += ">>";
     m_writer.endObject();
@@ -221,26 +257,66 @@ void Merge::finish()
 
 } // namespace
 
-void mergePages(SourceFile &file, const std::vector<PageRange> &ranges, const std::string &output)
+PageMerger::PageMerger(SourceFile &file) : m_file(file) {}
+
+PageMerger::~PageMerger() = default;
+
+MergeResult PageMerger::merge(const std::vector<PageRange> &ranges, Output &output)
 {
     if (countPages(ranges) > mostPages) {
-        throw ToolError(file.path(), "more than 1,000,000 pages in one output are refused");
+        throw ToolError(m_file.path(), "more than 1,000,000 pages in one output are refused");
     }
-    const std::vector<int> pages = expandPageRanges(ranges);
-    AtomicOutput destination(output);
+    try {
+        const MergeResult result = copyPages(expandPageRanges(ranges), output);
+        output.complete();
+        m_file.input().checkUnchanged();
+        output.publish();
+        forgetObjects();
+        return result;
+    } catch (const ToolError &) {
+        m_file.input().checkUnchanged(); // what a file that changes looks like means nothing
+        throw;
+    }
+}
+
+MergeResult PageMerger::copyPages(const std::vector<int> &pages, Output &output)
+{
     for (int attempt = 1;; ++attempt) {
         try {
-            Merge(file, destination).run(pages);
-            break;
+            if (!m_parts) {
+                m_parts = std::make_unique<DocumentParts>(m_file);
+            }
+            Merge merge(m_file, *m_parts, output);
+            merge.run(pages);
+            m_copied += merge.objectCount();
+            return {output.size(), merge.standIns()};
         } catch (const FileRepaired &) {
             if (attempt == mostAttempts) {
-                throw ToolError(file.path(), "is too damaged");
+                throw ToolError(m_file.path(), "is too damaged");
             }
-            file.useLibrary();
-            destination.restart();
+            m_parts.reset();
+            m_file.useLibrary();
+            output.restart();
         }
     }
-    destination.commit();
+}
+
+// The library holds on to every object it has read. Many outputs would in the end hold the whole
+// document; a look at every entry of its table after each of them would cost more than the outputs.
+void PageMerger::forgetObjects()
+{
+    const auto share = static_cast<std::size_t>(m_parts->source.objectCount()) / 8;
+    if (m_copied > std::max(mostHeldObjects, share)) {
+        m_parts->source.dropUnused();
+        m_copied = 0;
+    }
+}
+
+MergeResult mergePages(SourceFile &file, const std::vector<PageRange> &ranges,
+                       const std::string &output)
+{
+    const std::unique_ptr<Output> destination = openOutput(output);
+    return PageMerger(file).merge(ranges, *destination);
 }
 
 } // namespace tools

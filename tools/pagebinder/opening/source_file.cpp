@@ -4,8 +4,8 @@
 
 namespace tools {
 
-SourceFile::SourceFile(PdfContext &context, const std::string &path, Opening opening)
-    : m_context(context), m_path(path)
+SourceFile::SourceFile(PdfContext &context, InputFile input, Opening opening)
+    : m_context(context), m_input(std::move(input))
 {
     if (opening == Opening::quick) {
         openQuickly();
@@ -25,7 +25,7 @@ SourceFile::~SourceFile()
 void SourceFile::useLibrary()
 {
     if (!m_library) {
-        m_quickNode = nullptr;
+        m_quickNode = KeptObject();
         m_quickKids.clear();
         pdf_drop_document(context(), m_document);
         m_document = nullptr;
@@ -35,12 +35,12 @@ void SourceFile::useLibrary()
 
 void SourceFile::openQuickly()
 {
-    QuickOpening opening(context(), m_path);
+    QuickOpening opening(context(), m_input);
     m_document = opening.open();
     if (m_document == nullptr) {
         return;
     }
-    m_quickNode = opening.readKids(m_quickKids);
+    m_quickNode = KeptObject(context(), opening.readKids(m_quickKids));
     if (m_document->repair_attempted != 0) {
         useLibrary();
     }
@@ -48,7 +48,12 @@ void SourceFile::openQuickly()
 
 void SourceFile::openByLibrary()
 {
-    m_library = std::make_unique<PdfFile>(m_context, m_path);
+    try {
+        m_library = std::make_unique<PdfFile>(m_context, m_input);
+    } catch (const ToolError &) {
+        m_input.checkUnchanged(); // what a file that changes looks like means nothing
+        throw;
+    }
     m_document = m_library->document();
 }
 
