@@ -63,16 +63,17 @@ void ItemStream::begin(int first, int count)
     m_count = count;
 }
 
-bool ItemStream::hasRoom(int position) const
+bool mayRunAhead(int position, int due, std::size_t waiting)
 {
-    return position == m_next ||
-           (position < m_next + mostPagesAhead && m_earlyBytes < mostBytesAhead);
+    return position == due || (position < due + mostPagesAhead && waiting < mostBytesAhead);
 }
 
 void ItemStream::await(int position)
 {
     std::unique_lock lock(m_mutex);
-    m_advanced.wait(lock, [this, position] { return m_isAbandoned || hasRoom(position); });
+    m_advanced.wait(lock, [this, position] {
+        return m_isAbandoned || mayRunAhead(position, m_next, m_earlyBytes);
+    });
 }
 
 void ItemStream::take(const ExportedPage &page)

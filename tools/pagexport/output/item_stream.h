@@ -24,8 +24,6 @@ public:
     void finish();
 
 private:
-    bool hasRoom(int position) const;
-
     int m_first = 0;
     int m_count = 0;
 
@@ -36,6 +34,11 @@ private:
     std::map<int, std::string> m_early;
     std::size_t m_earlyBytes = 0;
 };
+
+/// Whether a page may be read that is not due yet: only so many wait for their turn.
+/// @param position of the page, @param due position of the page whose turn it is
+/// @param waiting bytes of the pages that are done and wait
+bool mayRunAhead(int position, int due, std::size_t waiting);
 
 /// Appends the lines of a page to @p lines: "page", its number, width and height in units and its
 /// state; then a line an item: "item", the page's number, left, top, width, height and the text as
