@@ -1,4 +1,5 @@
 #include "editor_scene.h"
+#include "tests/support/quiet.h"
 #include "tests/support/room.h"
 
 #include <QCursor>
@@ -89,7 +90,7 @@ void TestRuleEditorFaults::pageChangesWhileAReadIsPendingLeaveTheLastPage()
     scene.pageBox()->setValue(2);
     scene.pageBox()->setValue(3);
     QTRY_COMPARE(scene.frameRects(), (QList<QRect>{{5, 6, 7, 8}}));
-    QTest::qWait(50);
+    QVERIFY(settled());
     QCOMPARE(scene.frameRects(), (QList<QRect>{{5, 6, 7, 8}}));
     QCOMPARE(scene.pictureColour(), QColor(Qt::green));
 }
@@ -104,7 +105,7 @@ void TestRuleEditorFaults::fastZoomClicksLeaveOneSetOfFrames()
         scene.button("pushButton_zoomout")->click();
     }
     QTRY_COMPARE(scene.frames().size(), 2);
-    QTest::qWait(50);
+    QVERIFY(settled());
     QCOMPARE(scene.frames().size(), 2);
     for (int index : {1, 0}) {
         scene.clickFrame(index);
@@ -122,7 +123,7 @@ void TestRuleEditorFaults::lateReadDrawsNothingOverAnEmptiedEditor()
     scene.editor().setIniImage();
     scene.storeSample("Empty input", "0");
     scene.editor().setIniImage();
-    QTest::qWait(50);
+    QVERIFY(settled());
     QCOMPARE(scene.frames().size(), 0);
 }
 
@@ -135,7 +136,7 @@ void TestRuleEditorFaults::lateReadDrawsNothingOverAPageWithoutPicture()
     scene.storeDocument(2);
     scene.editor().setIniImage();
     scene.pageBox()->setValue(2);
-    QTest::qWait(50);
+    QVERIFY(settled());
     QCOMPARE(scene.frames().size(), 0);
 }
 
@@ -148,7 +149,7 @@ void TestRuleEditorFaults::editorMayGoWhileAReadIsPending()
         Rules editor;
         editor.setIniImage();
     }
-    QTest::qWait(20);
+    QVERIFY(settled());
 }
 
 void TestRuleEditorFaults::editorOpenedTwiceStaysInOrder()
@@ -267,7 +268,7 @@ void TestRuleEditorFaults::slowExportIsNeitherAwaitedNorKilled()
     QCOMPARE(scene.pictureColour(), QColor(Qt::cyan));
     QTRY_COMPARE(scene.frameRects(), (QList<QRect>{{375, 50, 100, 12}}));
     // Its end is noticed, so that nothing of it is left behind.
-    QTest::qWait(100);
+    QTRY_VERIFY(!hasChildProcesses());
 }
 
 void TestRuleEditorFaults::moreThanTenThousandLinesAreCut()
@@ -323,7 +324,7 @@ void TestRuleEditorFaults::extremeZoomKeepsTheLastPicture()
     }
     QVERIFY(scene.pictureSize().width() <= 32767);
     QVERIFY(scene.pictureSize().width() > 32767 / 1.3);
-    QTest::qWait(0);
+    QVERIFY(settled());
     QCOMPARE(scene.frames().size(), 0);
     for (int i = 0; i < 200; ++i) {
         scene.click("pushButton_zoomin");
@@ -335,7 +336,7 @@ void TestRuleEditorFaults::extremeZoomKeepsTheLastPicture()
     for (int i = 0; i < 1000; ++i) {
         scene.editor().setZoomout();
     }
-    QTest::qWait(0);
+    QVERIFY(settled());
     QCOMPARE(scene.frames().size(), 0);
     QVERIFY(!scene.picture()->pixmap().isNull());
 }
@@ -360,7 +361,7 @@ void TestRuleEditorFaults::brokenPageFilesAreHarmless()
     scene.addPageText(1, sheet, text, Qt::yellow);
     scene.storeDocument(1);
     scene.openWithFrames(frames);
-    QTest::qWait(20);
+    QVERIFY(settled());
     QCOMPARE(scene.frames().size(), frames);
     scene.editor().getdiv();
     scene.clickPicture(QPoint(10, 10));
