@@ -205,7 +205,7 @@ void TestSplitFaults::aSecondPressStartsASecondChain()
     };
     bench.split();
     // Every chain comes to its end.
-    QTRY_VERIFY_WITH_TIMEOUT(isQuiet(), 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(isQuiet([&bench] { return bench.paneLines().size(); }), 60000);
     QVERIFY(presses > 0);
     QCOMPARE(bench.table()->rowCount(), 3);
     // A press starts the file of the current row once more.

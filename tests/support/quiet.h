@@ -9,6 +9,7 @@
 #include <QUrl>
 
 #include <cerrno>
+#include <functional>
 
 #include <sys/wait.h>
 
@@ -38,8 +39,13 @@ inline bool hasChildProcesses()
     return ::waitid(P_ALL, 0, &information, options) == 0 || errno != ECHILD;
 }
 
-/// Whether nothing goes on any more: no tool runs and none of their ends is still to be dealt with.
-inline bool isQuiet()
+/// Whether nothing goes on any more: no tool runs, none of their ends is still to be dealt with,
+/// and
+/// @p progress, which counts what has been done so far, stands still. Steps that only follow one
+/// another in the event loop are seen by the last.
+inline bool isQuiet(const std::function<qsizetype()> &progress = [] { return qsizetype(0); })
 {
-    return !hasChildProcesses() && settled() && !hasChildProcesses();
+    const qsizetype before = progress();
+    return !hasChildProcesses() && settled() && settled() && !hasChildProcesses() &&
+           progress() == before;
 }
