@@ -205,25 +205,23 @@ void TestRunner::quietLeavesTheProgressOut()
 void TestRunner::aTerminalGetsOneLineThatIsRewritten()
 {
     const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
-    QVERIFY(terminal >= 0);
-    QCOMPARE(grantpt(terminal), 0);
-    QCOMPARE(unlockpt(terminal), 0);
+    if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0) {
+        QSKIP("no pseudo-terminal can be had here");
+    }
     QProcess process;
     prepareRunner(process, splitWords({input("a.pdf", "A\nB\n")}), root->path(),
                   root->filePath("tmp"));
     process.setStandardOutputFile(QString::fromLocal8Bit(ptsname(terminal)), QIODevice::Append);
     process.start();
     QVERIFY(process.waitForFinished());
-    // What was written arrives in as many pieces as it was written in.
-    QByteArray bytes;
-    char buffer[4096] = {};
-    fcntl(terminal, F_SETFL, O_NONBLOCK);
-    for (ssize_t size = ::read(terminal, buffer, sizeof buffer); size > 0;
-         size = ::read(terminal, buffer, sizeof buffer)) {
-        bytes.append(buffer, size);
+    // What was written comes in pieces; behind the last one stands the end, or an error.
+    QByteArray written;
+    char buffer[4096];
+    for (ssize_t size = 0; (size = ::read(terminal, buffer, sizeof buffer)) > 0;) {
+        written.append(buffer, size);
     }
     ::close(terminal);
-    const QString shown = QString::fromUtf8(bytes);
+    const QString shown = QString::fromUtf8(written);
     QVERIFY2(shown.contains("[1/1] a.pdf: "), qPrintable(shown));
     QVERIFY(shown.contains("\r\033[K"));
     QVERIFY(!shown.contains("Analyzing"));

@@ -1,6 +1,7 @@
 #include "tests/faults/real_bench.h"
 #include "tests/faults/statements.h"
 #include "tests/support/process_state.h"
+#include "tests/support/quiet.h"
 #include "tests/support/room.h"
 
 #include <QDir>
@@ -677,12 +678,7 @@ void TestSplitReal::splitPressedTwiceHarmsNothing()
         }
     };
     bench->split();
-    const auto quiet = [&] {
-        const qsizetype lines = bench->paneLines().size();
-        QTest::qWait(300);
-        return bench->paneLines().size() == lines;
-    };
-    QTRY_VERIFY_WITH_TIMEOUT(quiet(), 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(isQuiet([this] { return bench->paneLines().size(); }), 60000);
     QCOMPARE(presses, 2);
     QVERIFY(bench->outputsAreWhole());
     // A run on its own afterwards is right again.
@@ -735,9 +731,7 @@ void TestSplitReal::closingTheWindowLeavesNoPartialFiles()
         reached = reached || line.endsWith(moment);
     };
     bench->click("runButton");
-    while (!reached) {
-        QTest::qWait(1);
-    }
+    QVERIFY(QTest::qWaitFor([&reached] { return reached; }, 60000));
     bench->closeWindow();
     QVERIFY(bench->outputsAreWhole());
     QVERIFY(bench->folders.outputFiles().size() < 300);

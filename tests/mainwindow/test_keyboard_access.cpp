@@ -17,19 +17,28 @@
 #include <QTextEdit>
 #include <QUrl>
 
-/// Names of the widgets in the order in which Tab reaches them, beginning with @p first.
+/// Names of the controls in the order in which presses of Tab reach them, beginning with @p first.
+/// Every control is turned on and shown before, because Tab passes over the others.
 static QStringList tabOrder(QWidget &window, const QString &first)
 {
+    window.show();
+    window.activateWindow();
+    if (!QTest::qWaitForWindowActive(&window)) {
+        return {QStringLiteral("the window is not active")};
+    }
+    for (QWidget *control : window.findChildren<QWidget *>()) {
+        control->setEnabled(true);
+        if ((control->focusPolicy() & Qt::TabFocus) != 0 && !control->objectName().isEmpty()) {
+            control->show();
+        }
+    }
     QStringList names;
     auto *start = window.findChild<QWidget *>(first);
-    QWidget *widget = start;
+    start->setFocus(Qt::TabFocusReason);
     do {
-        const bool stops = (widget->focusPolicy() & Qt::TabFocus) != 0;
-        if (stops && !widget->objectName().isEmpty() && !widget->objectName().startsWith("qt_")) {
-            names.append(widget->objectName());
-        }
-        widget = widget->nextInFocusChain();
-    } while (widget != start);
+        names.append(QApplication::focusWidget()->objectName());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    } while (QApplication::focusWidget() != start && names.size() < 100);
     return names;
 }
 

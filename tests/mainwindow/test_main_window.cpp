@@ -1,4 +1,5 @@
 #include "tests/support/process_state.h"
+#include "tests/support/quiet.h"
 #include "tests/support/room.h"
 #include "tests/support/window_bench.h"
 
@@ -539,7 +540,7 @@ void TestMainWindow::everySlotCanBeInvokedByName()
     }
     QVERIFY(method.invoke(&window, Qt::DirectConnection, arguments[0], arguments[1]));
     // Whatever was started comes to an end.
-    QTest::qWait(50);
+    QTRY_VERIFY(isQuiet());
     QCOMPARE(bench.table()->rowCount(), 0);
 }
 

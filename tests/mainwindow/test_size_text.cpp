@@ -1,6 +1,7 @@
 #include "mainwindow/size_text.h"
 #include "tests/support/room.h"
 
+#include <QLocale>
 #include <QTest>
 
 #include <clocale>
@@ -12,7 +13,8 @@ class TestSizeText : public QObject
 private slots:
     void sizes_data();
     void sizes();
-    void thePointIsAPointInEveryLocale();
+    void thePointIsAPointInEveryLanguage();
+    void thePointIsAPointInEveryLocaleOfTheSystem();
 };
 
 void TestSizeText::sizes_data()
@@ -40,15 +42,30 @@ void TestSizeText::sizes()
     QTEST(quorlin::sizeText(bytes), "text");
 }
 
-void TestSizeText::thePointIsAPointInEveryLocale()
+void TestSizeText::thePointIsAPointInEveryLanguage()
 {
-    const char *comma = std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    const QString written = QLocale().toString(0.5);
     const QString text = quorlin::sizeText(1048576);
-    std::setlocale(LC_NUMERIC, "C");
+    QLocale::setDefault(before);
+    QCOMPARE(written, QStringLiteral("0,5"));
     QCOMPARE(text, QStringLiteral("      1048.576 KB"));
-    if (comma == nullptr) {
-        qInfo("No locale with a decimal comma is installed; only the C locale was seen");
+}
+
+void TestSizeText::thePointIsAPointInEveryLocaleOfTheSystem()
+{
+    const QByteArray before = std::setlocale(LC_NUMERIC, nullptr);
+    bool comma = false;
+    for (const char *name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "es_ES.UTF-8", "de_DE"}) {
+        comma = comma || std::setlocale(LC_NUMERIC, name) != nullptr;
     }
+    const QString text = quorlin::sizeText(1048576);
+    std::setlocale(LC_NUMERIC, before.constData());
+    if (!comma) {
+        QSKIP("no locale with a decimal comma is installed");
+    }
+    QCOMPARE(text, QStringLiteral("      1048.576 KB"));
 }
 
 QUORLIN_TEST(TestSizeText)

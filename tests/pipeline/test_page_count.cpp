@@ -1,4 +1,5 @@
 #include "tests/support/process_state.h"
+#include "tests/support/quiet.h"
 #include "tests/support/room.h"
 #include "tests/support/window_bench.h"
 
@@ -166,7 +167,7 @@ void TestPageCount::anUnreadableAnswerStopsTheQueue()
     const Messages guard;
     bench.dropFiles({bench.addBatch(QStringLiteral("a.pdf"), {{}})});
     QTRY_VERIFY(messages.contains(QStringLiteral("No information file. ")));
-    QTest::qWait(20);
+    QVERIFY(settled());
     QVERIFY(bench.paneLines().isEmpty());
     QVERIFY(bench.controlsDisabled());
     QVERIFY(bench.table()->item(0, 1) == nullptr);

@@ -1,5 +1,6 @@
 #include "pipeline/input_identity.h"
 #include "tests/support/process_state.h"
+#include "tests/support/quiet.h"
 #include "tests/support/room.h"
 #include "tests/support/window_bench.h"
 
@@ -67,7 +68,7 @@ void TestSplitFaults::aMissingExportToolStopsSilently()
     QCOMPARE(failures.first(),
              QStringLiteral("\"%1/pagexport\" -htmlformat \"%2\" \"%3/split.xml\"")
                  .arg(bench.folders.application(), file, bench.folders.temporary()));
-    QTest::qWait(20);
+    QVERIFY(isQuiet());
     QCOMPARE(bench.paneLines().last(), file);
     QVERIFY(bench.modals.boxes().isEmpty());
     QVERIFY(bench.folders.outputFiles().isEmpty());
@@ -84,7 +85,7 @@ void TestSplitFaults::aMissingMergeToolStopsSilently()
     bench.setOutputFolder(bench.folders.outputs());
     bench.click("runButton");
     QTRY_COMPARE(failures, 1);
-    QTest::qWait(20);
+    QVERIFY(isQuiet());
     QVERIFY(bench.paneLines().last().endsWith(QLatin1String("/a/1 A a 1.pdf")));
     QCOMPARE(ProcessState::groupIndex(bench.window()), 1);
     QVERIFY(bench.modals.boxes().isEmpty());
@@ -215,12 +216,7 @@ void TestSplitFaults::aSecondPressStartsASecondChain()
     };
     bench.split();
     // Every chain comes to its end.
-    const auto quiet = [&] {
-        const qsizetype lines = bench.paneLines().size();
-        QTest::qWait(300);
-        return bench.paneLines().size() == lines;
-    };
-    QTRY_VERIFY_WITH_TIMEOUT(quiet(), 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(isQuiet([&bench] { return bench.paneLines().size(); }), 60000);
     QVERIFY(presses > 0);
     QCOMPARE(bench.table()->rowCount(), 3);
     // A press starts the file of the current row once more.
@@ -436,7 +432,7 @@ void TestSplitFaults::closingTheWindowEndsTheAnalysis()
     };
     bench.click("runButton");
     QTRY_VERIFY(closed);
-    QTest::qWait(50);
+    QVERIFY(isQuiet());
     QVERIFY(bench.folders.outputFiles().isEmpty());
     QCOMPARE(quorlin::test::toolCalls(bench.folders.application()).size(), 2);
 }
@@ -485,7 +481,7 @@ void TestSplitFaults::closingTheWindowEndsTheTools()
     // The tool was ended, it did not end: it waits for a file that never comes.
     QVERIFY(running());
     QVERIFY(bench.folders.outputFiles().isEmpty());
-    QTest::qWait(20);
+    QVERIFY(isQuiet());
 }
 
 void TestSplitFaults::namesTakenAsTheyAre_data()

@@ -1,4 +1,5 @@
 #include "editor_scene.h"
+#include "tests/support/quiet.h"
 #include "tests/support/room.h"
 
 #include <QCursor>
@@ -94,7 +95,7 @@ void TestRuleEditorFaults::pageChangesWhileAReadIsPendingLeaveTheLastPage()
     scene.pageBox()->setValue(2);
     scene.pageBox()->setValue(3);
     QTRY_COMPARE(scene.frameRects(), (QList<QRect>{{5, 6, 7, 8}}));
-    QTest::qWait(50);
+    QVERIFY(settled());
     QCOMPARE(scene.frameRects(), (QList<QRect>{{5, 6, 7, 8}}));
     QCOMPARE(scene.pictureColour(), QColor(Qt::green));
 }
@@ -109,7 +110,7 @@ void TestRuleEditorFaults::fastZoomClicksLeaveOneSetOfFrames()
         scene.button("pushButton_zoomout")->click();
     }
     QTRY_COMPARE(scene.frames().size(), 2);
-    QTest::qWait(50);
+    QVERIFY(settled());
     QCOMPARE(scene.frames().size(), 2);
     for (int index : {1, 0}) {
         scene.clickFrame(index);
@@ -127,7 +128,7 @@ void TestRuleEditorFaults::lateReadDrawsNothingOverAnEmptiedEditor()
     scene.editor().setIniImage();
     scene.storeSample("Empty input", "0");
     scene.editor().setIniImage();
-    QTest::qWait(50);
+    QVERIFY(settled());
     QCOMPARE(scene.frames().size(), 0);
 }
 
@@ -140,7 +141,7 @@ void TestRuleEditorFaults::lateReadDrawsNothingOverAPageWithoutPicture()
     scene.storeDocument(2);
     scene.editor().setIniImage();
     scene.pageBox()->setValue(2);
-    QTest::qWait(50);
+    QVERIFY(settled());
     QCOMPARE(scene.frames().size(), 0);
 }
 
@@ -153,7 +154,7 @@ void TestRuleEditorFaults::editorMayGoWhileAReadIsPending()
         Rules editor;
         editor.setIniImage();
     }
-    QTest::qWait(20);
+    QVERIFY(settled());
 }
 
 void TestRuleEditorFaults::editorOpenedTwiceStaysInOrder()
@@ -272,7 +273,7 @@ void TestRuleEditorFaults::slowExportIsNeitherAwaitedNorKilled()
     QCOMPARE(scene.pictureColour(), QColor(Qt::cyan));
     QTRY_COMPARE(scene.frameRects(), (QList<QRect>{{375, 50, 100, 12}}));
     // Its end is noticed, so that nothing of it is left behind.
-    QTest::qWait(100);
+    QTRY_VERIFY(!hasChildProcesses());
 }
 
 void TestRuleEditorFaults::moreThanTenThousandLinesAreCut()
@@ -453,7 +454,7 @@ void TestRuleEditorFaults::brokenPageFilesAreHarmless()
     scene.addPageText(1, sheet, text, Qt::yellow);
     scene.storeDocument(1);
     scene.openWithFrames(frames);
-    QTest::qWait(20);
+    QVERIFY(settled());
     QCOMPARE(scene.frames().size(), frames);
     scene.editor().getdiv();
     scene.clickPicture(QPoint(10, 10));

@@ -1,4 +1,5 @@
 #include "editor_scene.h"
+#include "tests/support/quiet.h"
 #include "tests/support/room.h"
 
 #include <QApplication>
@@ -476,7 +477,7 @@ void TestRuleEditorPicking::pageWithoutItemsHasNoFrames()
     scene.openWithFrames(2);
     for (int page : {2, 3}) {
         scene.pageBox()->setValue(page);
-        QTest::qWait(20);
+        QVERIFY(settled());
         QCOMPARE(scene.frames().size(), 0);
         scene.clickPicture(QPoint(100, 110));
         QVERIFY(scene.ruleButton()->isHidden());

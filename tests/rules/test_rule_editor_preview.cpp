@@ -1,4 +1,5 @@
 #include "editor_scene.h"
+#include "tests/support/quiet.h"
 #include "tests/support/room.h"
 
 #include <QCursor>
@@ -400,7 +401,7 @@ void TestRuleEditorPreview::pageWithoutPictureKeepsTheOldOne()
     scene.openWithFrames(2);
     scene.click("pushButton_up");
     QCOMPARE(scene.pictureColour(), QColor(Qt::yellow));
-    QTest::qWait(0);
+    QVERIFY(settled());
     QCOMPARE(scene.frames().size(), 0);
     QTest::mouseClick(scene.picture(), Qt::LeftButton, {}, QPoint(300, 300));
 }

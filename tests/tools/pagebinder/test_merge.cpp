@@ -309,9 +309,8 @@ void PageBinderMergeTest::eachCopyOfAPageHasItsOwnAnnotations()
 
 void PageBinderMergeTest::linksToCopiedPagesStay()
 {
-    TestPdf pdf = TestPdf::pages(3, "", "/Annots[30 0 R 31 0 R 32 0 R 33 0 R]");
-    pdf.object(30, "<</Subtype/Link/Rect[0 0 1 1]/Dest[30 0 R/XYZ 1 2 0]>>");
-    pdf.object(30, "<</Subtype/Link/Rect[0 0 1 1]/Dest[20 0 R/XYZ 1 2 0]>>");
+    TestPdf pdf = TestPdf::pages(3, "", "/Annots[34 0 R 31 0 R 32 0 R 33 0 R]");
+    pdf.object(34, "<</Subtype/Link/Rect[0 0 1 1]/Dest[20 0 R/XYZ 1 2 0]>>");
     pdf.object(31, "<</Subtype/Link/Rect[0 0 1 1]/A<</S/GoTo/D[10 0 R/Fit]>>>>");
     pdf.object(32, "<</Subtype/Link/Rect[0 0 1 1]/A<</S/URI/URI(https://example.org)>>>>");
     pdf.object(33, "<</Subtype/Link/Rect[0 0 1 1]/Dest[1/Fit]>>");

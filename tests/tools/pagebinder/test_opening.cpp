@@ -621,13 +621,15 @@ void PageBinderOpeningTest::oddTablesAreLeftToTheLibrary()
 {
     QFETCH(QByteArray, file);
     const QString path = save(file.toStdString());
+    bool quick = false;
     try {
         tools::PdfContext context("test");
         const SourceFile source(context, path.toStdString());
-        QVERIFY(!source.isQuick());
+        quick = source.isQuick();
     } catch (const tools::ToolError &) {
-        QVERIFY(true); // refused, and by the library, as the comparison shows
+        quick = false; // refused, and by the library, as the comparison shows
     }
+    QVERIFY(!quick);
     compareOutputs(path);
 }
 
