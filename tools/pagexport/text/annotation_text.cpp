@@ -111,15 +111,15 @@ fz_device *newTextDevice(fz_context *context, ItemBuilder &builder)
     return &device->base;
 }
 
-std::string readOne(fz_context *context, pdf_annot *annotation, ItemBuilder &builder,
-                    fz_cookie *cookie)
+std::string readOne(fz_context *context, pdf_annot *annotation, fz_matrix scale,
+                    ItemBuilder &builder, fz_cookie *cookie)
 {
     fz_device *device = nullptr;
     fz_var(device);
     fz_try(context)
     {
         device = newTextDevice(context, builder);
-        pdf_run_annot(context, annotation, device, fz_identity, cookie);
+        pdf_run_annot(context, annotation, device, scale, cookie);
         fz_close_device(context, device);
     }
     fz_always(context)
@@ -135,8 +135,8 @@ std::string readOne(fz_context *context, pdf_annot *annotation, ItemBuilder &bui
 
 } // namespace
 
-std::string readAnnotationText(fz_context *context, pdf_page *page, ItemBuilder &builder,
-                               fz_cookie *cookie)
+std::string readAnnotationText(fz_context *context, pdf_page *page, fz_matrix scale,
+                               ItemBuilder &builder, fz_cookie *cookie)
 {
     std::string error;
     for (pdf_annot *first : {pdf_first_annot(context, page), pdf_first_widget(context, page)}) {
@@ -146,7 +146,7 @@ std::string readAnnotationText(fz_context *context, pdf_page *page, ItemBuilder 
                 return error;
             }
             builder.endItem();
-            const std::string failure = readOne(context, annotation, builder, cookie);
+            const std::string failure = readOne(context, annotation, scale, builder, cookie);
             if (!failure.empty()) {
                 error = failure;
             }
