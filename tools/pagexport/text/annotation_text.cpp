@@ -43,15 +43,16 @@ void addSpan(fz_context *context, ItemBuilder &builder, const fz_text_span &span
     builder.setStyle(style);
     for (int i = 0; i < span.len;) {
         Glyph glyph = glyphOf(context, span, span.items[i], toPage, style);
-        std::array<int, 8> codes{};
+        std::array<int, PDF_MRANGE_CAP> codes{};
         codes[0] = span.items[i].ucs;
-        glyph.codeCount = 1;
+        int count = 1;
         for (++i; i < span.len && span.items[i].gid < 0; ++i) {
-            if (glyph.codeCount < static_cast<int>(codes.size())) {
-                codes[static_cast<std::size_t>(glyph.codeCount++)] = span.items[i].ucs;
+            if (count < static_cast<int>(codes.size())) {
+                codes[static_cast<std::size_t>(count++)] = span.items[i].ucs;
             }
         }
-        glyph.codes = codes.data();
+        const Letters letters = Letters::of(codes.data(), count);
+        glyph.letters = &letters;
         builder.add(glyph);
     }
 }
