@@ -3,6 +3,8 @@
 # exists only where the platform has them all.
 find_path(MUPDF_INCLUDE_DIR mupdf/fitz.h REQUIRED)
 find_library(MUPDF_LIBRARY NAMES mupdf REQUIRED)
+# MuPDF draws by FreeType and lends its faces; what they say about letters is read by FreeType itself.
+find_path(FREETYPE_INCLUDE_DIR ft2build.h PATH_SUFFIXES freetype2 REQUIRED)
 find_library(MUPDF_THIRD_LIBRARY NAMES mupdf-third)
 
 set(names freetype png16 brotlidec brotlicommon jbig2dec jpeg openjp2 mujs gumbo crypto z m)

@@ -28,9 +28,33 @@ public:
     {
         for (const uint code : text.toUcs4()) {
             const int codes[] = {static_cast<int>(code)};
-            m_builder.add({m_x, m_y, em / 2, 0, false, codes, 1});
+            const Letters letters = Letters::of(codes, 1);
+            m_builder.add({m_x, m_y, em / 2, 0, &letters});
             m_x += em / 2 + gap;
         }
+        return *this;
+    }
+    /// Draws a sign without width at @p x, the pen stays.
+    Page &mark(double x, const QString &sign)
+    {
+        const int codes[] = {static_cast<int>(sign.toUcs4().first())};
+        const Letters letters = Letters::of(codes, 1);
+        m_builder.add({x, m_y, 0, 0, &letters});
+        return *this;
+    }
+    Page &drawSmall(const QString &letter, double advance)
+    {
+        const int codes[] = {static_cast<int>(letter.toUcs4().first())};
+        const Letters letters = Letters::of(codes, 1);
+        m_builder.add({m_x, m_y, advance, 0, &letters});
+        return *this;
+    }
+    /// The font's blank is @p ems wide.
+    Page &blank(double ems)
+    {
+        TextStyle style = TextStyle::fromMatrix(em, 0, 0, -em, false);
+        style.blank = ems;
+        m_builder.setStyle(style);
         return *this;
     }
     Page &style(double a, double b, double c, double d, bool vertical = false)
@@ -89,7 +113,19 @@ private slots:
     void textDrawnTwiceCountsOnce();
     void doubleLettersAreKept();
     void equalTextsElsewhereAreKept();
+    void kerningIsNoBlankInTheFontAtHand_data();
+    void kerningIsNoBlankInTheFontAtHand();
+    void signsSetApartKeepTheirBlanks();
+    void wordSetApartAmongOthersIsOne();
+    void formsBecomeTheirLetters_data();
+    void formsBecomeTheirLetters();
     void rightToLeftTextStaysTogetherAndApartFromItsLabel();
+    void rightToLeftTextIsInReadingOrder_data();
+    void rightToLeftTextIsInReadingOrder();
+    void numberInsideRightToLeftTextBelongsToIt();
+    void numberFarFromRightToLeftTextIsAnItem();
+    void marksStayWithTheirLetters();
+    void longRightToLeftRunIsRead();
     void textOutsideThePageIsLeftOut();
     void turnedTextKeepsItsPlace_data();
     void turnedTextKeepsItsPlace();
@@ -225,6 +261,85 @@ void TestItemBuilder::wordsOfLettersSetApartStayApart()
     QCOMPARE(page.texts(), QStringList{"BANK OFF"});
 }
 
+void TestItemBuilder::kerningIsNoBlankInTheFontAtHand_data()
+{
+    QTest::addColumn<double>("blank");
+    QTest::addColumn<double>("gap"); // in ems
+    QTest::addColumn<QStringList>("texts");
+    const QStringList one{"NameSmith"};
+    const QStringList two{"Name Smith"};
+    QTest::newRow("usual font, kerning") << 0.25 << 0.12 << one;
+    QTest::newRow("usual font, narrow blank") << 0.25 << 0.145 << two;
+    QTest::newRow("wide font, kerning") << 0.35 << 0.16 << one;
+    QTest::newRow("wide font, blank") << 0.35 << 0.2 << two;
+    QTest::newRow("condensed font, kerning") << 0.15 << 0.09 << one;
+    QTest::newRow("condensed font, blank") << 0.15 << 0.115 << two;
+    QTest::newRow("fixed width, kerning") << 0.6 << 0.17 << one;
+    QTest::newRow("fixed width, blank") << 0.6 << 0.2 << two;
+    QTest::newRow("font without a blank, kerning") << 0.0 << 0.1 << one;
+    QTest::newRow("font without a blank, blank") << 0.0 << 0.13 << two;
+}
+
+void TestItemBuilder::kerningIsNoBlankInTheFontAtHand()
+{
+    QFETCH(double, blank);
+    QFETCH(double, gap);
+    Page page;
+    page.blank(blank).at(100, 100).draw("Name").at(120 + gap * em, 100).draw("Smith");
+    QTEST(page.texts(), "texts");
+}
+
+void TestItemBuilder::signsSetApartKeepTheirBlanks()
+{
+    QCOMPARE(Page().draw("5>3&2<4", 2.78).texts(), QStringList{"5 > 3 & 2 < 4"});
+    QCOMPARE(Page().draw("......", 3).texts(), QStringList{". . . . . ."});
+    Page formula; // "if g = G with": single letters among words
+    double x = 100;
+    for (const char *word : {"if", "g", "=", "G", "with"}) {
+        formula.at(x, 100).draw(word);
+        x += em / 2 * static_cast<double>(qstrlen(word)) + 2.78;
+    }
+    QCOMPARE(formula.texts(), QStringList{"if g = G with"});
+}
+
+void TestItemBuilder::wordSetApartAmongOthersIsOne()
+{
+    Page page; // "the BANK of", the second word set apart
+    page.draw("the").at(120, 100).draw("BANK", 2).at(154, 100).draw("of");
+    QCOMPARE(page.texts(), QStringList{"the BANK of"});
+}
+
+void TestItemBuilder::formsBecomeTheirLetters_data()
+{
+    QTest::addColumn<QString>("drawn");
+    QTest::addColumn<QString>("written");
+    QTest::newRow("radicals") << QString("\u2F26\u2FBC\u2FD5") << QString("\u5B50\u9AD8\u9FA0");
+    QTest::newRow("radical supplement") << QString("\u2E9F\u2EF3") << QString("\u6BCD\u9F9F");
+    QTest::newRow("ideographs") << QString("\u5B50\u9AD8") << QString("\u5B50\u9AD8");
+    QTest::newRow("Latin ligatures") << QString("\uFB00\uFB04\uFB05")
+                                     << QString("ffffl"
+                                                "st");
+    QTest::newRow("Armenian ligature") << QString("\uFB13") << QString("\u0574\u0576");
+    QTest::newRow("Arabic letter") << QString("\uFE8F") << QString("\u0628");
+    QTest::newRow("Arabic ligature") << QString("\uFEFB") << QString("\u0644\u0627");
+    QTest::newRow("Arabic letter with its sign stays one")
+        << QString("\uFE83") << QString("\u0623");
+    QTest::newRow("Arabic word in one") << QString("\uFDF2") << QString("\u0627\u0644\u0644\u0647");
+    QTest::newRow("Hebrew with a dot") << QString("\uFB2A") << QString("\u05E9\u05C1");
+    QTest::newRow("Hebrew with two") << QString("\uFB2C") << QString("\u05E9\u05BC\u05C1");
+    QTest::newRow("Hebrew wide letter") << QString("\uFB21") << QString("\u05D0");
+    QTest::newRow("Hebrew ligature") << QString("\uFB4F") << QString("\u05D0\u05DC");
+    QTest::newRow("other letters stay")
+        << QString("\u00B5\uFF21\u2460\u00E9") << QString("\u00B5\uFF21\u2460\u00E9");
+}
+
+void TestItemBuilder::formsBecomeTheirLetters()
+{
+    QFETCH(QString, drawn);
+    QFETCH(QString, written);
+    QCOMPARE(Page().draw(drawn).texts(), QStringList{written});
+}
+
 void TestItemBuilder::superscriptStaysInTheItem()
 {
     Page page;
@@ -286,8 +401,108 @@ void TestItemBuilder::rightToLeftTextStaysTogetherAndApartFromItsLabel()
     }
     logical.at(300, 100).draw(QString("חשבון"));
     const QStringList texts = logical.texts();
-    QCOMPARE(texts, QStringList({"שלום", "חשבון"}));
+    QCOMPARE(texts, QStringList({"שלום", "ןובשח"})); // the second one is drawn from the left
     QCOMPARE(logical.item().left, toUnits(105));
+}
+
+void TestItemBuilder::rightToLeftTextIsInReadingOrder_data()
+{
+    QTest::addColumn<QString>("seen"); // from the left to the right
+    QTest::addColumn<QString>("read");
+    QTest::newRow("word") << "םולש"
+                          << "שלום";
+    QTest::newRow("words") << "ןורחא ןובשח"
+                           << "חשבון אחרון";
+    QTest::newRow("number behind") << "4711 ןובשח"
+                                   << "חשבון 4711";
+    QTest::newRow("number between") << "םירפס 25 הנק"
+                                    << "קנה 25 ספרים";
+    QTest::newRow("amount") << "1,234.50 ךס"
+                            << "סך 1,234.50";
+    QTest::newRow("two numbers") << "200 100 ןובשח"
+                                 << "חשבון 100 200";
+    QTest::newRow("number with a hyphen") << "12-34 ןובשח"
+                                          << "חשבון 12-34";
+    QTest::newRow("per cent") << "25% החנה"
+                              << "הנחה 25%";
+    QTest::newRow("Latin words") << "AC 4711 ןורחא ןובשח"
+                                 << "חשבון אחרון AC 4711";
+    QTest::newRow("Latin label") << "Name: םולש"
+                                 << "Name: שלום";
+    QTest::newRow("inside Latin text") << "Hello םולש World"
+                                       << "Hello שלום World";
+    QTest::newRow("brackets named by their shape") << "(רבד) םולש"
+                                                   << "שלום (דבר)";
+    QTest::newRow("brackets named by their meaning") << ")רבד( םולש"
+                                                     << "שלום (דבר)";
+    QTest::newRow("full stop") << ".םולש"
+                               << "שלום.";
+    QTest::newRow("Arabic") << QString::fromUtf8("باسح") << QString::fromUtf8("حساب");
+    QTest::newRow("Arabic digits")
+        << QString::fromUtf8("١٢٣ باسح") << QString::fromUtf8("حساب ١٢٣");
+    QTest::newRow("presentation forms") << QString("\uFEE1\uFEFC\uFEB3") << QString("سلام");
+}
+
+void TestItemBuilder::rightToLeftTextIsInReadingOrder()
+{
+    QFETCH(QString, seen);
+    QFETCH(QString, read);
+    QCOMPARE(Page().draw(seen).texts(), QStringList{read});
+}
+
+// The file draws in reading order: for the number the pen jumps to its left end.
+void TestItemBuilder::numberInsideRightToLeftTextBelongsToIt()
+{
+    Page page;
+    double x = 300;
+    const auto drawLeftwards = [&page, &x](const QString &word) {
+        for (const QChar letter : word) {
+            page.at(x, 100).draw(letter);
+            x -= em / 2;
+        }
+    };
+    drawLeftwards(QString("קנה "));
+    page.at(x - em / 2, 100).draw("25");
+    x -= em;
+    drawLeftwards(QString(" ספר"));
+    QCOMPARE(page.texts(), QStringList{"קנה 25 ספר"});
+    QCOMPARE(page.item().left, toUnits(x + em / 2));
+}
+
+void TestItemBuilder::numberFarFromRightToLeftTextIsAnItem()
+{
+    Page page;
+    page.at(305, 100).draw(QString("ש")).at(300, 100).draw(QString("ם"));
+    page.at(200, 100).draw("4711");
+    QCOMPARE(page.texts(), QStringList({"שם", "4711"}));
+}
+
+void TestItemBuilder::marksStayWithTheirLetters()
+{
+    const QString pointed("\u05E9\u05C1\u05DC"); // shin with its dot, lamed
+    Page reading;
+    reading.at(105, 100).draw(pointed.mid(0, 1));
+    reading.mark(106, pointed.mid(1, 1)).at(100, 100).draw(pointed.mid(2, 1));
+    QCOMPARE(reading.texts(), QStringList{pointed});
+    Page seen;
+    seen.at(100, 100).draw(pointed.mid(2, 1)).at(105, 100);
+    seen.mark(106, pointed.mid(1, 1)).draw(pointed.mid(0, 1));
+    QCOMPARE(seen.texts(), QStringList{pointed});
+}
+
+// Without end on a hostile page: every step must take time in proportion to the letters.
+void TestItemBuilder::longRightToLeftRunIsRead()
+{
+    constexpr int letters = 50000;
+    Page page;
+    page.style(0.01, 0, 0, -0.01);
+    QString expected;
+    for (int i = 0; i < letters; ++i) {
+        const QString letter = i % 2 == 0 ? QString("א") : QString("7");
+        page.at(0.01 * i, 100).drawSmall(letter, 0.01);
+        expected.prepend(letter);
+    }
+    QCOMPARE(page.texts(), QStringList{expected});
 }
 
 void TestItemBuilder::textOutsideThePageIsLeftOut()
@@ -322,7 +537,8 @@ void TestItemBuilder::turnedTextKeepsItsPlace()
         double along = 0;
         for (const QChar letter : text) {
             const int codes[] = {letter.unicode()};
-            builder.add({300 + along * a, 300 + along * b, em / 2, 0, true, codes, 1});
+            const Letters letters = Letters::of(codes, 1);
+            builder.add({300 + along * a, 300 + along * b, em / 2, 0, &letters});
             along += 0.5;
         }
         builder.endItem();

@@ -58,6 +58,9 @@ private slots:
     void everyPictureComesBackUnchanged();
     void pictureHasOnePixelPerUnit_data();
     void pictureHasOnePixelPerUnit();
+    void everyPageHasAPicture_data();
+    void everyPageHasAPicture();
+    void framesLieOnTheInkOfAPageTooLarge();
     void framesLieOnTheInk_data();
     void framesLieOnTheInk();
     void turnedTextLiesInItsFrame();
@@ -129,6 +132,77 @@ void TestPagePicture::pictureHasOnePixelPerUnit()
     QCOMPARE(run.run(pdf, {"-f", "1", "-l", "1"}), 0);
     const QImage picture(run.path("page_pg_0001.png"));
     QTEST(picture.size(), "size");
+}
+
+void TestPagePicture::everyPageHasAPicture_data()
+{
+    QTest::addColumn<QByteArray>("boxes");
+    QTest::addColumn<QSize>("size");
+    const QSize letter(918, 1188);
+    QTest::newRow("no media box") << QByteArray() << letter;
+    QTest::newRow("null media box") << QByteArray("/MediaBox null") << letter;
+    QTest::newRow("empty media box") << QByteArray("/MediaBox[0 0 0 0]") << letter;
+    QTest::newRow("three numbers") << QByteArray("/MediaBox[0 0 612]") << letter;
+    QTest::newRow("no numbers") << QByteArray("/MediaBox[/a/b/c/d]") << letter;
+    QTest::newRow("reversed") << QByteArray("/MediaBox[612 792 0 0]") << letter;
+    QTest::newRow("crop box reversed")
+        << QByteArray("/MediaBox[0 0 612 792]/CropBox[500 500 50 50]") << QSize(675, 675);
+    QTest::newRow("crop box empty")
+        << QByteArray("/MediaBox[0 0 612 792]/CropBox[0 0 0 0]") << letter;
+    QTest::newRow("crop box larger")
+        << QByteArray("/MediaBox[0 0 612 792]/CropBox[-100 -100 5000 5000]") << letter;
+    QTest::newRow("crop box elsewhere")
+        << QByteArray("/MediaBox[0 0 612 792]/CropBox[1000 1000 1100 1100]") << letter;
+    QTest::newRow("tiny") << QByteArray("/MediaBox[0 0 .5 .5]") << QSize(2, 2);
+    QTest::newRow("tiny crop box")
+        << QByteArray("/MediaBox[0 0 612 792]/CropBox[9 9 9.1 9.1]") << QSize(2, 2);
+    QTest::newRow("user unit of nothing")
+        << QByteArray("/MediaBox[0 0 612 792]/UserUnit 0") << letter;
+    QTest::newRow("negative user unit")
+        << QByteArray("/MediaBox[0 0 612 792]/UserUnit -3") << letter;
+    QTest::newRow("large user unit")
+        << QByteArray("/MediaBox[0 0 500 500]/UserUnit 1000") << QSize(5477, 5477);
+    QTest::newRow("larger than any paper")
+        << QByteArray("/MediaBox[0 0 1000000 1000000]") << QSize(5477, 5477);
+    QTest::newRow("beyond all numbers")
+        << QByteArray("/MediaBox[-99999999999 -99999999999 99999999999 99999999999]")
+        << QSize(5477, 5477);
+    QTest::newRow("a long strip") << QByteArray("/MediaBox[0 0 100 100000]") << QSize(30, 30000);
+}
+
+void TestPagePicture::everyPageHasAPicture()
+{
+    QFETCH(QByteArray, boxes);
+    PdfBuilder pdf;
+    const int content = pdf.addStream({}, "BT /F1 12 Tf 20 20 Td (x) Tj ET");
+    const int page = pdf.add("<</Type/Page/Parent 2 0 R/Resources<</Font<</F1 3 0 R>>>>/Contents " +
+                             std::to_string(content) + " 0 R" + boxes.toStdString() + ">>");
+    pdf.setPageTree("<</Type/Pages/Count 1/Kids[" + std::to_string(page) + " 0 R]>>");
+    ExportRun run;
+    QCOMPARE(run.run(pdf, {"-f", "1", "-l", "1"}), 0);
+    const QImage picture(run.path("page_pg_0001.png"));
+    QTEST(picture.size(), "size");
+}
+
+void TestPagePicture::framesLieOnTheInkOfAPageTooLarge()
+{
+    PdfBuilder pdf;
+    PdfBuilder::Page page;
+    page.mediaBox = "[0 0 20000 20000]";
+    pdf.addPage("BT /F1 400 Tf 2000 17000 Td (HHHHHHHH) Tj ET", page);
+    ExportRun run;
+    QCOMPARE(run.run(pdf, {"-f", "1", "-l", "1"}), 0);
+    const QImage picture(run.path("page_pg_0001.png"));
+    QCOMPARE(run.items().size(), 1);
+    const ItemLine item = run.items()[0];
+    QCOMPARE(item.text, "HHHHHHHH");
+    int ink = 0;
+    for (int y = item.top; y < item.top + item.height; ++y) {
+        for (int x = item.left; x < item.left + item.width; ++x) {
+            ink += isInk(picture, x, y) ? 1 : 0;
+        }
+    }
+    QVERIFY(ink > item.width * item.height / 10);
 }
 
 void TestPagePicture::framesLieOnTheInk_data()

@@ -3,6 +3,8 @@
 
 #include <QTest>
 
+#include <cmath>
+
 using namespace quorlin::test;
 
 namespace {
@@ -37,6 +39,11 @@ private slots:
     void everyWayOfShowingTextCounts_data();
     void everyWayOfShowingTextCounts();
     void characterSpacingMakesNoWords();
+    void spacingTakenBackIsNoSpacing_data();
+    void spacingTakenBackIsNoSpacing();
+    void sameDistanceMakesTheSameItems_data();
+    void sameDistanceMakesTheSameItems();
+    void lettersFarApartAreNoWord();
     void wordSpacingBelongsToTheBlank();
     void justifiedLineStaysOneItem();
     void itemsComeInTheOrderOfTheContent();
@@ -48,6 +55,10 @@ private slots:
     void fieldsAndAnnotationsArePageText();
     void hiddenAnnotationsAreLeftOut();
     void codesFollowTheFontsTable();
+    void fontWithoutATableIsReadByItsOwnProgram();
+    void unreadableCodeOfAFontNotEmbeddedStaysMarked();
+    void turnedTextIsOneItem_data();
+    void turnedTextIsOneItem();
     void placeIsCountedOnThePageAsShown_data();
     void placeIsCountedOnThePageAsShown();
     void placeIsTheSameInAnotherFont();
@@ -96,6 +107,77 @@ void TestPageText::characterSpacingMakesNoWords()
     QCOMPARE(textsOf("BT /F1 10 Tf 12 Tc 50 700 Td (4711) Tj ET"), QStringList{"4711"});
     QCOMPARE(textsOf("BT /F1 10 Tf 50 700 Td [(A)-400(C)-400(-)-400(4)-400(7)] TJ ET"),
              QStringList{"AC-47"});
+}
+
+void TestPageText::spacingTakenBackIsNoSpacing_data()
+{
+    QTest::addColumn<QString>("spacing"); // in ems of 10 points
+    for (const char *spacing : {".05", ".5", ".9", "1.5", "4.1", "9"}) {
+        QTest::newRow(spacing) << spacing;
+    }
+}
+
+// Some producers reach each cell of a table by character spacing and take it back between digits.
+void TestPageText::spacingTakenBackIsNoSpacing()
+{
+    QFETCH(QString, spacing);
+    const double ems = spacing.toDouble();
+    const std::string back = " " + std::to_string(1000 * ems) + " ";
+    const std::string on = " " + std::to_string(1000 * (ems - 6)) + " ";
+    const auto cell = [&back](const std::string &digits) {
+        std::string pieces;
+        for (const char digit : digits) {
+            pieces += (pieces.empty() ? "(" : back + "(") + digit + ')';
+        }
+        return pieces;
+    };
+    const QList<ItemLine> items =
+        itemsOf("BT /F1 10 Tf " + std::to_string(10 * ems) + " Tc 50 700 Td [" + cell("2,248") +
+                on + cell("1,135") + "] TJ ET");
+    QCOMPARE(items.size(), 2);
+    QCOMPARE(items[0].text, "2,248");
+    QCOMPARE(items[0].left, 75);
+    QCOMPARE(items[1].text, "1,135");
+}
+
+void TestPageText::sameDistanceMakesTheSameItems_data()
+{
+    QTest::addColumn<double>("gap"); // in points, at 10 points
+    for (const double gap : {0.0, 0.5, 1.2, 1.8, 3.0, 5.0, 7.5, 9.0, 15.0, 50.0}) {
+        QTest::addRow("%.1f points", gap) << gap;
+    }
+}
+
+// However the pen gets from one letter to the next, the eye sees the same page.
+void TestPageText::sameDistanceMakesTheSameItems()
+{
+    QFETCH(double, gap);
+    const std::string distance = std::to_string(gap);
+    const std::string step = std::to_string(gap + 5.56); // a digit's width
+    const std::string move = std::to_string(-100 * gap);
+    const QList<ItemLine> expected = itemsOf("BT /F1 10 Tf 50 700 Td (1) Tj " + step +
+                                             " 0 Td (2) Tj " + step + " 0 Td (3) Tj ET");
+    const std::string start = "BT /F1 10 Tf 50 700 Td ";
+    for (const std::string &content :
+         {start + distance + " Tc (123) Tj ET",
+          start + "[(1) " + move + "(2) " + move + "(3)] TJ ET",
+          start + distance + " Tc [(1) 0 (2) 0 (3)] TJ ET",
+          "BT /F1 20 Tf 50 Tz 1 0 0 .5 50 700 Tm " + std::to_string(2 * gap) + " Tc (123) Tj ET"}) {
+        const QList<ItemLine> items = itemsOf(content);
+        QVERIFY2(items.size() == expected.size(), content.c_str());
+        for (qsizetype i = 0; i < items.size(); ++i) {
+            QCOMPARE(items[i].text, expected[i].text);
+            QCOMPARE(items[i].left, expected[i].left);
+        }
+    }
+}
+
+void TestPageText::lettersFarApartAreNoWord()
+{
+    QCOMPARE(textsOf("BT /F1 10 Tf 15 Tc 50 700 Td (4711) Tj ET"),
+             QStringList({"4", "7", "1", "1"}));
+    QCOMPARE(textsOf("BT /F1 10 Tf 50 Tc 50 700 Td (4711) Tj ET"),
+             QStringList({"4", "7", "1", "1"}));
 }
 
 void TestPageText::wordSpacingBelongsToTheBlank()
@@ -248,6 +330,73 @@ void TestPageText::codesFollowTheFontsTable()
     ExportRun run;
     QCOMPARE(run.run(pdf), 0);
     QCOMPARE(run.texts(), QStringList({"fflxffi", QString::fromUtf8("💶"), "x yz"}));
+}
+
+// A composite font whose codes are glyph numbers, without a table that tells what they mean.
+static int addGlyphFont(PdfBuilder &pdf, const std::string &descriptor)
+{
+    const int description =
+        pdf.add("<</Type/FontDescriptor/FontName/Some/Flags 4/ItalicAngle 0/Ascent 900/Descent -200"
+                "/CapHeight 700/StemV 80/FontBBox[0 -200 1000 900]" +
+                descriptor + ">>");
+    return pdf.add("<</Type/Font/Subtype/Type0/BaseFont/Some/Encoding/Identity-H/DescendantFonts"
+                   "[<</Type/Font/Subtype/CIDFontType2/BaseFont/Some/DW 600/CIDToGIDMap/Identity"
+                   "/CIDSystemInfo<</Registry(Adobe)/Ordering(Identity)/Supplement 0>>"
+                   "/FontDescriptor " +
+                   std::to_string(description) + " 0 R>>]>>");
+}
+
+// "Hi 47" by glyph number: in this font a glyph's number is its code less 29.
+constexpr const char *glyphNumbers = "BT /F9 10 Tf 50 700 Td <002B004C00030017001A> Tj ET";
+
+void TestPageText::fontWithoutATableIsReadByItsOwnProgram()
+{
+    QFile file(QStringLiteral("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf"));
+    if (!file.open(QIODevice::ReadOnly)) {
+        QSKIP("the font is not installed");
+    }
+    PdfBuilder pdf;
+    const int program = pdf.addStream({}, file.readAll().toStdString());
+    PdfBuilder::Page page;
+    page.fonts =
+        "/F9 " +
+        std::to_string(addGlyphFont(pdf, "/FontFile2 " + std::to_string(program) + " 0 R")) +
+        " 0 R";
+    pdf.addPage(glyphNumbers, page);
+    ExportRun run;
+    QCOMPARE(run.run(pdf), 0);
+    QCOMPARE(run.texts(), QStringList{"Hi 47"});
+}
+
+void TestPageText::unreadableCodeOfAFontNotEmbeddedStaysMarked()
+{
+    PdfBuilder pdf;
+    PdfBuilder::Page page;
+    page.fonts = "/F9 " + std::to_string(addGlyphFont(pdf, {})) + " 0 R";
+    pdf.addPage(glyphNumbers, page);
+    ExportRun run;
+    QCOMPARE(run.run(pdf), 0);
+    QCOMPARE(run.texts(), QStringList{QString(5, QChar(0xfffd))});
+}
+
+void TestPageText::turnedTextIsOneItem_data()
+{
+    QTest::addColumn<int>("degrees");
+    for (const int degrees : {30, 45, 90, 135, 180, 270, 315}) {
+        QTest::addRow("%d degrees", degrees) << degrees;
+    }
+}
+
+void TestPageText::turnedTextIsOneItem()
+{
+    QFETCH(int, degrees);
+    const double angle = degrees * M_PI / 180;
+    const std::string cosine = std::to_string(std::cos(angle));
+    const std::string sine = std::to_string(std::sin(angle));
+    const std::string minus = std::to_string(-std::sin(angle));
+    QCOMPARE(textsOf("BT /F1 10 Tf " + cosine + ' ' + sine + ' ' + minus + ' ' + cosine +
+                     " 300 400 Tm [(Acc) 20 (ount) -300 (4711)] TJ ET"),
+             QStringList{"Account 4711"});
 }
 
 void TestPageText::placeIsCountedOnThePageAsShown_data()

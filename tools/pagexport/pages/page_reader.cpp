@@ -1,6 +1,7 @@
 #include "tools/pagexport/pages/page_reader.h"
 
 #include "tools/pagexport/picture/page_blending.h"
+#include "tools/pagexport/picture/page_box.h"
 #include "tools/pagexport/picture/png_writer.h"
 #include "tools/pagexport/text/annotation_text.h"
 #include "tools/pagexport/text/content_text.h"
@@ -13,8 +14,6 @@
 namespace tools {
 
 namespace {
-
-constexpr long long mostPixels = 40'000'000;
 
 void ignoreMessage(void * /*user*/, const char * /*message*/) {}
 
@@ -63,7 +62,7 @@ fz_display_list *newStepList(fz_context *context, pdf_page *page, DrawnPage &dra
     return list;
 }
 
-DrawnPage draw(fz_context *context, pdf_page *page, fz_irect area, fz_cookie &cookie)
+DrawnPage draw(fz_context *context, pdf_page *page, double scale, fz_irect area, fz_cookie &cookie)
 {
     DrawnPage drawn{nullptr, {}};
     fz_display_list *list = nullptr;
@@ -76,7 +75,8 @@ DrawnPage draw(fz_context *context, pdf_page *page, fz_irect area, fz_cookie &co
         drawn.pixmap = fz_new_pixmap_with_bbox(context, fz_device_rgb(context), area, nullptr, 0);
         fz_clear_pixmap_with_value(context, drawn.pixmap, 0xff);
         device = fz_new_draw_device(context, fz_identity, drawn.pixmap);
-        fz_run_display_list(context, list, device, fz_scale(unitsPerPoint, unitsPerPoint),
+        const auto pixelsPerPoint = static_cast<float>(scale * unitsPerPoint);
+        fz_run_display_list(context, list, device, fz_scale(pixelsPerPoint, pixelsPerPoint),
                             fz_rect_from_irect(area), &cookie);
         fz_close_device(context, device);
     }
@@ -125,8 +125,10 @@ std::string PageReader::openPage(int index)
     }
     fz_try(context())
     {
+        settlePageBox(context(), m_page);
         const fz_rect bounds = pdf_bound_page(context(), m_page);
-        m_size = {bounds.x1 - bounds.x0, bounds.y1 - bounds.y0};
+        m_scale = pageScale(bounds.x1 - bounds.x0, bounds.y1 - bounds.y0);
+        m_size = {(bounds.x1 - bounds.x0) * m_scale, (bounds.y1 - bounds.y0) * m_scale};
     }
     fz_catch(context())
     {
@@ -151,10 +153,13 @@ std::string PageReader::readText(PageItems &items, fz_cookie &cookie)
     fz_rect box = fz_empty_rect;
     fz_matrix toPage = fz_identity;
     pdf_page_transform(context(), m_page, &box, &toPage);
+    const fz_matrix scale = fz_scale(static_cast<float>(m_scale), static_cast<float>(m_scale));
     ItemBuilder builder(items, m_size.width, m_size.height);
-    std::string error = readContentText(context(), m_page, toPage, m_fonts, builder, &cookie);
+    std::string error =
+        readContentText(context(), m_page, fz_concat(toPage, scale), m_fonts, builder, &cookie);
     builder.endItem();
-    const std::string annotationError = readAnnotationText(context(), m_page, builder, &cookie);
+    const std::string annotationError =
+        readAnnotationText(context(), m_page, scale, builder, &cookie);
     return error.empty() ? annotationError : error;
 }
 
@@ -162,15 +167,11 @@ Picture PageReader::drawPicture(fz_cookie &cookie)
 {
     const int width = std::max(1, toUnits(m_size.width));
     const int height = std::max(1, toUnits(m_size.height));
-    if (static_cast<long long>(width) * height > mostPixels) {
-        return {{},
-                "the page is too large (" + std::to_string(width) + " x " + std::to_string(height) +
-                    " pixels)"};
-    }
     if (m_page->transparency != 0 && !needsPageGroup(context(), m_page)) {
         m_page->transparency = 0;
     }
-    const DrawnPage drawn = draw(context(), m_page, fz_make_irect(0, 0, width, height), cookie);
+    const DrawnPage drawn =
+        draw(context(), m_page, m_scale, fz_make_irect(0, 0, width, height), cookie);
     const std::unique_ptr<fz_pixmap, DropPixmap> pixmap(drawn.pixmap, {context()});
     Picture picture;
     picture.error = drawn.error.data();

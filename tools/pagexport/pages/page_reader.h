@@ -8,7 +8,7 @@
 
 namespace tools {
 
-/// A page's size as shown, in points.
+/// A page's size as exported: as shown, in points, or smaller where the page is too large.
 struct PageSize
 {
     double width = 0;
@@ -63,6 +63,7 @@ private:
     PageLoader m_loader;
     FontCache m_fonts;
     pdf_page *m_page = nullptr;
+    double m_scale = 1; ///< of the export; below 1 for pages too large for a picture
     PageSize m_size;
 };
 

@@ -43,15 +43,16 @@ void addSpan(fz_context *context, ItemBuilder &builder, const fz_text_span &span
     builder.setStyle(style);
     for (int i = 0; i < span.len;) {
         Glyph glyph = glyphOf(context, span, span.items[i], toPage, style);
-        std::array<int, 8> codes{};
+        std::array<int, PDF_MRANGE_CAP> codes{};
         codes[0] = span.items[i].ucs;
-        glyph.codeCount = 1;
+        int count = 1;
         for (++i; i < span.len && span.items[i].gid < 0; ++i) {
-            if (glyph.codeCount < static_cast<int>(codes.size())) {
-                codes[static_cast<std::size_t>(glyph.codeCount++)] = span.items[i].ucs;
+            if (count < static_cast<int>(codes.size())) {
+                codes[static_cast<std::size_t>(count++)] = span.items[i].ucs;
             }
         }
-        glyph.codes = codes.data();
+        const Letters letters = Letters::of(codes.data(), count);
+        glyph.letters = &letters;
         builder.add(glyph);
     }
 }
@@ -111,15 +112,15 @@ fz_device *newTextDevice(fz_context *context, ItemBuilder &builder)
     return &device->base;
 }
 
-std::string readOne(fz_context *context, pdf_annot *annotation, ItemBuilder &builder,
-                    fz_cookie *cookie)
+std::string readOne(fz_context *context, pdf_annot *annotation, fz_matrix scale,
+                    ItemBuilder &builder, fz_cookie *cookie)
 {
     fz_device *device = nullptr;
     fz_var(device);
     fz_try(context)
     {
         device = newTextDevice(context, builder);
-        pdf_run_annot(context, annotation, device, fz_identity, cookie);
+        pdf_run_annot(context, annotation, device, scale, cookie);
         fz_close_device(context, device);
     }
     fz_always(context)
@@ -135,8 +136,8 @@ std::string readOne(fz_context *context, pdf_annot *annotation, ItemBuilder &bui
 
 } // namespace
 
-std::string readAnnotationText(fz_context *context, pdf_page *page, ItemBuilder &builder,
-                               fz_cookie *cookie)
+std::string readAnnotationText(fz_context *context, pdf_page *page, fz_matrix scale,
+                               ItemBuilder &builder, fz_cookie *cookie)
 {
     std::string error;
     for (pdf_annot *first : {pdf_first_annot(context, page), pdf_first_widget(context, page)}) {
@@ -146,7 +147,7 @@ std::string readAnnotationText(fz_context *context, pdf_page *page, ItemBuilder 
                 return error;
             }
             builder.endItem();
-            const std::string failure = readOne(context, annotation, builder, cookie);
+            const std::string failure = readOne(context, annotation, scale, builder, cookie);
             if (!failure.empty()) {
                 error = failure;
             }

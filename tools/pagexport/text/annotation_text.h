@@ -11,8 +11,9 @@ namespace tools {
 
 /// Hands the text of the page's annotations and form fields to @p builder, as far as the page
 /// picture shows them, each as items of its own.
+/// @param scale from points of the page as shown to points of the page as exported
 /// @return empty, or why the last of them could not be read; the others are read all the same
-std::string readAnnotationText(fz_context *context, pdf_page *page, ItemBuilder &builder,
-                               fz_cookie *cookie);
+std::string readAnnotationText(fz_context *context, pdf_page *page, fz_matrix scale,
+                               ItemBuilder &builder, fz_cookie *cookie);
 
 } // namespace tools

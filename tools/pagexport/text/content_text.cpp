@@ -68,7 +68,7 @@ struct TextWalk
     std::vector<int> forms; ///< object numbers of the forms being run
     Matrix line;            ///< where the text line starts
     Matrix text;            ///< where the pen is
-    bool continues = false;
+    double spacing = 0;     ///< character spacing behind the glyph shown last, in points
 };
 
 /// The library's processor with our state behind it. Its memory belongs to the library.
@@ -105,15 +105,24 @@ void showText(TextWalk &walk, unsigned char *bytes, std::size_t length, bool hid
         return;
     }
     const bool vertical = state.font->isVertical();
-    Matrix pen = product(walk.text, state.toPage);
+    const Matrix pen = product(walk.text, state.toPage);
     const double across = state.size * state.scale;
-    const TextStyle style = TextStyle::fromMatrix(across * pen.a, across * pen.b,
-                                                  state.size * pen.c, state.size * pen.d, vertical);
+    TextStyle style = TextStyle::fromMatrix(across * pen.a, across * pen.b, state.size * pen.c,
+                                            state.size * pen.d, vertical);
+    style.blank = state.font->blank();
     walk.builder.setStyle(style);
     const double stretch =
         state.size == 0 ? 0 : style.em / std::abs(vertical ? state.size : across);
-    const double riseX = vertical ? 0 : state.rise * pen.c;
-    const double riseY = vertical ? 0 : state.rise * pen.d;
+    // Along the string, in units of the text before the pen's matrix.
+    const double stepX = vertical ? pen.c : pen.a;
+    const double stepY = vertical ? pen.d : pen.b;
+    const double scale = vertical ? 1 : state.scale;
+    const double unit = state.size * scale;
+    const double spacing = state.characterSpace * scale;
+    const double shownSpacing = (vertical ? -spacing : spacing) * stretch;
+    Glyph glyph;
+    glyph.x = pen.e + (vertical ? 0 : state.rise * pen.c);
+    glyph.y = pen.f + (vertical ? 0 : state.rise * pen.d);
     double moved = 0;
     for (unsigned char *end = bytes + length; bytes < end;) {
         const FontCode &code = state.font->next(bytes, end);
@@ -121,21 +130,20 @@ void showText(TextWalk &walk, unsigned char *bytes, std::size_t length, bool hid
         double step = 0;
         if (code.cid >= 0) {
             const double width = vertical ? code.verticalWidth : code.width;
-            const double spacing = vertical ? -state.characterSpace : state.characterSpace;
-            step = vertical ? width * state.size + state.characterSpace
-                            : (width * state.size + state.characterSpace) * state.scale;
+            step = width * unit + spacing;
             if (!hidden) {
-                walk.builder.add({pen.e + riseX, pen.f + riseY,
-                                  (vertical ? -width : width) * style.em,
-                                  spacing * (vertical ? 1 : state.scale) * stretch, walk.continues,
-                                  code.codes.data(), code.codeCount});
-                walk.continues = true;
+                glyph.advance = (vertical ? -width : width) * style.em;
+                glyph.spacing = walk.spacing;
+                glyph.letters = &code.letters;
+                walk.builder.add(glyph);
+                walk.spacing = shownSpacing;
             }
         }
         if (code.code == ' ' && code.bytes == 1) {
-            step += vertical ? state.wordSpace : state.wordSpace * state.scale;
+            step += state.wordSpace * scale;
         }
-        vertical ? pen.translate(0, step) : pen.translate(step, 0);
+        glyph.x += step * stepX;
+        glyph.y += step * stepY;
         moved += step;
     }
     vertical ? walk.text.translate(0, moved) : walk.text.translate(moved, 0);
@@ -156,7 +164,7 @@ void startLine(TextWalk &walk, double x, double y)
 {
     walk.line.translate(x, y);
     walk.text = walk.line;
-    walk.continues = false;
+    walk.spacing = 0;
 }
 
 void opSave(fz_context *context, pdf_processor *processor)
@@ -332,7 +340,7 @@ void opForm(fz_context *context, pdf_processor *processor, const char * /*name*/
         walk.state = state;
         walk.line = line;
         walk.text = text;
-        walk.continues = false;
+        walk.spacing = 0;
         walk.forms.pop_back();
     }
     fz_catch(context)
@@ -370,7 +378,7 @@ void setOperators(pdf_processor &processor)
 std::string readContentText(fz_context *context, pdf_page *page, fz_matrix toPage, FontCache &fonts,
                             ItemBuilder &builder, fz_cookie *cookie)
 {
-    TextWalk walk{fonts, builder, page->doc, cookie, {}, {}, {}, {}, {}, false};
+    TextWalk walk{fonts, builder, page->doc, cookie, {}, {}, {}, {}, {}, 0};
     walk.state.toPage = fromLibrary(toPage);
     TextProcessor *processor = nullptr;
     fz_var(processor);

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "tools/pagexport/text/font_program.h"
+#include "tools/pagexport/text/text_codes.h"
+
 #include <mupdf/fitz.h>
 #include <mupdf/pdf.h>
 
@@ -18,8 +21,7 @@ struct FontCode
     int cid = 0;             ///< negative when the font's encoding does not know the code
     float width = 0;         ///< along a horizontal line, in ems
     float verticalWidth = 0; ///< down a vertical line, in ems
-    int codeCount = 0;
-    std::array<int, 8> codes{}; ///< the code points it stands for
+    Letters letters;         ///< what it stands for
 };
 
 /// Looks character codes up in a font once and remembers the answers: the library's own tables are
@@ -33,15 +35,27 @@ public:
     CachedFont &operator=(const CachedFont &) = delete;
 
     bool isVertical() const noexcept { return m_font->wmode != 0; }
+    /// Width of the font's blank in ems; 0 when the font has none.
+    double blank() const noexcept { return m_blank; }
     /// The code at the start of the bytes from @p begin to @p end, which must not be empty.
-    const FontCode &next(unsigned char *begin, unsigned char *end) noexcept;
+    const FontCode &next(unsigned char *begin, unsigned char *end) noexcept
+    {
+        const FontCode &entry = m_codes[*begin];
+        return m_hasOneByteCodes && entry.bytes == 1 ? entry : find(begin, end);
+    }
 
 private:
+    const FontCode &find(unsigned char *begin, unsigned char *end) noexcept;
     void lookUp(FontCode &entry) noexcept;
+    Letters lettersOf(int cid) noexcept;
+    float widthOf(int cid) const noexcept;
+    double findBlank() noexcept;
 
     fz_context *m_context;
     pdf_font_desc *m_font;
     bool m_hasOneByteCodes;
+    double m_blank = 0;
+    FontProgram m_program;
     std::array<FontCode, 256> m_codes;
 };
 

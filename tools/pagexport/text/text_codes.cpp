@@ -1,7 +1,8 @@
 #include "tools/pagexport/text/text_codes.h"
 
+#include <mupdf/ucdn.h>
+
 #include <algorithm>
-#include <array>
 
 namespace tools {
 
@@ -37,15 +38,6 @@ constexpr std::array<Range, 16> droppedRanges{{{0x00, 0x1f},
                                                {0x1bca0, 0x1bca3},
                                                {0xe0000, 0xe0fff}}};
 
-constexpr std::array<Range, 6> rightToLeftRanges{{{0x590, 0x8ff},
-                                                  {0xfb1d, 0xfdcf},
-                                                  {0xfdf0, 0xfdff},
-                                                  {0xfe70, 0xfefe},
-                                                  {0x10800, 0x10fff},
-                                                  {0x1e800, 0x1efff}}};
-
-constexpr std::array<const char *, 7> latinLigatures{"ff", "fi", "fl", "ffi", "ffl", "st", "st"};
-constexpr int firstLatinLigature = 0xfb00;
 constexpr int replacementCharacter = 0xfffd;
 
 template <std::size_t Size> bool contains(const std::array<Range, Size> &ranges, int code)
@@ -53,6 +45,55 @@ template <std::size_t Size> bool contains(const std::array<Range, Size> &ranges,
     return std::any_of(ranges.begin(), ranges.end(), [code](const Range &range) {
         return code >= range.first && code <= range.last;
     });
+}
+
+// Ligatures of Latin and Armenian, presentation forms of Hebrew and Arabic; radicals.
+constexpr std::array<Range, 4> formRanges{
+    {{0xfb00, 0xfdff}, {0xfe70, 0xfefe}, {0x2e80, 0x2ef3}, {0x2f00, 0x2fd5}}};
+constexpr int firstForm = 0x2e80;
+constexpr int firstRightToLeft = 0x590;
+constexpr int deepestForms = 4;
+
+void append(Letters &letters, int code)
+{
+    if (letters.count < Letters::most) {
+        letters.codes[static_cast<std::size_t>(letters.count++)] = code;
+    }
+}
+
+// Forms of vowel signs that stand alone are spelt with a blank to carry them; on a page the letter
+// before does.
+bool carriesMark(const std::array<std::uint32_t, Letters::most> &parts, int count)
+{
+    return count > 1 && parts[0] == ' ' && ucdn_get_bidi_class(parts[1]) == UCDN_BIDI_CLASS_NSM;
+}
+
+// A form may be made of forms, and of letters of old spelling; a letter with its sign, which is
+// canonically two, stays one.
+bool isForm(int code, int depth)
+{
+    if (code >= firstForm && contains(formRanges, code)) {
+        return true;
+    }
+    std::uint32_t first = 0;
+    std::uint32_t second = 0;
+    return depth > 0 && ucdn_decompose(static_cast<std::uint32_t>(code), &first, &second) == 0;
+}
+
+void spellOut(Letters &letters, int code, int depth)
+{
+    std::array<std::uint32_t, Letters::most> parts{};
+    int count = 0;
+    if (depth < deepestForms && isForm(code, depth)) {
+        count = ucdn_compat_decompose(static_cast<std::uint32_t>(code), parts.data());
+    }
+    if (count == 0) {
+        append(letters, code);
+        return;
+    }
+    for (int i = carriesMark(parts, count) ? 1 : 0; i < count; ++i) {
+        spellOut(letters, static_cast<int>(parts[static_cast<std::size_t>(i)]), depth + 1);
+    }
 }
 
 bool isWhiteSpaceControl(int code)
@@ -79,16 +120,50 @@ CodeKind codeKind(int code) noexcept
 
 bool isRightToLeft(int code) noexcept
 {
-    return code >= 0x590 && contains(rightToLeftRanges, code);
+    if (code < firstRightToLeft) {
+        return false;
+    }
+    const int direction = ucdn_get_bidi_class(static_cast<std::uint32_t>(code));
+    return direction == UCDN_BIDI_CLASS_R || direction == UCDN_BIDI_CLASS_AL;
+}
+
+bool isLetterOrDigit(int code) noexcept
+{
+    if (code < 0) {
+        return false;
+    }
+    switch (ucdn_get_general_category(static_cast<std::uint32_t>(code))) {
+    case UCDN_GENERAL_CATEGORY_LL:
+    case UCDN_GENERAL_CATEGORY_LM:
+    case UCDN_GENERAL_CATEGORY_LO:
+    case UCDN_GENERAL_CATEGORY_LT:
+    case UCDN_GENERAL_CATEGORY_LU:
+    case UCDN_GENERAL_CATEGORY_ND:
+        return true;
+    default:
+        return false;
+    }
+}
+
+Letters Letters::of(const int *source, int codeCount) noexcept
+{
+    Letters letters;
+    for (int i = 0; i < codeCount; ++i) {
+        spellOut(letters, source[i], 0);
+    }
+    if (letters.count != 0) {
+        letters.kind = codeKind(letters.codes[0]);
+        letters.spaced = isLetterOrDigit(letters.codes[0]);
+        letters.rightToLeft = std::any_of(letters.codes.begin(),
+                                          letters.codes.begin() + letters.count, isRightToLeft);
+        letters.plain =
+            letters.count == 1 && letters.kind == CodeKind::visible && !letters.rightToLeft;
+    }
+    return letters;
 }
 
 void appendCode(std::string &text, int code)
 {
-    const int ligature = code - firstLatinLigature;
-    if (ligature >= 0 && ligature < static_cast<int>(latinLigatures.size())) {
-        text += latinLigatures[static_cast<std::size_t>(ligature)];
-        return;
-    }
     if (code < 0 || code > 0x10ffff || (code >= 0xd800 && code <= 0xdfff)) {
         code = replacementCharacter;
     }
