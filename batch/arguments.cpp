@@ -67,7 +67,7 @@ public:
 
     QString text(const QString &option)
     {
-        const QString value = parser.value(option);
+        QString value = parser.value(option);
         if (has(option) && value.isEmpty()) {
             complain(QStringLiteral("--") + option + QStringLiteral(" an empty value"));
         }

@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <utility>
 
 namespace quorlin::batch {
@@ -165,9 +166,10 @@ int finish(Console &console, int status)
     if (console.flush()) {
         return status;
     }
-    if (!console.hasLostReader()) {
-        console.complain(QStringLiteral("standard output could not be written"));
+    if (console.hasLostReader()) {
+        return 128 + SIGPIPE;
     }
+    console.complain(QStringLiteral("standard output could not be written"));
     return status == everythingDone ? somethingFailed : status;
 }
 

@@ -9,7 +9,7 @@ namespace quorlin {
 namespace {
 
 /// Entries are handed on in pieces of about this size, so that a long list is never copied whole.
-constexpr qsizetype pieceBytes = 64 * 1024;
+constexpr qsizetype pieceBytes = 65536;
 /// After so many outputs in a row that failed twice, the fault is not in one of them.
 constexpr int maximumFailuresInARow = 3;
 

@@ -17,7 +17,7 @@ namespace quorlin {
 namespace {
 
 /// Longest answer to a count that is looked at.
-constexpr qsizetype maximumAnswer = 64 * 1024;
+constexpr qsizetype maximumAnswer = 65536;
 
 } // namespace
 

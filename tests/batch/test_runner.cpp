@@ -46,6 +46,7 @@ private slots:
     void aSignalEndsToolsAndLeavesNothing_data();
     void aSignalEndsToolsAndLeavesNothing();
     void aReaderThatGoesAwayEndsTheRun();
+    void aReaderThatWasNeverThereIsNoticed();
     void neitherHomeNorTemporaryFolderIsNeeded();
     void onlyQtCoreIsLinked();
     void aFileWithoutAnyTextFails();
@@ -459,6 +460,22 @@ void TestRunner::aReaderThatGoesAwayEndsTheRun()
     QCOMPARE(process.exitCode(), 128 + SIGPIPE);
     QVERIFY(::kill(tool, 0) != 0);
     QVERIFY(!QDir(root->filePath("out/hangmerge")).exists());
+}
+
+void TestRunner::aReaderThatWasNeverThereIsNoticed()
+{
+    int ends[2] = {};
+    QCOMPARE(pipe2(ends, O_CLOEXEC), 0);
+    QProcess process;
+    prepareRunner(process, splitWords({input("f.pdf", "A\nB\n")}), root->path(),
+                  root->filePath("tmp"));
+    process.setStandardOutputFile(QStringLiteral("/dev/fd/%1").arg(ends[1]), QIODevice::Append);
+    process.start();
+    ::close(ends[1]);
+    ::close(ends[0]);
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 128 + SIGPIPE);
 }
 
 void TestRunner::neitherHomeNorTemporaryFolderIsNeeded()
