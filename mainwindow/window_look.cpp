@@ -6,10 +6,12 @@
 
 #include "ui_process.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QPixmap>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -137,12 +139,14 @@ void Process::setBackground()
     // Widgets with a style sheet of their own do not take the window's colours over.
     const QPalette listColours = quorlin::isDark(QApplication::palette()) ? colours : QPalette();
     QTableWidget *table = ui->inputfiletableWidget;
-    for (QAbstractScrollArea *part : std::initializer_list<QAbstractScrollArea *>{
-             table, table->horizontalHeader(), table->verticalHeader()}) {
-        for (QWidget *surface : {static_cast<QWidget *>(part), part->viewport()}) {
-            surface->ensurePolished(); // which would put the desktop's colours back later
-            surface->setPalette(listColours);
-        }
+    QWidgetList surfaces = {table, table->horizontalHeader(), table->verticalHeader()};
+    for (const QWidget *part : QWidgetList(surfaces)) {
+        surfaces.append(static_cast<const QAbstractScrollArea *>(part)->viewport());
+    }
+    surfaces.append(table->findChild<QAbstractButton *>()); // between the two headers
+    for (QWidget *surface : std::as_const(surfaces)) {
+        surface->ensurePolished(); // which would put the desktop's colours back later
+        surface->setPalette(listColours);
     }
     const QPixmap picture(QStringLiteral(":/iconoption/icons/stock-ved.jpg"));
     // A brush without picture would paint the window black.
