@@ -4,6 +4,7 @@
 #include "mainwindow/process.h"
 #include "options/opdialog.h"
 #include "rules/rules.h"
+#include "tests/support/room.h"
 #include "widgets/screen_fit.h"
 
 #include <QApplication>
@@ -656,7 +657,8 @@ void TestLook::everyWindowFitsEveryScreen()
     program.setProcessEnvironment(environment);
     program.setProcessChannelMode(QProcess::MergedChannels);
     program.start(QCoreApplication::applicationFilePath(),
-                  {QStringLiteral("-silent"), QStringLiteral("everyWindowFitsTheScreen")});
+                  {QStringLiteral("look"), QStringLiteral("-silent"),
+                   QStringLiteral("everyWindowFitsTheScreen")});
     QVERIFY(program.waitForFinished(-1));
     QVERIFY2(program.exitCode() == 0, program.readAll().constData());
 }

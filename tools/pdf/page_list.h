@@ -26,6 +26,8 @@ struct PageList
     };
     std::vector<Node> nodes;
     std::vector<Page> pages;
+    /// The pages were found only after SourceFile::repair(); without it they are not there.
+    bool needsRepair = false;
 };
 
 } // namespace tools

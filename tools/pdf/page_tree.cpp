@@ -8,8 +8,10 @@ std::shared_ptr<const PageList> PageTree::sharedList()
 {
     SourceFile &file = m_source.file();
     if (!file.pages()) {
-        auto pages = std::make_shared<const PageList>(walkPages(m_source));
-        if (pages->pages.empty() && file.repair()) {
+        auto pages = std::make_shared<PageList>(walkPages(m_source));
+        pages->needsRepair = file.isRebuilt();
+        // Without a catalog, no other reader finds pages either.
+        if (pages->pages.empty() && m_source.isDictionary(m_source.catalog()) && file.repair()) {
             throw FileRepaired();
         }
         file.setPages(std::move(pages));

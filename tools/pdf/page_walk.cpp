@@ -16,7 +16,9 @@ constexpr int longestClimb = 100;
 /// A list that is worth not to be parsed by the library.
 constexpr std::size_t longList = 64;
 constexpr int nothing = -1; ///< in place of an object number
-constexpr int dropped = -2; ///< in place of a node
+// In place of the number of a page that cannot be one.
+constexpr int absentPlace = -2; ///< nothing stands there
+constexpr int loopPlace = -3;   ///< leads back to a node above
 
 enum class Kid {
     page,
@@ -56,7 +58,10 @@ private:
     Kid kindOfDictionary(pdf_obj *dictionary);
     pdf_obj *directKid(const Level &level, std::size_t place);
     void takeKid(Level &level, std::size_t place);
-    void dropAbsent();
+    double statedPages();
+    std::size_t countPlaces(int kind) const;
+    void removePlaces(int kind);
+    PageList finished();
     PageList singlePage();
     void count(std::size_t kids);
 
@@ -64,9 +69,8 @@ private:
     ObjectScanner m_scanner;
     PageList m_result;
     std::vector<Level> m_levels;
-    std::unordered_set<int> m_above;   ///< object numbers of m_levels
-    std::unordered_set<int> m_barren;  ///< object numbers of nodes without pages
-    std::vector<std::size_t> m_absent; ///< places among the pages where nothing stands
+    std::unordered_set<int> m_above;  ///< object numbers of m_levels
+    std::unordered_set<int> m_barren; ///< object numbers of nodes without pages
     long long m_seen = 0;
 };
 
@@ -81,11 +85,44 @@ PageList PageWalk::walk()
                 takeKid(level, level.next++);
             }
         }
-        dropAbsent();
+        const double stated = statedPages();
+        if (stated <= 0) {
+            return {}; // no reader shows pages that the root denies
+        }
+        const bool countsLoops = stated == static_cast<double>(m_result.pages.size());
+        if (!countsLoops) {
+            removePlaces(loopPlace);
+        }
+        if (stated == static_cast<double>(m_result.pages.size() - countPlaces(absentPlace))) {
+            removePlaces(absentPlace);
+        }
+        const bool hasPages =
+            (countsLoops && countPlaces(loopPlace) != 0) ||
+            std::any_of(m_result.pages.begin(), m_result.pages.end(),
+                        [](const PageList::Page &page) { return page.isReadable; });
+        if (hasPages) {
+            return finished();
+        }
     }
-    const bool hasPages = std::any_of(m_result.pages.begin(), m_result.pages.end(),
-                                      [](const PageList::Page &page) { return page.isReadable; });
-    return hasPages ? std::move(m_result) : singlePage();
+    return singlePage();
+}
+
+/// The pages, their numbers those of objects.
+PageList PageWalk::finished()
+{
+    for (PageList::Page &page : m_result.pages) {
+        page.number = std::max(page.number, 0);
+    }
+    return std::move(m_result);
+}
+
+/// What the root states as its number of pages, 0 where it states nothing that can be one.
+double PageWalk::statedPages()
+{
+    const int root = m_result.nodes.front().number;
+    pdf_obj *dictionary =
+        root > 0 ? m_source.object(root) : m_source.get(m_source.catalog(), PDF_NAME(Pages));
+    return pdf_to_real(m_source.context(), m_source.get(dictionary, PDF_NAME(Count)));
 }
 
 /// What the catalog leads to is the root if it lists children. If not, it may be a page or a node
@@ -270,15 +307,17 @@ void PageWalk::takeKid(Level &level, std::size_t place)
     const int number = level.kids[place];
     const int position = static_cast<int>(place);
     if (level.kinds[place] != Kid::node) {
-        if (level.kinds[place] == Kid::absent) {
-            m_absent.push_back(m_result.pages.size());
-        }
-        m_result.pages.push_back(
-            {std::max(number, 0), level.node, position, level.kinds[place] == Kid::page});
+        const bool isAbsent = level.kinds[place] == Kid::absent;
+        m_result.pages.push_back({isAbsent ? absentPlace : std::max(number, 0), level.node,
+                                  position, level.kinds[place] == Kid::page});
         return;
     }
-    if (number > 0 && (m_above.count(number) != 0 || m_barren.count(number) != 0)) {
-        level.hasLoop = level.hasLoop || m_barren.count(number) == 0;
+    if (number > 0 && m_barren.count(number) != 0) {
+        return;
+    }
+    if (number > 0 && m_above.count(number) != 0) {
+        level.hasLoop = true;
+        m_result.pages.push_back({loopPlace, level.node, position, false});
         return;
     }
     Level below;
@@ -292,25 +331,18 @@ void PageWalk::takeKid(Level &level, std::size_t place)
     }
 }
 
-void PageWalk::dropAbsent()
+std::size_t PageWalk::countPlaces(int kind) const
 {
-    if (m_absent.empty()) {
-        return;
-    }
+    return static_cast<std::size_t>(
+        std::count_if(m_result.pages.begin(), m_result.pages.end(),
+                      [kind](const PageList::Page &page) { return page.number == kind; }));
+}
+
+void PageWalk::removePlaces(int kind)
+{
     std::vector<PageList::Page> &pages = m_result.pages;
-    const PageList::Node &root = m_result.nodes.front();
-    pdf_obj *dictionary = root.number > 0 ? m_source.object(root.number)
-                                          : m_source.get(m_source.catalog(), PDF_NAME(Pages));
-    const double stated =
-        pdf_to_real(m_source.context(), m_source.get(dictionary, PDF_NAME(Count)));
-    if (stated != static_cast<double>(pages.size() - m_absent.size())) {
-        return;
-    }
-    for (auto index = m_absent.rbegin(); index != m_absent.rend(); ++index) {
-        pages[*index].node = dropped;
-    }
     pages.erase(std::remove_if(pages.begin(), pages.end(),
-                               [](const PageList::Page &page) { return page.node == dropped; }),
+                               [kind](const PageList::Page &page) { return page.number == kind; }),
                 pages.end());
 }
 

@@ -53,6 +53,9 @@ public:
     /// @throws ToolError as the constructor does
     bool repair();
 
+    /// Whether repair() has done so.
+    bool isRebuilt() const noexcept { return m_isRebuilt; }
+
     /// Whether the file was opened without the library's own reading of its table.
     bool isQuick() const noexcept { return m_isQuick; }
 
@@ -70,6 +73,7 @@ private:
     const InputFile &m_input;
     pdf_document *m_document = nullptr;
     bool m_isQuick = false;
+    bool m_isRebuilt = false;
     std::shared_ptr<const PageList> m_pages;
 };
 

@@ -61,7 +61,9 @@ void TestPdfWriter::names_data()
     QTest::newRow("letters") << QByteArray("Font") << QByteArray("/Font");
     QTest::newRow("nothing") << QByteArray() << QByteArray("/");
     QTest::newRow("blank") << QByteArray("a b") << QByteArray("/a#20b");
-    QTest::newRow("number sign") << QByteArray("a#b c") << QByteArray("/a#23b#20c");
+    QTest::newRow("number sign") << QByteArray("a#bc d") << QByteArray("/a#23bc#20d");
+    QTest::newRow("number sign that begins no escape")
+        << QByteArray("a#b c") << QByteArray("/a#b#20c");
     QTest::newRow("delimiters") << QByteArray("()<>[]{}/%")
                                 << QByteArray("/#28#29#3C#3E#5B#5D#7B#7D#2F#25");
     QTest::newRow("control character") << QByteArray("\n\x7f") << QByteArray("/#0A#7F");

@@ -265,7 +265,8 @@ void TestPageNumbers::liesOfTheRoot_data()
 void TestPageNumbers::liesOfTheRoot()
 {
     QFETCH(QString, count);
-    const QString texts = "A B C D E";
+    // A root that denies its pages has none in any reader; one that states any has all of them.
+    const QString texts = count.toDouble() > 0 ? "A B C D E" : "refused";
     TreeBuilder nested;
     const int first = nested.leaves("2", 2);
     const int second = nested.leaves("3", 3);
@@ -341,7 +342,7 @@ void TestPageNumbers::oddKids_data()
     QTest::newRow("nothing") << QByteArray("null") << "A - C";
     QTest::newRow("a number") << QByteArray("42") << "A - C";
     QTest::newRow("a list") << QByteArray("[7 0 R]") << "A - C";
-    QTest::newRow("damaged") << QByteArray("<</Type/Page/MediaBoxnull ]]>> <</Parent(") << "A - C";
+    QTest::newRow("damaged") << QByteArray("(where a page should be") << "A - C";
 }
 
 void TestPageNumbers::oddKids()
