@@ -7,7 +7,7 @@ namespace tools {
 /// How the objects of a file are found.
 enum class Reading {
     asOpened,
-    repaired,   ///< all over the file, as its table leads to no pages
+    repaired,   ///< all over the file, as its table leads to no pages or to wrong places
     leavingLost ///< by the table alone, without objects that it does not know how to find
 };
 

@@ -34,7 +34,10 @@ std::shared_ptr<const PageList> PageTree::sharedList()
         if (m_source.isRepaired() && unreadablePages(pages) != 0) {
             tryTableAlone(pages);
         }
-        pages.reading = file.reading();
+        // Who shares these pages must find the same objects under their numbers.
+        pages.reading = file.reading() == Reading::asOpened && m_source.isRepaired()
+                            ? Reading::repaired
+                            : file.reading();
         file.setPages(std::make_shared<const PageList>(std::move(pages)));
     }
     return file.pages();
