@@ -7,6 +7,7 @@
 #include "tools/pdf/page_tree.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <new>
 #include <optional>
@@ -216,8 +217,10 @@ void compare(const std::string &path)
     }
     const int last = std::min(static_cast<int>(quick->pages.size()), mostTexts);
     for (int page = 1; page <= last; ++page) {
-        if (pageText(path, Opening::quick, quick, page) !=
-            pageText(path, Opening::byLibrary, nullptr, page)) {
+        const std::string shared = pageText(path, Opening::quick, quick, page);
+        const std::string own = pageText(path, Opening::byLibrary, nullptr, page);
+        if (shared != own) {
+            std::fprintf(stderr, "page %d: \"%s\" and \"%s\"\n", page, shared.c_str(), own.c_str());
             std::abort();
         }
     }
