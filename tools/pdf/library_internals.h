@@ -9,7 +9,8 @@
 
 // What is done to the library's own data, beyond what its interface promises. It holds for the
 // versions that have been looked into; with all others the library is left to do its own work,
-// which is slower and no less right. QUORLIN_PUBLIC_LIBRARY_ONLY asks for that with known ones.
+// which is slower; only objects that break the syntax are not mended then.
+// QUORLIN_PUBLIC_LIBRARY_ONLY asks for that with known ones.
 #if FZ_VERSION_MAJOR == 1 && FZ_VERSION_MINOR == 21 && !defined(QUORLIN_PUBLIC_LIBRARY_ONLY)
 #define QUORLIN_KNOWS_LIBRARY 1
 #else

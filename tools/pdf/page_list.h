@@ -4,6 +4,13 @@
 
 namespace tools {
 
+/// How the objects of a file are found.
+enum class Reading {
+    asOpened,
+    repaired,   ///< all over the file, as its table leads to no pages or to wrong places
+    leavingLost ///< by the table alone, without objects that it does not know how to find
+};
+
 /// The pages of a document in their order, and the nodes of the tree that they hang on. Made of
 /// numbers alone: it holds for everyone who has the same file open, and when the library repairs
 /// the file.
@@ -26,8 +33,7 @@ struct PageList
     };
     std::vector<Node> nodes;
     std::vector<Page> pages;
-    /// The pages were found only after SourceFile::repair(); without it they are not there.
-    bool needsRepair = false;
+    Reading reading = Reading::asOpened; ///< under which these are the pages
 };
 
 } // namespace tools

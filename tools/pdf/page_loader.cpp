@@ -2,11 +2,17 @@
 
 #include "tools/pdf/page_tree.h"
 
+#include <algorithm>
 #include <array>
 
 namespace tools {
 
 namespace {
+
+constexpr int deepestForms = 5;
+constexpr int deepestParts = 5;
+constexpr int mostParts = 1000;
+constexpr int mostDrawn = 200;
 
 /// What a page may take over from the nodes above it.
 struct Inherited
@@ -111,8 +117,61 @@ pdf_page *PageLoader::load(int page, std::string &reason)
             reason = "cannot be read";
             return nullptr;
         }
+        mendPage(source, tree, found);
         return loadFound(tree, found, reason);
     });
+}
+
+/// Loads what the page's text is made of: the source mends what is broken, and the library finds it
+/// loaded then.
+void PageLoader::mendPage(PdfSource &source, PageTree &tree, const FoundPage &page)
+{
+    if (m_wasRepaired != source.isRepaired()) {
+        m_wasRepaired = source.isRepaired();
+        m_mended.clear();
+    }
+    mend(source, source.raw(page.page, PDF_NAME(Contents)), 0);
+    mendResources(source, tree.inherited(page, PDF_NAME(Resources)), 0);
+}
+
+void PageLoader::mendResources(PdfSource &source, pdf_obj *resources, int depth)
+{
+    fz_context *context = source.context();
+    resources = source.resolve(resources);
+    if (depth == deepestForms || !source.isDictionary(resources)) {
+        return;
+    }
+    mend(source, source.raw(resources, PDF_NAME(Font)), 0);
+    pdf_obj *drawn = source.get(resources, PDF_NAME(XObject));
+    const int count = std::min(pdf_dict_len(context, drawn), mostDrawn);
+    for (int i = 0; i < count; ++i) {
+        pdf_obj *reference = pdf_dict_get_val(context, drawn, i);
+        if (m_mended.insert(source.directNumber(reference)).second) {
+            pdf_obj *form = source.resolve(reference);
+            if (source.isDictionary(form)) {
+                mendResources(source, source.raw(form, PDF_NAME(Resources)), depth + 1);
+            }
+        }
+    }
+}
+
+/// Loads @p object and what it refers to, some steps far.
+void PageLoader::mend(PdfSource &source, pdf_obj *object, int depth)
+{
+    fz_context *context = source.context();
+    const int number = source.directNumber(object);
+    if (depth > deepestParts || (number != 0 && !m_mended.insert(number).second)) {
+        return;
+    }
+    object = source.resolve(object);
+    const int length = std::min(pdf_array_len(context, object), mostParts);
+    for (int i = 0; i < length; ++i) {
+        mend(source, pdf_array_get(context, object, i), depth + 1);
+    }
+    const int entries = std::min(pdf_dict_len(context, object), mostParts);
+    for (int i = 0; i < entries; ++i) {
+        mend(source, pdf_dict_get_val(context, object, i), depth + 1);
+    }
 }
 
 pdf_page *PageLoader::loadFound(PageTree &tree, const FoundPage &found, std::string &reason)

@@ -4,14 +4,17 @@
 
 #include <memory>
 #include <string>
+#include <unordered_set>
 
 namespace tools {
 
 class PageTree;
+class PdfSource;
 struct FoundPage;
 
 /// Loads pages for the library to draw: those that PageTree finds by their numbers, with what they
-/// take over from the nodes above them, whatever the library itself makes of the tree.
+/// take over from the nodes above them, whatever the library itself makes of the tree. Objects
+/// whose syntax the library refuses are mended for it.
 class PageLoader
 {
 public:
@@ -33,8 +36,13 @@ public:
 
 private:
     pdf_page *loadFound(PageTree &tree, const FoundPage &found, std::string &reason);
+    void mendPage(PdfSource &source, PageTree &tree, const FoundPage &page);
+    void mendResources(PdfSource &source, pdf_obj *resources, int depth);
+    void mend(PdfSource &source, pdf_obj *object, int depth);
 
     SourceFile &m_file;
+    std::unordered_set<int> m_mended; ///< objects that have been looked at
+    bool m_wasRepaired = false;
 };
 
 } // namespace tools

@@ -2,21 +2,72 @@
 
 #include "tools/pdf/page_walk.h"
 
+#include <algorithm>
+
 namespace tools {
+
+namespace {
+
+std::ptrdiff_t unreadablePages(const PageList &list)
+{
+    return std::count_if(list.pages.begin(), list.pages.end(),
+                         [](const PageList::Page &page) { return !page.isReadable; });
+}
+
+/// Whether all pages of @p other are those of @p list, and more of them can be read.
+bool isBetter(const PageList &other, const PageList &list)
+{
+    return other.pages.size() == list.pages.size() &&
+           unreadablePages(other) < unreadablePages(list);
+}
+
+} // namespace
 
 std::shared_ptr<const PageList> PageTree::sharedList()
 {
     SourceFile &file = m_source.file();
     if (!file.pages()) {
-        auto pages = std::make_shared<PageList>(walkPages(m_source));
-        pages->needsRepair = file.isRebuilt();
+        PageList pages = walkPages(m_source);
         // Without a catalog, no other reader finds pages either.
-        if (pages->pages.empty() && m_source.isDictionary(m_source.catalog()) && file.repair()) {
+        if (pages.pages.empty() && m_source.isDictionary(m_source.catalog()) &&
+            file.readAs(Reading::repaired)) {
             throw FileRepaired();
         }
-        file.setPages(std::move(pages));
+        if (m_source.isRepaired() && unreadablePages(pages) != 0) {
+            tryTableAlone(pages);
+        }
+        // Who shares these pages must find the same objects under their numbers.
+        pages.reading = file.reading() == Reading::asOpened && m_source.isRepaired()
+                            ? Reading::repaired
+                            : file.reading();
+        file.setPages(std::make_shared<const PageList>(std::move(pages)));
     }
     return file.pages();
+}
+
+/// A repair takes what looks like objects anywhere in the file, and may miss some that the table
+/// knows.
+void PageTree::tryTableAlone(const PageList &pages)
+{
+    SourceFile &file = m_source.file();
+    PageList found;
+    try {
+        SourceFile other(file.libraryContext(), &file.input());
+        if (!other.readAs(Reading::leavingLost)) {
+            return;
+        }
+        found = readRepairing(other, [&other] {
+            PdfSource source(other);
+            return walkPages(source);
+        });
+    } catch (const ToolError &) {
+        return;
+    }
+    if (isBetter(found, pages)) {
+        found.reading = Reading::leavingLost;
+        file.setPages(std::make_shared<const PageList>(std::move(found)));
+        throw FileRepaired();
+    }
 }
 
 FoundPage PageTree::find(int page)

@@ -69,8 +69,8 @@ std::string printed(fz_context *context, pdf_obj *object)
 
 } // namespace
 
-QuickOpening::QuickOpening(fz_context *context, const InputFile &input)
-    : m_context(context), m_file(input)
+QuickOpening::QuickOpening(fz_context *context, const InputFile &input, LostObjects lost)
+    : m_context(context), m_file(input), m_lost(lost)
 {
 }
 
@@ -161,7 +161,11 @@ bool QuickOpening::readTable()
         }
         offset = previous;
     }
-    return m_trailer != nullptr && hasWholeTable();
+    if (!hasWholeTable()) {
+        return false;
+    }
+    leaveLost();
+    return true;
 }
 
 bool QuickOpening::readSection(std::int64_t offset, std::int64_t &previous)
@@ -214,14 +218,36 @@ bool QuickOpening::readHiddenObjects(pdf_obj *offset)
 
 bool QuickOpening::hasWholeTable() const
 {
-    if (m_count < 2 || m_count > m_stated || m_entries[0].type == 'n' || m_entries[0].type == 'o') {
-        return false;
+    return m_trailer != nullptr && m_count >= 2 && m_count <= m_stated &&
+           m_entries[0].type != 'n' && m_entries[0].type != 'o' &&
+           hasLost() == (m_lost == LostObjects::left);
+}
+
+/// Objects stand in streams that stand in the file themselves.
+bool QuickOpening::isLost(const pdf_xref_entry &entry) const
+{
+    return entry.type == 'o' &&
+           (entry.ofs <= 0 || entry.ofs >= m_count || m_entries[entry.ofs].type != 'n');
+}
+
+bool QuickOpening::hasLost() const
+{
+    return std::any_of(m_entries, m_entries + m_count,
+                       [this](const pdf_xref_entry &entry) { return isLost(entry); });
+}
+
+void QuickOpening::leaveLost()
+{
+    std::vector<int> lost;
+    for (int number = 0; number < m_count; ++number) {
+        if (isLost(m_entries[number])) {
+            lost.push_back(number);
+        }
     }
-    // Objects stand in streams that stand in the file themselves.
-    return std::all_of(m_entries, m_entries + m_count, [this](const pdf_xref_entry &entry) {
-        return entry.type != 'o' ||
-               (entry.ofs > 0 && entry.ofs < m_count && m_entries[entry.ofs].type == 'n');
-    });
+    for (const int number : lost) {
+        m_entries[number].type = 'f';
+        m_isMisread = true;
+    }
 }
 
 /// @returns the trailer, owned by the caller; null when there is none

@@ -21,7 +21,14 @@ namespace tools {
 class QuickOpening : private XrefTarget
 {
 public:
-    QuickOpening(fz_context *context, const InputFile &input);
+    /// What is done about objects that the table places in streams which are none.
+    enum class LostObjects {
+        refused, ///< the table is left to the library, which looks for them all over the file
+        left     ///< they are left out, and tables that have no such objects are refused
+    };
+
+    QuickOpening(fz_context *context, const InputFile &input,
+                 LostObjects lost = LostObjects::refused);
     ~QuickOpening() override;
     QuickOpening(const QuickOpening &) = delete;
     QuickOpening &operator=(const QuickOpening &) = delete;
@@ -49,6 +56,9 @@ private:
     pdf_obj *parseTrailer(const std::string &text);
     bool takeTrailer(pdf_obj *trailer, std::int64_t &previous);
     bool hasWholeTable() const;
+    bool hasLost() const;
+    void leaveLost();
+    bool isLost(const pdf_xref_entry &entry) const;
     pdf_document *openWithTail(const std::string &tail);
     bool giveTable();
     std::string tableAsTail();
@@ -57,6 +67,7 @@ private:
 
     fz_context *m_context;
     FileWindow m_file;
+    LostObjects m_lost;
     State m_state = State::unread;
     pdf_document *m_host = nullptr;      ///< shows the file with an empty table
     pdf_xref_entry *m_entries = nullptr; ///< allocated by the library, which takes them over

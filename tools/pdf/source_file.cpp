@@ -25,13 +25,13 @@ SourceFile::~SourceFile()
 
 void SourceFile::open(Opening opening)
 {
-    QuickOpening reading(context(), m_input);
+    QuickOpening table(context(), m_input);
     if (opening == Opening::quick) {
-        m_document = reading.open();
+        m_document = table.open();
         m_isQuick = m_document != nullptr;
     }
     if (m_document == nullptr) {
-        m_document = reading.openMisreadTable();
+        m_document = table.openMisreadTable();
     }
     if (m_document == nullptr) {
         m_document = openByLibrary({});
@@ -58,18 +58,34 @@ void SourceFile::checkPassword()
     }
 }
 
-bool SourceFile::repair()
+bool SourceFile::readAs(Reading reading)
 {
-    if (pdf_was_repaired(context(), m_document) != 0) {
+    const bool isRepaired = pdf_was_repaired(context(), m_document) != 0;
+    pdf_document *other = nullptr;
+    if (reading == Reading::repaired && !isRepaired) {
+        // A table that cannot be is as good as none.
+        other = openByLibrary("\nstartxref\n0\n%%EOF\n");
+    } else if (reading == Reading::leavingLost && isRepaired) {
+        other =
+            QuickOpening(context(), m_input, QuickOpening::LostObjects::left).openMisreadTable();
+    }
+    if (other == nullptr) {
         return false;
     }
-    // A table that cannot be is as good as none.
-    pdf_document *repaired = openByLibrary("\nstartxref\n0\n%%EOF\n");
     pdf_drop_document(context(), m_document);
-    m_document = repaired;
+    m_document = other;
     m_isQuick = false;
+    m_reading = reading;
     checkPassword();
     return true;
+}
+
+void SourceFile::setPages(std::shared_ptr<const PageList> pages)
+{
+    if (pages && pages->reading != m_reading) {
+        readAs(pages->reading);
+    }
+    m_pages = std::move(pages);
 }
 
 pdf_document *SourceFile::openByLibrary(std::string_view tail)

@@ -37,6 +37,7 @@ public:
     SourceFile(const SourceFile &) = delete;
     SourceFile &operator=(const SourceFile &) = delete;
 
+    PdfContext &libraryContext() const noexcept { return m_context; }
     fz_context *context() const noexcept { return m_context.get(); }
     /// Lent to those who let the library do its own work with it, like drawing a page; null after
     /// a repair that has failed.
@@ -47,21 +48,20 @@ public:
     /// How often the library has complained about the file so far, see PdfContext::complaints().
     int complaints() const { return m_context.complaints(); }
 
-    /// Has the library rebuild the table from the objects that it finds in the file, which is
-    /// opened anew for that: what was taken from the document is gone.
-    /// @returns false, and nothing has happened, when that has been done before
+    /// Opens the file anew to find its objects otherwise: what was taken from the document is gone.
+    /// @returns false, and nothing has happened, when that cannot be or would make no difference
     /// @throws ToolError as the constructor does
-    bool repair();
-
-    /// Whether repair() has done so.
-    bool isRebuilt() const noexcept { return m_isRebuilt; }
+    bool readAs(Reading reading);
+    Reading reading() const noexcept { return m_reading; }
 
     /// Whether the file was opened without the library's own reading of its table.
     bool isQuick() const noexcept { return m_isQuick; }
 
     /// The pages, once somebody has looked for them.
     const std::shared_ptr<const PageList> &pages() const noexcept { return m_pages; }
-    void setPages(std::shared_ptr<const PageList> pages) noexcept { m_pages = std::move(pages); }
+    /// Takes the pages that were found in this file, by others perhaps who have it open, and reads
+    /// the file as they have. @throws ToolError as the constructor does
+    void setPages(std::shared_ptr<const PageList> pages);
 
 private:
     void open(Opening opening);
@@ -73,7 +73,7 @@ private:
     const InputFile &m_input;
     pdf_document *m_document = nullptr;
     bool m_isQuick = false;
-    bool m_isRebuilt = false;
+    Reading m_reading = Reading::asOpened;
     std::shared_ptr<const PageList> m_pages;
 };
 

@@ -343,6 +343,7 @@ void TestPageNumbers::oddKids_data()
     QTest::newRow("a number") << QByteArray("42") << "A - C";
     QTest::newRow("a list") << QByteArray("[7 0 R]") << "A - C";
     QTest::newRow("damaged") << QByteArray("(where a page should be") << "A - C";
+    QTest::newRow("a wreck") << QByteArray("what a wreck") << "A - C";
 }
 
 void TestPageNumbers::oddKids()

@@ -106,9 +106,6 @@ PageReader::PageReader(const InputFile &input, Warnings warnings,
     : m_context("pagexport"), m_file(quietened(m_context, warnings), &input), m_loader(m_file),
       m_fonts(m_context.get())
 {
-    if (pages && pages->needsRepair) {
-        m_file.repair();
-    }
     m_file.setPages(std::move(pages));
 }
 
