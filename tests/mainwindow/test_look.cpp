@@ -4,6 +4,7 @@
 #include "mainwindow/process.h"
 #include "options/opdialog.h"
 #include "rules/rules.h"
+#include "tests/support/room.h"
 #include "widgets/screen_fit.h"
 
 #include <QApplication>
