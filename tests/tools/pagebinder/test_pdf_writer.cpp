@@ -61,9 +61,11 @@ void TestPdfWriter::names_data()
     QTest::newRow("letters") << QByteArray("Font") << QByteArray("/Font");
     QTest::newRow("nothing") << QByteArray() << QByteArray("/");
     QTest::newRow("blank") << QByteArray("a b") << QByteArray("/a#20b");
-    QTest::newRow("number sign") << QByteArray("a#bc d") << QByteArray("/a#23bc#20d");
-    QTest::newRow("number sign that begins no escape")
-        << QByteArray("a#b c") << QByteArray("/a#b#20c");
+    QTest::newRow("number sign") << QByteArray("a#x") << QByteArray("/a#23x");
+    QTest::newRow("number sign at the end") << QByteArray("a#") << QByteArray("/a#23");
+    QTest::newRow("what reads as an escape") << QByteArray("a#20") << QByteArray("/a#2320");
+    QTest::newRow("half an escape") << QByteArray("a#b c") << QByteArray("/a#b#20c");
+    QTest::newRow("the escape of no character") << QByteArray("a#00") << QByteArray("/a#00");
     QTest::newRow("delimiters") << QByteArray("()<>[]{}/%")
                                 << QByteArray("/#28#29#3C#3E#5B#5D#7B#7D#2F#25");
     QTest::newRow("control character") << QByteArray("\n\x7f") << QByteArray("/#0A#7F");
