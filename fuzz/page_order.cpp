@@ -26,6 +26,7 @@ struct Place
     int number = 0;
     bool isReadable = false;
     bool isAbsent = false;
+    bool isLoop = false;
     bool operator==(const Place &other) const
     {
         return number == other.number && isReadable == other.isReadable;
@@ -49,13 +50,18 @@ public:
             }
             if (m_source.isArray(m_source.get(root, PDF_NAME(Kids)))) {
                 descend(root, m_source.numberOf(reference));
-                dropAbsent(root);
+                const double count =
+                    pdf_to_real(m_source.context(), m_source.get(root, PDF_NAME(Count)));
+                if (count <= 0) {
+                    return {};
+                }
+                settle(count);
                 break;
             }
             reference = m_source.raw(root, PDF_NAME(Parent));
         }
         if (std::any_of(places.begin(), places.end(),
-                        [](const Place &p) { return p.isReadable; })) {
+                        [](const Place &p) { return p.isReadable || p.isLoop; })) {
             return places;
         }
         pdf_obj *page = m_source.resolve(stated);
@@ -77,6 +83,7 @@ private:
     void descend(pdf_obj *node, int number)
     {
         if (number != 0 && !m_above.insert(number).second) {
+            places.push_back({0, false, false, true});
             return;
         }
         pdf_obj *kids = m_source.get(node, PDF_NAME(Kids));
@@ -114,11 +121,14 @@ private:
         places.push_back({number, !isLost, false});
     }
 
-    void dropAbsent(pdf_obj *root)
+    /// Leaves out the loops and the places where nothing stands if the root does not count them.
+    void settle(double stated)
     {
+        if (stated != static_cast<double>(places.size())) {
+            std::erase_if(places, [](const Place &p) { return p.isLoop; });
+        }
         const auto absent = static_cast<std::size_t>(
             std::count_if(places.begin(), places.end(), [](const Place &p) { return p.isAbsent; }));
-        const double stated = pdf_to_real(m_source.context(), m_source.get(root, PDF_NAME(Count)));
         if (stated == static_cast<double>(places.size() - absent)) {
             std::erase_if(places, [](const Place &p) { return p.isAbsent; });
         }
