@@ -103,11 +103,11 @@ private:
         if (!m_source.isDictionary(kid)) {
             const bool isThere =
                 isReference && kid == nullptr && number > 0 && number < m_source.objectCount();
-            places.push_back({std::max(number, 0), false, !isThere});
+            places.push_back({isThere ? number : 0, false, !isThere});
             return;
         }
         if (isReference && m_source.isStream(number) && !isCalledPage(kid)) {
-            places.push_back({number, false, true});
+            places.push_back({0, false, true});
             return;
         }
         const bool hasContents = m_source.get(kid, PDF_NAME(Contents)) != nullptr;
