@@ -4,27 +4,25 @@
 
 namespace tools {
 
-namespace {
-
-void appendPrintable(std::string &line, std::string_view text)
+std::string printable(std::string_view text)
 {
-    for (const char c : text) {
+    std::string shown(text);
+    for (char &c : shown) {
         const auto byte = static_cast<unsigned char>(c);
-        line += byte < 0x20 || byte == 0x7f ? '?' : c;
+        c = byte < 0x20 || byte == 0x7f ? '?' : c;
     }
+    return shown;
 }
-
-} // namespace
 
 void reportLine(std::string_view tool, std::string_view file, std::string_view reason)
 {
     std::string line(tool);
     line += ": ";
     if (!file.empty()) {
-        appendPrintable(line, file);
+        line += printable(file);
         line += ": ";
     }
-    appendPrintable(line, reason);
+    line += printable(reason);
     line += '\n';
     std::fwrite(line.data(), 1, line.size(), stderr);
 }

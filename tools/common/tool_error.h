@@ -9,8 +9,9 @@ namespace tools {
 enum ExitStatus : int {
     exitSuccess = 0,
     exitInputError =
-        1,             ///< unreadable input, pages that do not exist, output that cannot be written
-    exitUsageError = 2 ///< the command line makes no sense
+        1, ///< unreadable input, pages that do not exist, output that cannot be written
+    exitUsageError = 2, ///< the command line makes no sense
+    exitStandIns = 3    ///< written, but stand-ins take the place of pages that cannot be read
 };
 
 /// The one error type that leaves the library's door. It carries the file it is about, so that the

@@ -1,124 +1,120 @@
 #include "tools/pagebinder/command_line.h"
 
-#include "tools/common/tool_error.h"
+#include "tools/common/argument_reader.h"
 
 namespace tools {
 
 namespace {
 
-[[noreturn]] void failUsage(const std::string &reason)
-{
-    throw ToolError("", reason + " (--help shows the usage)", exitUsageError);
-}
+using Action = BinderCommand::Action;
 
-class Reader
-{
-public:
-    explicit Reader(const std::vector<std::string> &arguments) : m_arguments(arguments) {}
-
-    bool atEnd() const { return m_next >= m_arguments.size(); }
-    const std::string &peek() const { return m_arguments[m_next]; }
-    const std::string &take() { return m_arguments[m_next++]; }
-
-    const std::string &takeValue(const char *option)
-    {
-        if (atEnd() || peek().empty()) {
-            failUsage(std::string(option) + " needs a file");
-        }
-        return take();
-    }
-
-private:
-    const std::vector<std::string> &m_arguments;
-    std::size_t m_next = 0;
-};
-
-void takeRanges(Reader &reader, std::vector<PageRange> &ranges)
+void takeRanges(ArgumentReader &reader, std::vector<PageRange> &ranges)
 {
     while (!reader.atEnd() && reader.peek() != "-outfile") {
         PageRange range;
-        const std::string &text = reader.take();
+        const std::string_view text = reader.take();
         if (!parsePageRange(text, range)) {
-            failUsage("\"" + text + "\" is no page or range of pages");
+            reader.fail("\"" + std::string(text) + "\" is no page or range of pages");
         }
         ranges.push_back(range);
     }
     if (ranges.empty()) {
-        failUsage("-merge needs the pages");
+        reader.fail("-merge needs the pages");
     }
 }
 
-void takeAction(Reader &reader, BinderCommand &command, bool &found)
+void takeAction(ArgumentReader &reader, BinderCommand &command)
 {
-    const std::string &option = reader.take();
-    if (option != "-getinfo" && option != "-merge") {
-        failUsage("\"" + option + "\" is not understood");
-    }
-    if (found) {
-        failUsage("only one of -getinfo and -merge can be done at once");
-    }
-    found = true;
-    if (option == "-merge") {
-        command.action = BinderCommand::Action::merge;
+    const std::string_view option = reader.take();
+    const bool isFirst = command.action == Action::showHelp;
+    if (option == "-getinfo") {
+        command.action = Action::getInformation;
+    } else if (option == "-merge") {
+        command.action = Action::merge;
         takeRanges(reader, command.ranges);
+    } else if (option == "-split") {
+        command.action = Action::split;
+        command.list = reader.takeValue(option, "a file");
     } else {
-        command.action = BinderCommand::Action::getInformation;
+        reader.fail("\"" + std::string(option) + "\" is not understood");
+    }
+    if (!isFirst) {
+        reader.fail("only one of -getinfo, -merge and -split can be done at once");
+    }
+}
+
+void takeOutput(ArgumentReader &reader, BinderCommand &command)
+{
+    const std::string_view option = reader.take();
+    if (!command.output.empty()) {
+        reader.fail("-outfile is given twice");
+    }
+    command.output = reader.takeValue(option, "a file");
+}
+
+void checkWhole(const ArgumentReader &reader, const BinderCommand &command)
+{
+    if (command.action == Action::showHelp) {
+        reader.fail("one of -getinfo, -merge and -split is needed");
+    }
+    if (command.action == Action::split) {
+        if (!command.output.empty()) {
+            reader.fail("the list of -split names the outputs, -outfile does not");
+        }
+    } else if (command.output.empty()) {
+        reader.fail("-outfile is needed");
     }
 }
 
 } // namespace
 
-BinderCommand parseCommandLine(const std::vector<std::string> &arguments)
+BinderCommand parseCommandLine(const std::vector<std::string_view> &arguments)
 {
     BinderCommand command;
-    Reader reader(arguments);
+    ArgumentReader reader(arguments, "--help shows the usage");
     if (reader.atEnd()) {
-        failUsage("no input file");
+        reader.fail("no input file");
     }
-    if (arguments.size() == 1 && (arguments[0] == "--help" || arguments[0] == "-h")) {
+    if (reader.asksOnlyFor("--help") || reader.asksOnlyFor("-h")) {
         return command;
     }
-    if (arguments.size() == 1 && arguments[0] == "--version") {
-        command.action = BinderCommand::Action::showVersion;
+    if (reader.asksOnlyFor("--version")) {
+        command.action = Action::showVersion;
         return command;
     }
     // The input stands first, so that its name may look like an option.
-    command.input = reader.takeValue("the command line");
-    bool found = false;
+    command.input = reader.takeValue("the command line", "a file");
     while (!reader.atEnd()) {
         if (reader.peek() == "-outfile") {
-            reader.take();
-            if (!command.output.empty()) {
-                failUsage("-outfile is given twice");
-            }
-            command.output = reader.takeValue("-outfile");
+            takeOutput(reader, command);
         } else {
-            takeAction(reader, command, found);
+            takeAction(reader, command);
         }
     }
-    if (!found) {
-        failUsage("one of -getinfo and -merge is needed");
-    }
-    if (command.output.empty()) {
-        failUsage("-outfile is needed");
-    }
+    checkWhole(reader, command);
     return command;
 }
 
 const char *helpText()
 {
-    return "Usage:\n"
-           "  pagebinder INPUT -getinfo -outfile FILE\n"
-           "      writes the number of pages and other facts about the PDF file INPUT to FILE\n"
-           "  pagebinder INPUT -merge RANGE... -outfile OUTPUT\n"
-           "      writes the pages to the PDF file OUTPUT, in the order given\n"
-           "  pagebinder --help | --version\n"
-           "\n"
-           "RANGE is a page (7) or a range of pages (3-6), counted from 1. INPUT is never "
-           "changed;\n"
-           "FILE and OUTPUT appear whole or not at all.\n"
-           "\n"
-           "Exit status: 0 done, 1 a file cannot be read or written, 2 wrong command line.\n";
+    return R"(Usage:
+  pagebinder INPUT -getinfo -outfile FILE
+      writes the number of pages and other facts about the PDF file INPUT to FILE
+  pagebinder INPUT -merge RANGE... -outfile OUTPUT
+      writes the pages to the PDF file OUTPUT, in the order given
+  pagebinder INPUT -split LIST
+      writes an output for every entry of LIST, "RANGE... TAB OUTPUT"; entries end with a NUL,
+      or each with a line feed when there is no NUL. A line on standard output tells of each:
+      done INDEX BYTES OUTPUT, standin INDEX BYTES PAGES OUTPUT, or failed INDEX REASON
+  pagebinder --help | --version
+
+RANGE is a page (7) or a range of pages (3-6), counted from 1. "-" stands for standard output as
+FILE or OUTPUT, and for standard input as LIST. INPUT is never changed; FILE and OUTPUT appear
+whole or not at all.
+
+Exit status: 0 done, 1 a file cannot be read or written, 2 wrong command line or list, 3 written,
+with stand-ins for pages that cannot be read.
+)";
 }
 
 } // namespace tools

@@ -3,6 +3,7 @@
 #include "tools/pagebinder/page_ranges.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tools {
@@ -10,17 +11,18 @@ namespace tools {
 /// What one start of the program is asked to do.
 struct BinderCommand
 {
-    enum class Action { getInformation, merge, showHelp, showVersion };
+    enum class Action { getInformation, merge, split, showHelp, showVersion };
 
     Action action = Action::showHelp;
     std::string input;
-    std::string output;
+    std::string output;            ///< "-" for standard output; empty for split
+    std::string list;              ///< for split: the file with the entries, "-" for standard input
     std::vector<PageRange> ranges; ///< for merge, in the order given
 };
 
 /// Reads the arguments after the program's name.
 /// @throws ToolError with exitUsageError when they make no sense
-BinderCommand parseCommandLine(const std::vector<std::string> &arguments);
+BinderCommand parseCommandLine(const std::vector<std::string_view> &arguments);
 
 /// The text of --help.
 const char *helpText();

@@ -6,12 +6,20 @@
 #include "tools/pagebinder/document/bookmarks.h"
 #include "tools/pagebinder/document/catalog.h"
 #include "tools/pagebinder/document/page_labels.h"
-#include "tools/pagebinder/output/atomic_output.h"
 #include "tools/pagebinder/output/output_encryption.h"
 
 #include <array>
 
 namespace tools {
+
+/// What is read of a document once, however many outputs there are.
+struct DocumentParts
+{
+    explicit DocumentParts(SourceFile &file) : source(file), tree(source) {}
+
+    PdfSource source;
+    PageTree tree;
+};
 
 namespace {
 
@@ -23,8 +31,8 @@ constexpr int mostAttempts = 4;
 class Merge
 {
 public:
-    Merge(SourceFile &file, AtomicOutput &output)
-        : m_file(file), m_source(file), m_writer(output), m_tree(m_source),
+    Merge(SourceFile &file, DocumentParts &parts, Output &output)
+        : m_file(file), m_source(parts.source), m_tree(parts.tree), m_writer(output),
           m_copier(m_source, m_writer), m_resources(m_copier),
           m_pageWriter(m_copier, m_resources, m_tree), m_destinations(m_copier, m_tree),
           m_fields(m_copier), m_annotations(m_copier, m_destinations, m_fields),
@@ -34,6 +42,9 @@ public:
     }
 
     void run(const std::vector<int> &pages);
+
+    /// Pages of the input that cannot be read, known after run().
+    std::vector<int> standIns() const;
 
 private:
     void findPages(const std::vector<int> &pages);
@@ -47,9 +58,9 @@ private:
     void finish();
 
     SourceFile &m_file;
-    PdfSource m_source;
+    PdfSource &m_source;
+    PageTree &m_tree;
     PdfWriter m_writer;
-    PageTree m_tree;
     ObjectCopier m_copier;
     ContentResources m_resources;
     PageWriter m_pageWriter;
@@ -80,6 +91,17 @@ void Merge::run(const std::vector<int> &pages)
     m_copier.copyQueued();
     writePageTree();
     finish();
+}
+
+std::vector<int> Merge::standIns() const
+{
+    std::vector<int> numbers;
+    for (const OutputPage &page : m_pages) {
+        if (page.found.isUnreadable) {
+            numbers.push_back(page.sourcePage);
+        }
+    }
+    return numbers;
 }
 
 void Merge::findPages(const std::vector<int> &pages)
@@ -221,26 +243,53 @@ void Merge::finish()
 
 } // namespace
 
-void mergePages(SourceFile &file, const std::vector<PageRange> &ranges, const std::string &output)
+PageMerger::PageMerger(SourceFile &file) : m_file(file) {}
+
+PageMerger::~PageMerger() = default;
+
+MergeResult PageMerger::merge(const std::vector<PageRange> &ranges, Output &output)
 {
     if (countPages(ranges) > mostPages) {
-        throw ToolError(file.path(), "more than 1,000,000 pages in one output are refused");
+        throw ToolError(m_file.path(), "more than 1,000,000 pages in one output are refused");
     }
-    const std::vector<int> pages = expandPageRanges(ranges);
-    AtomicOutput destination(output);
+    try {
+        const MergeResult result = copyPages(expandPageRanges(ranges), output);
+        output.complete();
+        m_file.input().checkUnchanged();
+        output.publish();
+        return result;
+    } catch (const ToolError &) {
+        m_file.input().checkUnchanged(); // what a file that changes looks like means nothing
+        throw;
+    }
+}
+
+MergeResult PageMerger::copyPages(const std::vector<int> &pages, Output &output)
+{
     for (int attempt = 1;; ++attempt) {
         try {
-            Merge(file, destination).run(pages);
-            break;
+            if (!m_parts) {
+                m_parts = std::make_unique<DocumentParts>(m_file);
+            }
+            Merge merge(m_file, *m_parts, output);
+            merge.run(pages);
+            return {output.size(), merge.standIns()};
         } catch (const FileRepaired &) {
             if (attempt == mostAttempts) {
-                throw ToolError(file.path(), "is too damaged");
+                throw ToolError(m_file.path(), "is too damaged");
             }
-            file.useLibrary();
-            destination.restart();
+            m_parts.reset();
+            m_file.useLibrary();
+            output.restart();
         }
     }
-    destination.commit();
+}
+
+MergeResult mergePages(SourceFile &file, const std::vector<PageRange> &ranges,
+                       const std::string &output)
+{
+    const std::unique_ptr<Output> destination = openOutput(output);
+    return PageMerger(file).merge(ranges, *destination);
 }
 
 } // namespace tools

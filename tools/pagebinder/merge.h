@@ -2,15 +2,50 @@
 
 #include "tools/common/tool_error.h"
 #include "tools/pagebinder/opening/source_file.h"
+#include "tools/pagebinder/output/output.h"
 #include "tools/pagebinder/page_ranges.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace tools {
 
-/// Writes the pages of @p file that @p ranges name to @p output, which appears whole or not at all.
-/// @throws ToolError when a page does not exist or the output cannot be written
-void mergePages(SourceFile &file, const std::vector<PageRange> &ranges, const std::string &output);
+struct DocumentParts;
+
+/// What became of one output.
+struct MergeResult
+{
+    std::uint64_t bytes = 0;
+    std::vector<int> standIns; ///< pages that cannot be read, counted from 1, in the output's order
+};
+
+/// Writes outputs of pages of one file. What is looked up in the whole document is read once for
+/// all of them.
+class PageMerger
+{
+public:
+    /// @param file must outlive the merger
+    explicit PageMerger(SourceFile &file);
+    ~PageMerger();
+    PageMerger(const PageMerger &) = delete;
+    PageMerger &operator=(const PageMerger &) = delete;
+
+    /// Writes the pages that @p ranges name to @p output and publishes it, provided that the input
+    /// has not changed.
+    /// @throws ToolError when a page does not exist or the output cannot be written, InputChanged
+    MergeResult merge(const std::vector<PageRange> &ranges, Output &output);
+
+private:
+    MergeResult copyPages(const std::vector<int> &pages, Output &output);
+
+    SourceFile &m_file;
+    std::unique_ptr<DocumentParts> m_parts;
+};
+
+/// Writes one output to @p output, which appears whole or not at all; "-" is standard output.
+/// @throws ToolError as PageMerger::merge() does
+MergeResult mergePages(SourceFile &file, const std::vector<PageRange> &ranges,
+                       const std::string &output);
 
 } // namespace tools

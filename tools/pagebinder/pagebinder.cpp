@@ -1,18 +1,18 @@
 #include "tools/pagebinder/pagebinder.h"
 
+#include "tools/common/argument_reader.h"
 #include "tools/common/report.h"
 #include "tools/common/resource_limits.h"
+#include "tools/common/standard_output.h"
 #include "tools/pagebinder/command_line.h"
 #include "tools/pagebinder/document/information.h"
 #include "tools/pagebinder/merge.h"
 #include "tools/pagebinder/output/atomic_output.h"
 #include "tools/pagebinder/output/output_name.h"
 #include "tools/pagebinder/output/signal_cleanup.h"
+#include "tools/pagebinder/split.h"
 
-#include <unistd.h>
-
-#include <algorithm>
-#include <cstdio>
+#include <csignal>
 #include <new>
 
 namespace tools {
@@ -20,74 +20,83 @@ namespace tools {
 namespace {
 
 constexpr char toolName[] = "pagebinder";
-constexpr ResourceLimits limits = {std::uint64_t{2} << 30U, 600, std::uint64_t{16} << 30U};
+constexpr std::uint64_t mostMemory = std::uint64_t{2} << 30U;
+constexpr std::uint64_t largestOutput = std::uint64_t{16} << 30U;
+constexpr std::uint64_t cpuSeconds = 600;
+constexpr std::uint64_t cpuSecondsPerOutput = 1; // a thousand times what one usually takes
 
-std::string baseNameOf(const std::string &path)
+/// Bounds the whole run; the time by the number of outputs it writes.
+void limitTime(std::size_t outputs)
 {
-    const std::string name = nameOf(path);
-    return name.substr(0, name.find('.'));
+    applyResourceLimits({.cpuSeconds = cpuSeconds + cpuSecondsPerOutput * outputs});
 }
 
-/// The output's path, its last part shortened to what the file system takes.
-std::string fittingOutput(const BinderCommand &command)
+ExitStatus getInformation(PdfContext &context, const BinderCommand &command)
 {
-    const std::string folder = folderOf(command.output);
-    const std::string name = nameOf(command.output);
-    const long longest = pathconf(folder.c_str(), _PC_NAME_MAX);
-    const auto limit = static_cast<std::size_t>(std::max(64L, longest > 0 ? longest : 255L));
-    if (name.size() <= limit) {
-        return command.output;
-    }
-    const std::string shortened = shortenOutputName(name, baseNameOf(command.input), limit);
-    reportLine(toolName, name, "the name is too long, shortened to \"" + shortened + "\"");
-    return command.output.substr(0, command.output.size() - name.size()) + shortened;
-}
-
-void checkOutput(const BinderCommand &command)
-{
-    if (nameOf(command.output).empty()) {
-        throw ToolError(command.output, "is a folder");
-    }
-    if (isSameFile(command.input, command.output)) {
-        throw ToolError(command.output, "is the input itself, which is never written");
-    }
-}
-
-void execute(const BinderCommand &command)
-{
-    checkOutput(command);
-    const bool merging = command.action == BinderCommand::Action::merge;
-    if (!merging) {
+    const std::optional<FileIdentity> noted = notedIdentity();
+    if (command.output != standardOutputName) {
+        checkOutput(command.input, command.output);
+        refuseSpecialFile(command.output);
         // Whatever happens from here on, nobody reads an older file's answer.
         removeFile(command.output);
     }
+    SourceFile file(context, InputFile(command.input, noted));
+    writeInformation(file, fittingOutput(command.input, command.output));
+    return exitSuccess;
+}
+
+ExitStatus merge(PdfContext &context, const BinderCommand &command)
+{
+    if (command.output != standardOutputName) {
+        checkOutput(command.input, command.output);
+    }
+    SourceFile file(context, InputFile(command.input, notedIdentity()));
+    const MergeResult result =
+        mergePages(file, command.ranges, fittingOutput(command.input, command.output));
+    return result.standIns.empty() ? exitSuccess : exitStandIns;
+}
+
+ExitStatus split(PdfContext &context, const BinderCommand &command)
+{
+    const std::optional<FileIdentity> noted = notedIdentity();
+    const std::vector<SplitEntry> entries = readSplitList(command.list);
+    limitTime(entries.size());
+    SourceFile file(context, InputFile(command.input, noted));
+    return splitPages(file, entries);
+}
+
+ExitStatus execute(const BinderCommand &command)
+{
+    applyResourceLimits({.addressSpaceBytes = mostMemory, .fileBytes = largestOutput});
+    if (command.action != BinderCommand::Action::split) {
+        limitTime(1);
+    }
+    removeHiddenFileOnSignals(command.input);
     PdfContext context(toolName);
-    SourceFile file(context, command.input);
-    if (merging) {
-        mergePages(file, command.ranges, fittingOutput(command));
-    } else {
-        writeInformation(file, fittingOutput(command));
+    switch (command.action) {
+    case BinderCommand::Action::getInformation:
+        return getInformation(context, command);
+    case BinderCommand::Action::merge:
+        return merge(context, command);
+    default:
+        return split(context, command);
     }
 }
 
-int runCommand(int argc, char **argv, std::string &input)
+ExitStatus runCommand(int argc, char **argv, std::string &input)
 {
-    const BinderCommand command = parseCommandLine({argv + std::min(argc, 1), argv + argc});
+    const BinderCommand command = parseCommandLine(argumentsOf(argc, argv));
     switch (command.action) {
     case BinderCommand::Action::showHelp:
-        std::fputs(helpText(), stdout);
+        writeStandardOutput(helpText());
         return exitSuccess;
     case BinderCommand::Action::showVersion:
-        std::printf("%s %s\n", toolName, QUORLIN_VERSION);
+        writeStandardOutput(std::string(toolName) + " " QUORLIN_VERSION "\n");
         return exitSuccess;
     default:
-        break;
+        input = command.input;
+        return execute(command);
     }
-    input = command.input;
-    applyResourceLimits(limits);
-    removeHiddenFileOnSignals(input);
-    execute(command);
-    return exitSuccess;
 }
 
 } // namespace
@@ -95,8 +104,13 @@ int runCommand(int argc, char **argv, std::string &input)
 int runPageBinder(int argc, char **argv)
 {
     std::string input;
+    openStandardStreams();
+    // Whoever reads the reports may stop: that ends the program where it writes to them.
+    std::signal(SIGPIPE, SIG_IGN);
     try {
         return runCommand(argc, argv, input);
+    } catch (const ReaderGone &) {
+        return exitInputError;
     } catch (const ToolError &error) {
         return reportError(toolName, error);
     } catch (const std::bad_alloc &) {

@@ -1,7 +1,6 @@
 #include "tools/pagexport/export_job.h"
 
 #include "tools/common/report.h"
-#include "tools/pagexport/output/page_html.h"
 #include "tools/pagexport/text/geometry.h"
 #include "tools/pdf/page_lookup.h"
 
@@ -25,39 +24,10 @@ constexpr std::chrono::milliseconds shortPageTime{500};
 constexpr int pagesWithFullTime = 12; // that may run past it before the others get less
 constexpr int mostLostThreads = 4;
 
-void appendEscaped(std::string &xml, std::string_view text)
-{
-    for (const char c : text) {
-        switch (c) {
-        case '<':
-            xml += "&lt;";
-            break;
-        case '&':
-            xml += "&amp;";
-            break;
-        case '"':
-            xml += "&quot;";
-            break;
-        default:
-            xml += static_cast<unsigned char>(c) < 0x20 ? '?' : c;
-            break;
-        }
-    }
-}
-
-void appendAttribute(std::string &xml, std::string_view name, std::string_view value)
-{
-    xml += ' ';
-    xml += name;
-    xml += "=\"";
-    appendEscaped(xml, value);
-    xml += '"';
-}
-
 } // namespace
 
-ExportJob::ExportJob(const ExportOptions &options, const OutputFolder &folder)
-    : m_options(options), m_folder(folder)
+ExportJob::ExportJob(const ExportOptions &options, InputFile input, PageSink &sink)
+    : m_options(options), m_input(std::move(input)), m_sink(sink)
 {
 }
 
@@ -107,16 +77,24 @@ void ExportJob::abandon(Worker &worker)
             throw ToolError(m_options.input, "has too many pages that take too long");
         }
         warn(position, "takes too long; its text is left out");
-        std::string html;
-        writePageHtml(html, PageItems(), m_first + position + 1);
-        m_folder.write(m_folder.pageName(position + 1), html);
+        ExportedPage page;
+        page.position = position;
+        page.state = PageState::partial;
+        m_sink.take(page);
         startWorker(position + 1, worker.end);
     } catch (...) {
-        m_stops = true;
-        if (!m_error) {
-            m_error = std::current_exception();
-        }
+        stop(std::current_exception());
     }
+}
+
+// Called with the mutex held. The first error is the one that is reported.
+void ExportJob::stop(const std::exception_ptr &error) noexcept
+{
+    m_stops = true;
+    if (!m_error) {
+        m_error = error;
+    }
+    m_sink.abandon();
 }
 
 // Called with the mutex held. A worker whose thread the system refuses is not kept.
@@ -155,10 +133,7 @@ void ExportJob::finishWorker(const std::exception_ptr &error) noexcept
 {
     const std::lock_guard lock(m_mutex);
     if (error) {
-        m_stops = true;
-        if (!m_error) {
-            m_error = error;
-        }
+        stop(error);
     }
     --m_running;
     m_changed.notify_one();
@@ -190,7 +165,7 @@ void ExportJob::workAsOther(Worker &worker) noexcept
         worker.watch.begin(cookie, openTime);
         std::unique_ptr<PageReader> reader;
         try {
-            reader = std::make_unique<PageReader>(m_options.input, PageReader::Warnings::silent);
+            reader = std::make_unique<PageReader>(m_input, PageReader::Warnings::silent);
         } catch (...) {
             error = std::current_exception();
         }
@@ -210,7 +185,7 @@ ExportJob::Step ExportJob::openDocument(Worker &worker, std::unique_ptr<PageRead
     std::exception_ptr error;
     worker.watch.begin(cookie, openTime);
     try {
-        reader = std::make_unique<PageReader>(m_options.input, PageReader::Warnings::shown);
+        reader = std::make_unique<PageReader>(m_input, PageReader::Warnings::shown);
         const int pages = reader->pageCount();
         if (pages <= 0) {
             throw ToolError(m_options.input, "has no pages");
@@ -220,7 +195,8 @@ ExportJob::Step ExportJob::openDocument(Worker &worker, std::unique_ptr<PageRead
                             "states more pages than it can have: " + std::to_string(pages));
         }
         setRange(pages);
-        m_objects = reader->findPageObjects(m_first, static_cast<int>(m_records.size()));
+        m_objects = reader->findPageObjects(m_first, m_count);
+        m_sink.begin(m_first + 1, m_count);
     } catch (...) {
         error = std::current_exception();
     }
@@ -243,7 +219,7 @@ void ExportJob::setRange(int pages)
                             " do not exist; it has pages 1 to " + std::to_string(pages));
     }
     m_first = static_cast<int>(first) - 1;
-    m_records.resize(static_cast<std::size_t>(last - first + 1));
+    m_count = static_cast<int>(last - first + 1);
 }
 
 std::size_t ExportJob::workerCount() const
@@ -255,8 +231,7 @@ std::size_t ExportJob::workerCount() const
 
 ExportJob::Step ExportJob::work(Worker &worker, PageReader &reader)
 {
-    std::string html;
-    PageItems items;
+    ExportedPage page;
     const int pages = static_cast<int>(m_objects.size());
     while (!m_stops) {
         if (worker.next >= worker.end) {
@@ -267,26 +242,28 @@ ExportJob::Step ExportJob::work(Worker &worker, PageReader &reader)
             }
         }
         worker.position = worker.next++;
-        if (exportPage(worker, reader, html, items) == Step::lost) {
+        m_sink.await(worker.position);
+        if (m_stops) {
+            break;
+        }
+        if (exportPage(worker, reader, page) == Step::lost) {
             return Step::lost;
         }
     }
     return Step::done;
 }
 
-ExportJob::Step ExportJob::exportPage(Worker &worker, PageReader &reader, std::string &html,
-                                      PageItems &items)
+ExportJob::Step ExportJob::exportPage(Worker &worker, PageReader &reader, ExportedPage &page)
 {
-    if (readPage(worker, reader, items) == Step::lost) {
-        return Step::lost;
-    }
-    const int number = worker.position + 1;
-    if (m_options.hasBounds() && reader.hasPage() && drawPage(worker, reader) == Step::lost) {
+    page.clear();
+    page.position = worker.position;
+    if (readPage(worker, reader, page) == Step::lost ||
+        (m_options.wantsPictures() && reader.hasPage() &&
+         drawPage(worker, reader, page) == Step::lost)) {
         return Step::lost;
     }
     reader.closePage();
-    writePageHtml(html, items, m_first + number);
-    m_folder.write(m_folder.pageName(number), html);
+    m_sink.take(page);
     return Step::done;
 }
 
@@ -295,20 +272,19 @@ PageWatch::Duration ExportJob::textTime() const noexcept
     return m_expired < pagesWithFullTime ? pageTime : shortPageTime;
 }
 
-ExportJob::Step ExportJob::readPage(Worker &worker, PageReader &reader, PageItems &items)
+ExportJob::Step ExportJob::readPage(Worker &worker, PageReader &reader, ExportedPage &page)
 {
     const auto position = static_cast<std::size_t>(worker.position);
     fz_cookie cookie{};
     std::string reason;
     worker.watch.begin(cookie, textTime());
     try {
-        items.clear();
         reason = reader.openPage(m_first + worker.position, m_objects[position]);
         if (reason.empty()) {
-            reason = reader.readText(items, cookie);
+            reason = reader.readText(page.items, cookie);
         }
     } catch (const std::bad_alloc &) {
-        items = PageItems();
+        page.items = PageItems();
         reason = "out of memory";
     }
     const PageWatch::Outcome outcome = worker.watch.end();
@@ -317,20 +293,19 @@ ExportJob::Step ExportJob::readPage(Worker &worker, PageReader &reader, PageItem
     }
     if (outcome == PageWatch::Outcome::expired) {
         ++m_expired;
-        items.clear();
+        page.items.clear();
         reason = "takes too long; its text is left out";
     }
-    PageRecord &record = m_records[position];
-    record.width = toUnits(reader.pageSize().width);
-    record.height = toUnits(reader.pageSize().height);
-    record.items = static_cast<int>(items.items.size());
+    page.width = toUnits(reader.pageSize().width);
+    page.height = toUnits(reader.pageSize().height);
     if (!reason.empty()) {
+        page.state = reader.hasPage() ? PageState::partial : PageState::unreadable;
         warn(worker.position, reason);
     }
     return Step::done;
 }
 
-ExportJob::Step ExportJob::drawPage(Worker &worker, PageReader &reader)
+ExportJob::Step ExportJob::drawPage(Worker &worker, PageReader &reader, ExportedPage &page)
 {
     fz_cookie cookie{};
     Picture picture;
@@ -348,19 +323,16 @@ ExportJob::Step ExportJob::drawPage(Worker &worker, PageReader &reader)
         picture = {{}, "drawing takes too long"};
     }
     if (!picture.error.empty()) {
+        page.state = PageState::partial;
         warn(worker.position,
              (picture.png.empty() ? "no picture: " : "picture not complete: ") + picture.error);
     }
-    if (!picture.png.empty()) {
-        m_folder.write(m_folder.pictureName(worker.position + 1), picture.png);
-        m_records[static_cast<std::size_t>(worker.position)].hasPicture = true;
-    }
+    page.picture = std::move(picture.png);
     return Step::done;
 }
 
 void ExportJob::warn(int position, const std::string &reason)
 {
-    m_records[static_cast<std::size_t>(position)].isComplete = false;
     const int earlier = m_warnings++;
     if (earlier < mostPageWarnings) {
         reportLine("pagexport", m_options.input,
@@ -368,34 +340,6 @@ void ExportJob::warn(int position, const std::string &reason)
     } else if (earlier == mostPageWarnings) {
         reportLine("pagexport", m_options.input, "warning: more pages are not complete");
     }
-}
-
-std::string ExportJob::index() const
-{
-    std::string xml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<export";
-    appendAttribute(xml, "version", QUORLIN_VERSION);
-    appendAttribute(xml, "unit", "1/108 inch");
-    appendAttribute(xml, "pages", std::to_string(m_records.size()));
-    xml += ">\n";
-    for (std::size_t i = 0; i < m_records.size(); ++i) {
-        const PageRecord &record = m_records[i];
-        const int number = static_cast<int>(i) + 1;
-        xml += "<page";
-        appendAttribute(xml, "number", std::to_string(m_first + number));
-        appendAttribute(xml, "width", std::to_string(record.width));
-        appendAttribute(xml, "height", std::to_string(record.height));
-        appendAttribute(xml, "items", std::to_string(record.items));
-        appendAttribute(xml, "file", m_folder.pageName(number));
-        if (record.hasPicture) {
-            appendAttribute(xml, "picture", m_folder.pictureName(number));
-        }
-        if (!record.isComplete) {
-            appendAttribute(xml, "complete", "no");
-        }
-        xml += "/>\n";
-    }
-    xml += "</export>\n";
-    return xml;
 }
 
 } // namespace tools

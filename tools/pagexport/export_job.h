@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/pagexport/export_options.h"
-#include "tools/pagexport/output/output_folder.h"
+#include "tools/pagexport/output/page_sink.h"
 #include "tools/pagexport/pages/page_reader.h"
 #include "tools/pagexport/pages/page_watch.h"
 
@@ -16,29 +16,20 @@
 
 namespace tools {
 
-/// What the index says about an exported page.
-struct PageRecord
-{
-    int width = 0; ///< in units
-    int height = 0;
-    int items = 0;
-    bool hasPicture = false;
-    bool isComplete = true; ///< false for pages that gave a warning
-};
-
 /// Exports a range of pages of one document, by as many threads as there are processors. The thread
 /// that calls run() works on no page: it watches over the others, and goes on without one that a
 /// hostile page holds for good.
 class ExportJob
 {
 public:
-    ExportJob(const ExportOptions &options, const OutputFolder &folder);
+    /// @param sink takes the pages; it must outlive run()
+    ExportJob(const ExportOptions &options, InputFile input, PageSink &sink);
 
-    /// Opens the document and writes the page files and pictures.
+    /// Opens the document and hands its pages to the sink.
     /// @throws ToolError when it cannot be read, the pages do not exist or cannot be written
     void run();
-    /// The index file, once run() is done.
-    std::string index() const;
+    /// @throws InputChanged when the document is not what it was when the job began
+    void checkInput() const { m_input.checkUnchanged(); }
     /// True when a thread could not be ended: it still uses this object, which must then live on.
     bool hasLostThreads() const noexcept { return m_lost > 0; }
 
@@ -62,22 +53,24 @@ private:
     void workAsOther(Worker &worker) noexcept;
     Step openDocument(Worker &worker, std::unique_ptr<PageReader> &reader);
     Step work(Worker &worker, PageReader &reader);
-    Step exportPage(Worker &worker, PageReader &reader, std::string &html, PageItems &items);
-    Step readPage(Worker &worker, PageReader &reader, PageItems &items);
-    Step drawPage(Worker &worker, PageReader &reader);
+    Step exportPage(Worker &worker, PageReader &reader, ExportedPage &page);
+    Step readPage(Worker &worker, PageReader &reader, ExportedPage &page);
+    Step drawPage(Worker &worker, PageReader &reader, ExportedPage &page);
 
     void supervise();
     void abandon(Worker &worker);
+    void stop(const std::exception_ptr &error) noexcept;
     void setRange(int pages);
     std::size_t workerCount() const;
     PageWatch::Duration textTime() const noexcept;
     void warn(int position, const std::string &reason);
 
     const ExportOptions m_options;
-    const OutputFolder &m_folder;
+    const InputFile m_input; ///< read by all threads
+    PageSink &m_sink;
     PageObjects m_objects; ///< of the pages exported
     int m_first = 0;       ///< 0-based
-    std::vector<PageRecord> m_records;
+    int m_count = 0;       ///< of the pages exported
 
     std::atomic<int> m_next{0};
     std::atomic<int> m_expired{0};

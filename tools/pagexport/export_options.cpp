@@ -1,7 +1,8 @@
 #include "tools/pagexport/export_options.h"
 
-#include "tools/common/tool_error.h"
+#include "tools/common/argument_reader.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 #include <string_view>
@@ -11,106 +12,118 @@ namespace tools {
 
 namespace {
 
-[[noreturn]] void throwUsage(const std::string &reason)
-{
-    throw ToolError("", reason + " (see pagexport --help)", exitUsageError);
-}
+using Action = ExportOptions::Action;
 
-long long pageNumber(std::string_view option, std::string_view text)
+long long takePageNumber(ArgumentReader &arguments, std::string_view option)
 {
+    if (arguments.atEnd()) {
+        arguments.fail(std::string(option) + " needs a page number");
+    }
+    const std::string_view text = arguments.take();
     long long number = 0;
     const char *const end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, number);
     if (stop != end || text.empty() || error == std::errc::invalid_argument) {
-        throwUsage(std::string(option) + " needs a page number, not \"" + std::string(text) + '"');
+        arguments.fail(std::string(option) + " needs a page number, not \"" + std::string(text) +
+                       '"');
     }
     return error == std::errc::result_out_of_range ? std::numeric_limits<long long>::max() : number;
 }
 
-/// Walks over the arguments.
-class Arguments
+/// What the options say, and the files that stand between them.
+struct Taken
 {
-public:
-    Arguments(int argc, const char *const *argv) : m_values(argv + (argc > 0 ? 1 : 0), argv + argc)
-    {
-    }
-
-    bool atEnd() const { return m_next == m_values.size(); }
-    std::string_view take() { return m_values[m_next++]; }
-    std::string_view takeValue(std::string_view option)
-    {
-        if (atEnd()) {
-            throwUsage(std::string(option) + " needs a page number");
-        }
-        return take();
-    }
-
-private:
-    std::vector<std::string_view> m_values;
-    std::size_t m_next = 0;
+    ExportOptions options;
+    std::vector<std::string_view> files;
+    bool hasFormat = false;
+    bool hasItems = false;
 };
 
-void takeFiles(ExportOptions &options, const std::vector<std::string_view> &files, bool hasFormat)
+/// @returns whether the rest of the command line counts no longer
+bool takeOption(ArgumentReader &arguments, std::string_view option, Taken &taken)
 {
-    if (!hasFormat) {
-        throwUsage("-htmlformat is missing");
+    if (option == "-htmlformat") {
+        taken.hasFormat = true;
+    } else if (option == "-items") {
+        taken.hasItems = true;
+    } else if (option == "-f") {
+        taken.options.firstPage = takePageNumber(arguments, option);
+    } else if (option == "-l") {
+        taken.options.lastPage = takePageNumber(arguments, option);
+    } else if (option == "--help" || option == "-h") {
+        taken.options.action = Action::showHelp;
+        return true;
+    } else if (option == "--version") {
+        taken.options.action = Action::showVersion;
+        return true;
+    } else {
+        arguments.fail("unknown option \"" + std::string(option) + '"');
     }
-    if (files.size() != 2) {
-        throwUsage(files.size() < 2 ? "the input or the output file is missing"
-                                    : "more than two files are given");
+    return false;
+}
+
+void takeFiles(const ArgumentReader &arguments, Taken &taken)
+{
+    if (taken.hasFormat == taken.hasItems) {
+        arguments.fail(taken.hasFormat ? "only one of -htmlformat and -items can be done at once"
+                                       : "-htmlformat is missing");
     }
-    if (files[0].empty() || files[1].empty()) {
-        throwUsage("a file name is empty");
+    const std::size_t wanted = taken.hasItems ? 1 : 2;
+    if (taken.files.size() < wanted) {
+        arguments.fail(taken.hasItems ? "the input file is missing"
+                                      : "the input or the output file is missing");
     }
-    options.input = files[0];
-    options.output = files[1];
+    if (taken.files.size() > wanted) {
+        arguments.fail(taken.hasItems ? "more than one file is given"
+                                      : "more than two files are given");
+    }
+    if (std::find(taken.files.begin(), taken.files.end(), "") != taken.files.end()) {
+        arguments.fail("a file name is empty");
+    }
+    taken.options.action = taken.hasItems ? Action::listItems : Action::exportPages;
+    taken.options.input = taken.files.front();
+    taken.options.output = taken.hasItems ? "" : taken.files.back();
 }
 
 } // namespace
 
 ExportOptions parseExportOptions(int argc, const char *const *argv)
 {
-    ExportOptions options;
-    Arguments arguments(argc, argv);
-    std::vector<std::string_view> files;
-    bool hasFormat = false;
+    ArgumentReader arguments(argumentsOf(argc, argv), "see pagexport --help");
+    Taken taken;
     bool onlyFiles = false;
     while (!arguments.atEnd()) {
         const std::string_view argument = arguments.take();
         if (onlyFiles || argument.size() < 2 || argument[0] != '-') {
-            files.push_back(argument);
+            taken.files.push_back(argument);
         } else if (argument == "--") {
             onlyFiles = true;
-        } else if (argument == "-htmlformat") {
-            hasFormat = true;
-        } else if (argument == "-f") {
-            options.firstPage = pageNumber(argument, arguments.takeValue(argument));
-        } else if (argument == "-l") {
-            options.lastPage = pageNumber(argument, arguments.takeValue(argument));
-        } else if (argument == "--help" || argument == "-h") {
-            options.action = ExportOptions::Action::showHelp;
-            return options;
-        } else if (argument == "--version") {
-            options.action = ExportOptions::Action::showVersion;
-            return options;
-        } else {
-            throwUsage("unknown option \"" + std::string(argument) + '"');
+        } else if (takeOption(arguments, argument, taken)) {
+            return taken.options;
         }
     }
-    takeFiles(options, files, hasFormat);
-    return options;
+    takeFiles(arguments, taken);
+    return taken.options;
 }
 
 std::string exportHelp()
 {
     return R"(Usage: pagexport -htmlformat [-f FIRST] [-l LAST] [--] INPUT.pdf FOLDER/NAME.xml
+       pagexport -items [-f FIRST] [-l LAST] [--] INPUT.pdf
 
-Writes the text items of a PDF's pages, with their positions, into FOLDER:
+With -htmlformat it writes the text items of a PDF's pages, with their positions, into FOLDER:
   NAME_pg_0001.htm ...  one file per exported page, numbered from 0001
   NAME_pg_0001.png ...  the page's picture, only with -f or -l
   NAME.xml              an index of the pages, written last
 
-  -htmlformat  the format of the page files (always needed)
+With -items it writes them to standard output instead, page by page, a line each,
+with tabs between the fields:
+  page  NUMBER  WIDTH  HEIGHT  whole, partial or unreadable
+  item  NUMBER  LEFT  TOP  WIDTH  HEIGHT  TEXT
+  end   PAGES   the last line, there only when no page is missing
+
+  -htmlformat  write page files
+  -items       write to standard output
   -f FIRST     first page to export (1 when left out)
   -l LAST      last page to export (the last one when left out)
   --           what follows are files, even if they begin with "-"

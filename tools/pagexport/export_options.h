@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tools/common/input_file.h"
+
 #include <optional>
 #include <string>
 
@@ -8,15 +10,20 @@ namespace tools {
 /// The command line of pagexport, understood.
 struct ExportOptions
 {
-    enum class Action { exportPages, showHelp, showVersion };
+    enum class Action { exportPages, listItems, showHelp, showVersion };
 
     Action action = Action::exportPages;
     std::string input;
-    std::string output;                 ///< the index file; the page files lie beside it
+    std::string output;                 ///< of exportPages: the index; page files lie beside it
     std::optional<long long> firstPage; ///< 1-based, as given
     std::optional<long long> lastPage;
+    std::optional<FileIdentity> identity; ///< that the input must have
 
-    bool hasBounds() const noexcept { return firstPage || lastPage; }
+    /// Page bounds given to an export ask for the pages' pictures, too.
+    bool wantsPictures() const noexcept
+    {
+        return action == Action::exportPages && (firstPage || lastPage);
+    }
 };
 
 /// Reads the arguments (the program's name first). Options and files may be mixed; "--" ends the

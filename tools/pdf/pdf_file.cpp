@@ -1,11 +1,8 @@
 #include "tools/pdf/pdf_file.h"
 
 #include "tools/common/report.h"
+#include "tools/pdf/file_stream.h"
 
-#include <sys/stat.h>
-
-#include <cerrno>
-#include <cstring>
 #include <new>
 
 namespace tools {
@@ -42,30 +39,28 @@ void PdfContext::printWarning(void *user, const char *message)
     }
 }
 
-PdfFile::PdfFile(PdfContext &context, const std::string &path)
-    : m_context(context.get()), m_path(path)
+PdfFile::PdfFile(PdfContext &context, const InputFile &input)
+    : m_context(context.get()), m_path(input.path())
 {
-    struct stat status
-    {
-    };
-    if (stat(path.c_str(), &status) != 0) {
-        throw ToolError(path, std::strerror(errno));
-    }
-    if (!S_ISREG(status.st_mode)) {
-        throw ToolError(path, "not a regular file");
-    }
+    fz_stream *stream = nullptr;
+    fz_var(stream);
     fz_try(m_context)
     {
-        m_document = pdf_open_document(m_context, path.c_str());
+        stream = openFileStream(m_context, input.descriptor(), input.size());
+        m_document = pdf_open_document_with_stream(m_context, stream);
+    }
+    fz_always(m_context)
+    {
+        fz_drop_stream(m_context, stream);
     }
     fz_catch(m_context)
     {
-        throw ToolError(path,
+        throw ToolError(m_path,
                         std::string("cannot be read as PDF: ") + fz_caught_message(m_context));
     }
     if (pdf_needs_password(m_context, m_document)) {
         pdf_drop_document(m_context, m_document);
-        throw ToolError(path, "needs a password");
+        throw ToolError(m_path, "needs a password");
     }
 }
 

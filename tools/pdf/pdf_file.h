@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/common/tool_error.h"
+#include "tools/common/input_file.h"
 
 #include <mupdf/fitz.h>
 #include <mupdf/pdf.h>
@@ -35,9 +35,9 @@ private:
 class PdfFile
 {
 public:
-    /// Opens @p path read-only and by the PDF reader alone, whatever the name's ending says.
-    /// @throws ToolError when the file is missing, is no PDF, has no pages or needs a password
-    PdfFile(PdfContext &context, const std::string &path);
+    /// Reads @p input by the PDF reader alone, whatever the name's ending says.
+    /// @throws ToolError when the file is no PDF, has no pages or needs a password
+    PdfFile(PdfContext &context, const InputFile &input);
     ~PdfFile();
     PdfFile(const PdfFile &) = delete;
     PdfFile &operator=(const PdfFile &) = delete;

@@ -1,7 +1,7 @@
 #include "tools/pagebinder/document/information.h"
 
 #include "tools/pagebinder/opening/page_tree.h"
-#include "tools/pagebinder/output/atomic_output.h"
+#include "tools/pagebinder/output/output.h"
 
 #include <array>
 #include <cstdio>
@@ -132,9 +132,11 @@ std::string describeDocument(SourceFile &file)
 void writeInformation(SourceFile &file, const std::string &output)
 {
     const std::string text = describeDocument(file);
-    AtomicOutput destination(output);
-    destination.write(text.data(), text.size());
-    destination.commit();
+    const std::unique_ptr<Output> destination = openOutput(output);
+    destination->write(text.data(), text.size());
+    destination->complete();
+    file.input().checkUnchanged();
+    destination->publish();
 }
 
 } // namespace tools

@@ -12,7 +12,8 @@ namespace tools {
 /// @throws ToolError when the file has no pages
 std::string describeDocument(SourceFile &file);
 
-/// Writes that to @p output, which appears whole or not at all.
+/// Writes that to @p output, which appears whole or not at all; "-" is standard output.
+/// @throws ToolError, InputChanged
 void writeInformation(SourceFile &file, const std::string &output);
 
 /// @p value as it may stand in a line: control characters become blanks, and a text too long for a

@@ -1,7 +1,5 @@
 #include "tools/pagebinder/opening/file_window.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -33,28 +31,9 @@ std::size_t readAt(int descriptor, char *target, std::size_t length, std::int64_
 
 } // namespace
 
-FileWindow::FileWindow(const std::string &path)
-    // Not to wait for a writer should the path name a pipe.
-    : m_descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK))
-{
-    struct stat status
-    {
-    };
-    if (m_descriptor >= 0 && fstat(m_descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
-        m_size = status.st_size;
-    }
-}
-
-FileWindow::~FileWindow()
-{
-    if (m_descriptor >= 0) {
-        close(m_descriptor);
-    }
-}
-
 FileWindow::Bytes FileWindow::at(std::int64_t offset, std::size_t wanted)
 {
-    if (offset < 0 || offset >= m_size || !isOpen()) {
+    if (offset < 0 || offset >= size()) {
         return {};
     }
     wanted = std::min(wanted, windowSize);
@@ -64,7 +43,7 @@ FileWindow::Bytes FileWindow::at(std::int64_t offset, std::size_t wanted)
             m_buffer.reset(new char[windowSize]); // not filled with zeros first
         }
         m_offset = offset;
-        m_held = readAt(m_descriptor, m_buffer.get(), windowSize, offset);
+        m_held = readAt(descriptor(), m_buffer.get(), windowSize, offset);
     }
     const auto skipped = static_cast<std::size_t>(offset - m_offset);
     const char *begin = m_buffer.get() + skipped;

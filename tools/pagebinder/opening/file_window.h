@@ -1,9 +1,10 @@
 #pragma once
 
+#include "tools/common/input_file.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <string>
 
 namespace tools {
 
@@ -12,16 +13,12 @@ namespace tools {
 class FileWindow
 {
 public:
-    /// Opens @p path for reading; isOpen() tells whether that went well.
-    explicit FileWindow(const std::string &path);
-    ~FileWindow();
-    FileWindow(const FileWindow &) = delete;
-    FileWindow &operator=(const FileWindow &) = delete;
+    /// @param input must outlive the window
+    explicit FileWindow(const InputFile &input) : m_input(input) {}
 
-    int descriptor() const noexcept { return m_descriptor; }
-    bool isOpen() const noexcept { return m_descriptor >= 0; }
+    int descriptor() const noexcept { return m_input.descriptor(); }
     /// Bytes in the file when it was opened.
-    std::int64_t size() const noexcept { return m_size; }
+    std::int64_t size() const noexcept { return m_input.size(); }
 
     /// The bytes of the file from @p offset on: @p wanted of them (at most 65,536), fewer at the
     /// end of the file, none on an error. Valid until the next call.
@@ -33,8 +30,7 @@ public:
     Bytes at(std::int64_t offset, std::size_t wanted);
 
 private:
-    int m_descriptor = -1;
-    std::int64_t m_size = 0;
+    const InputFile &m_input;
     std::int64_t m_offset = 0; ///< of the buffer's first byte
     std::size_t m_held = 0;    ///< bytes in the buffer
     std::unique_ptr<char[]> m_buffer;

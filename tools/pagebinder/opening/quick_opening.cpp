@@ -1,7 +1,7 @@
 #include "tools/pagebinder/opening/quick_opening.h"
 
 #include "tools/pagebinder/opening/xref_stream.h"
-#include "tools/pagebinder/output/tailed_stream.h"
+#include "tools/pdf/file_stream.h"
 
 #include <algorithm>
 #include <array>
@@ -129,8 +129,8 @@ private:
 
 } // namespace
 
-QuickOpening::QuickOpening(fz_context *context, const std::string &path)
-    : m_context(context), m_file(path)
+QuickOpening::QuickOpening(fz_context *context, const InputFile &input)
+    : m_context(context), m_file(input)
 {
 }
 
@@ -167,7 +167,7 @@ void QuickOpening::openDocument()
     fz_var(stream);
     fz_try(m_context)
     {
-        stream = openTailedStream(m_context, m_file.descriptor(), m_file.size(), tail.data());
+        stream = openFileStream(m_context, m_file.descriptor(), m_file.size(), tail.data());
         m_document = pdf_open_document_with_stream(m_context, stream);
     }
     fz_always(m_context)

@@ -18,7 +18,7 @@ namespace tools {
 class QuickOpening : private XrefTarget
 {
 public:
-    QuickOpening(fz_context *context, const std::string &path);
+    QuickOpening(fz_context *context, const InputFile &input);
     ~QuickOpening() override;
     QuickOpening(const QuickOpening &) = delete;
     QuickOpening &operator=(const QuickOpening &) = delete;

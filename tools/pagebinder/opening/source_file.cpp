@@ -4,8 +4,8 @@
 
 namespace tools {
 
-SourceFile::SourceFile(PdfContext &context, const std::string &path, Opening opening)
-    : m_context(context), m_path(path)
+SourceFile::SourceFile(PdfContext &context, InputFile input, Opening opening)
+    : m_context(context), m_input(std::move(input))
 {
     if (opening == Opening::quick) {
         openQuickly();
@@ -35,7 +35,7 @@ void SourceFile::useLibrary()
 
 void SourceFile::openQuickly()
 {
-    QuickOpening opening(context(), m_path);
+    QuickOpening opening(context(), m_input);
     m_document = opening.open();
     if (m_document == nullptr) {
         return;
@@ -48,7 +48,12 @@ void SourceFile::openQuickly()
 
 void SourceFile::openByLibrary()
 {
-    m_library = std::make_unique<PdfFile>(m_context, m_path);
+    try {
+        m_library = std::make_unique<PdfFile>(m_context, m_input);
+    } catch (const ToolError &) {
+        m_input.checkUnchanged(); // what a file that changes looks like means nothing
+        throw;
+    }
     m_document = m_library->document();
 }
 

@@ -22,14 +22,19 @@ public:
     /// Opens @p path read-only and by the PDF reader alone, whatever the name's ending says.
     /// @throws ToolError when the file is missing, is no PDF, has no pages or needs a password
     explicit SourceFile(PdfContext &context, const std::string &path,
-                        Opening opening = Opening::quick);
+                        Opening opening = Opening::quick)
+        : SourceFile(context, InputFile(path), opening)
+    {
+    }
+    SourceFile(PdfContext &context, InputFile input, Opening opening = Opening::quick);
     ~SourceFile();
     SourceFile(const SourceFile &) = delete;
     SourceFile &operator=(const SourceFile &) = delete;
 
     fz_context *context() const noexcept { return m_context.get(); }
     pdf_document *document() const noexcept { return m_document; }
-    const std::string &path() const noexcept { return m_path; }
+    const std::string &path() const noexcept { return m_input.path(); }
+    const InputFile &input() const noexcept { return m_input; }
 
     /// Opens the file anew by the library alone, unless that is done already. Objects of the former
     /// document are gone then. @throws ToolError as the constructor does
@@ -49,7 +54,7 @@ private:
     void openByLibrary();
 
     PdfContext &m_context;
-    std::string m_path;
+    const InputFile m_input;
     pdf_document *m_document = nullptr; ///< owned here unless m_library is set
     std::unique_ptr<PdfFile> m_library;
     pdf_obj *m_quickNode = nullptr;

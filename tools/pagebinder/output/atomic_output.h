@@ -1,6 +1,7 @@
 #pragma once
 
-#include <cstddef>
+#include "tools/pagebinder/output/output.h"
+
 #include <string>
 
 namespace tools {
@@ -9,35 +10,32 @@ namespace tools {
 /// own in the same folder and takes its name when it is complete. Until then a file of that name
 /// stays what it was. The hidden file goes when anything fails, and on the signals that
 /// removeHiddenFileOnSignals() watches.
-class AtomicOutput
+class AtomicOutput : public Output
 {
 public:
     /// @throws ToolError when the folder does not take the file or something that is no file has
     ///     the name already
     explicit AtomicOutput(std::string path);
-    ~AtomicOutput();
-    AtomicOutput(const AtomicOutput &) = delete;
-    AtomicOutput &operator=(const AtomicOutput &) = delete;
+    ~AtomicOutput() override;
 
-    /// @throws ToolError when the disk is full or the file grows over its limit
-    void write(const char *data, std::size_t size);
-
-    /// Empties the hidden file, to begin again.
-    void restart();
-
-    /// Gives the file its name. @throws ToolError, and nothing is left
-    void commit();
-
-    const std::string &path() const noexcept { return m_path; }
+    void complete() override;
+    void publish() override;
 
 private:
+    void store(const char *data, std::size_t size) override;
+    void clear() override;
     void open(const std::string &folder);
     void discard() noexcept;
+    void fail(int reason);
 
-    std::string m_path;
-    std::string m_hidden;
+    std::string m_hidden; ///< empty once there is no hidden file any longer
     int m_descriptor = -1;
 };
+
+/// Refuses a path whose file must never be replaced: folders, devices, pipes, and links that lead
+/// to one or to an open file of a process, as /dev/stdout does.
+/// @throws ToolError
+void refuseSpecialFile(const std::string &path);
 
 /// Whether both paths name the same existing file, through links or not.
 bool isSameFile(const std::string &first, const std::string &second);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/pagebinder/output/atomic_output.h"
+#include "tools/pagebinder/output/output.h"
 
 #include <cstdint>
 #include <string>
@@ -22,7 +22,7 @@ public:
 class PdfWriter
 {
 public:
-    explicit PdfWriter(AtomicOutput &output) : m_output(output) {}
+    explicit PdfWriter(Output &output) : m_output(output) {}
 
     /// Begins the file. @param version 17 for PDF 1.7
     void begin(int version);
@@ -58,7 +58,7 @@ public:
 private:
     void appendPlainString(std::string_view bytes);
 
-    AtomicOutput &m_output;
+    Output &m_output;
     std::string m_text;
     ObjectCipher *m_cipher = nullptr;
     int m_current = 0; ///< object whose strings are encrypted, 0 for none

@@ -168,9 +168,13 @@ void OutputFolder::write(const std::string &name, std::string_view content) cons
     }
 }
 
-void OutputFolder::writeIndex(std::string_view content) const
+void OutputFolder::prepareIndex(std::string_view content) const
 {
     write(m_partName, content);
+}
+
+void OutputFolder::publishIndex() const
+{
     if (renameat(m_descriptor, m_partName.c_str(), m_descriptor, m_indexName.c_str()) != 0) {
         throw ToolError(pathOf(m_indexName),
                         std::string("cannot be made: ") + std::strerror(errno));

@@ -31,8 +31,10 @@ public:
 
     /// Writes one file at once. May be called from several threads.
     void write(const std::string &name, std::string_view content) const;
-    /// Writes the index so that it appears under its name whole or not at all.
-    void writeIndex(std::string_view content) const;
+    /// Writes the index under a name of its own.
+    void prepareIndex(std::string_view content) const;
+    /// Gives the index its name: the export is complete.
+    void publishIndex() const;
 
 private:
     enum class Kind { other, page, index };

@@ -1,11 +1,13 @@
 #include "tools/pagexport/output/page_export.h"
 
 #include "tools/common/report.h"
+#include "tools/common/standard_output.h"
 #include "tools/common/tool_error.h"
 #include "tools/pagexport/export_job.h"
+#include "tools/pagexport/output/item_stream.h"
 #include "tools/pagexport/output/output_folder.h"
+#include "tools/pagexport/output/page_files.h"
 
-#include <cstdio>
 #include <memory>
 #include <new>
 
@@ -15,24 +17,55 @@ namespace {
 
 constexpr const char *toolName = "pagexport";
 
-int printText(const std::string &text)
+int runOptions(ExportOptions options)
 {
-    const bool printed = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
-    return printed && std::fflush(stdout) == 0 ? exitSuccess : exitInputError;
-}
-
-int runOptions(const ExportOptions &options)
-{
+    if (!options.input.empty()) {
+        options.identity = notedIdentity();
+    }
     switch (options.action) {
     case ExportOptions::Action::showHelp:
-        return printText(exportHelp());
+        writeStandardOutput(exportHelp());
+        break;
     case ExportOptions::Action::showVersion:
-        return printText("pagexport " QUORLIN_VERSION "\n");
+        writeStandardOutput("pagexport " QUORLIN_VERSION "\n");
+        break;
     case ExportOptions::Action::exportPages:
         exportPages(options);
         break;
+    case ExportOptions::Action::listItems:
+        listItems(options);
+        break;
     }
     return exitSuccess;
+}
+
+/// A thread that could not be ended keeps its job, and what the job holds, for good.
+struct KeepForLostThreads
+{
+    void operator()(ExportJob *job) const
+    {
+        if (!job->hasLostThreads()) {
+            delete job;
+        }
+    }
+};
+using Job = std::unique_ptr<ExportJob, KeepForLostThreads>;
+
+/// Opens the input and hands its pages to @p sink.
+Job runJob(const ExportOptions &options, PageSink &sink)
+{
+    try {
+        Job job(new ExportJob(options, InputFile(options.input, options.identity), sink));
+        try {
+            job->run();
+        } catch (const ToolError &) {
+            job->checkInput(); // what a file that changes meanwhile looks like says nothing
+            throw;
+        }
+        return job;
+    } catch (const std::bad_alloc &) {
+        throw ToolError(options.input, "needs more memory than there is");
+    }
 }
 
 } // namespace
@@ -41,25 +74,24 @@ void exportPages(const ExportOptions &options)
 {
     OutputFolder folder(options.output);
     folder.removeEarlierExport(options.input);
-    auto job = std::make_unique<ExportJob>(options, folder);
-    const auto keepForLostThreads = [&job] {
-        if (job->hasLostThreads()) {
-            static_cast<void>(job.release());
-        }
-    };
+    PageFiles files(folder);
     try {
-        job->run();
-        folder.writeIndex(job->index());
-    } catch (const std::bad_alloc &) {
-        folder.removeThisExport();
-        keepForLostThreads();
-        throw ToolError(options.input, "needs more memory than there is");
+        const Job job = runJob(options, files);
+        folder.prepareIndex(files.index());
+        job->checkInput();
+        folder.publishIndex();
     } catch (...) {
         folder.removeThisExport();
-        keepForLostThreads();
         throw;
     }
-    keepForLostThreads();
+}
+
+void listItems(const ExportOptions &options)
+{
+    ItemStream stream;
+    const Job job = runJob(options, stream);
+    job->checkInput();
+    stream.finish();
 }
 
 int runPageExport(int argc, const char *const *argv)
@@ -68,6 +100,8 @@ int runPageExport(int argc, const char *const *argv)
         return runOptions(parseExportOptions(argc, argv));
     } catch (const ToolError &error) {
         return reportError(toolName, error);
+    } catch (const ReaderGone &) {
+        return exitInputError;
     } catch (const std::bad_alloc &) {
         reportLine(toolName, "", "out of memory");
     } catch (const std::exception &error) {

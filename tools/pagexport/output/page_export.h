@@ -13,4 +13,8 @@ int runPageExport(int argc, const char *const *argv);
 /// @throws ToolError
 void exportPages(const ExportOptions &options);
 
+/// Writes the items of the pages to standard output.
+/// @throws ToolError, ReaderGone
+void listItems(const ExportOptions &options);
+
 } // namespace tools

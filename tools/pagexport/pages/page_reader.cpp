@@ -101,8 +101,9 @@ struct DropPixmap
 
 } // namespace
 
-PageReader::PageReader(const std::string &path, Warnings warnings)
-    : m_context("pagexport"), m_file(quietened(m_context, warnings), path), m_fonts(m_context.get())
+PageReader::PageReader(const InputFile &input, Warnings warnings)
+    : m_context("pagexport"), m_file(quietened(m_context, warnings), input),
+      m_fonts(m_context.get())
 {
 }
 

@@ -30,9 +30,9 @@ public:
     /// Whether the library's own warnings about the file are printed.
     enum class Warnings { shown, silent };
 
-    /// @param path the PDF file
+    /// @param input the PDF file; several readers may share it
     /// @throws ToolError when it cannot be read
-    PageReader(const std::string &path, Warnings warnings);
+    PageReader(const InputFile &input, Warnings warnings);
     ~PageReader();
     PageReader(const PageReader &) = delete;
     PageReader &operator=(const PageReader &) = delete;

@@ -1,4 +1,4 @@
-#include "tools/pagebinder/output/tailed_stream.h"
+#include "tools/pdf/file_stream.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -82,7 +82,7 @@ void closeFile(fz_context *context, void *state)
 
 } // namespace
 
-fz_stream *openTailedStream(fz_context *context, int descriptor, int64_t size, const char *tail)
+fz_stream *openFileStream(fz_context *context, int descriptor, int64_t size, const char *tail)
 {
     const std::size_t length = std::strlen(tail);
     if (length > longestTail) {

@@ -1,0 +1,124 @@
+#include "tools/pagebinder/split.h"
+
+#include "tools/common/report.h"
+#include "tools/common/standard_output.h"
+#include "tools/pagebinder/output/output_name.h"
+
+#include <new>
+
+namespace tools {
+
+namespace {
+
+constexpr char hexDigits[] = "0123456789abcdef";
+
+/// Writes one output after another.
+class Split
+{
+public:
+    explicit Split(SourceFile &file) : m_file(file), m_merger(file) {}
+
+    void write(std::size_t index, const SplitEntry &entry);
+    void finish();
+    ExitStatus status() const noexcept { return m_status; }
+
+private:
+    void merge(std::size_t index, const SplitEntry &entry);
+    void fail(std::size_t index, const ToolError &error);
+
+    SourceFile &m_file;
+    PageMerger m_merger;
+    ExitStatus m_status = exitSuccess;
+    std::string m_change; ///< how the input was found to have changed; empty as long as it has not
+};
+
+void Split::write(std::size_t index, const SplitEntry &entry)
+{
+    if (!m_change.empty()) {
+        writeStandardOutput(failedLine(index, m_change));
+        return;
+    }
+    try {
+        merge(index, entry);
+    } catch (const InputChanged &error) {
+        m_change = error.what();
+        fail(index, error);
+    } catch (const ToolError &error) {
+        fail(index, error);
+    } catch (const std::bad_alloc &) {
+        fail(index, ToolError(m_file.path(), "needs too much memory"));
+    }
+}
+
+void Split::merge(std::size_t index, const SplitEntry &entry)
+{
+    checkOutput(m_file.path(), entry.output);
+    const std::unique_ptr<Output> output = openOutput(fittingOutput(m_file.path(), entry.output));
+    const MergeResult result = m_merger.merge(entry.ranges, *output);
+    if (!result.standIns.empty() && m_status == exitSuccess) {
+        m_status = exitStandIns;
+    }
+    writeStandardOutput(doneLine(index, result, output->path()));
+}
+
+void Split::fail(std::size_t index, const ToolError &error)
+{
+    m_status = exitInputError;
+    reportError("pagebinder", error);
+    writeStandardOutput(failedLine(index, error.what()));
+}
+
+void Split::finish()
+{
+    if (!m_change.empty()) {
+        writeStandardOutput("changed\n");
+    }
+}
+
+} // namespace
+
+std::string escapedPath(std::string_view path)
+{
+    std::string escaped;
+    for (const char c : path) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (c == '\\') {
+            escaped += "\\\\";
+        } else if (byte < 0x20 || byte == 0x7f) {
+            escaped += "\\x";
+            escaped += hexDigits[byte >> 4U];
+            escaped += hexDigits[byte & 15U];
+        } else {
+            escaped += c;
+        }
+    }
+    return escaped;
+}
+
+std::string doneLine(std::size_t index, const MergeResult &result, std::string_view path)
+{
+    std::string line = result.standIns.empty() ? "done\t" : "standin\t";
+    line += std::to_string(index) + '\t' + std::to_string(result.bytes) + '\t';
+    for (std::size_t i = 0; i < result.standIns.size(); ++i) {
+        line += (i == 0 ? "" : " ") + std::to_string(result.standIns[i]);
+    }
+    line += result.standIns.empty() ? "" : "\t";
+    return line + escapedPath(path) + '\n';
+}
+
+std::string failedLine(std::size_t index, std::string_view reason)
+{
+    return "failed\t" + std::to_string(index) + '\t' + printable(reason) + '\n';
+}
+
+ExitStatus splitPages(SourceFile &file, const std::vector<SplitEntry> &entries)
+{
+    Split split(file);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        split.write(i + 1, entries[i]);
+    }
+    split.finish();
+    return split.status();
+}
+
+} // namespace tools

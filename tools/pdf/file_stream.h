@@ -1,0 +1,19 @@
+#pragma once
+
+#include <mupdf/fitz.h>
+
+#include <cstdint>
+
+namespace tools {
+
+/// A stream of the library that shows the first @p size bytes of a file followed by @p tail (at
+/// most 255 bytes). A seek to a place that is buffered already reads nothing. Bytes are read at the
+/// places asked for, so streams of several threads may share one open file.
+/// @param descriptor of the file; it is duplicated, the caller keeps its own
+/// @throws the library's error (to be called under fz_try)
+fz_stream *openFileStream(fz_context *context, int descriptor, int64_t size, const char *tail = "");
+
+/// Lets @p stream, made by openFileStream(), end with the file from now on. Its position is lost.
+void cutTail(fz_stream *stream);
+
+} // namespace tools
