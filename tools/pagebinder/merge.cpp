@@ -286,7 +286,7 @@ MergeResult PageMerger::copyPages(const std::vector<int> &pages, Output &output)
 }
 
 MergeResult mergePages(SourceFile &file, const std::vector<PageRange> &ranges,
-                       const std::string &output)
+                       const OutputPlace &output)
 {
     const std::unique_ptr<Output> destination = openOutput(output);
     return PageMerger(file).merge(ranges, *destination);

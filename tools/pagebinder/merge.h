@@ -43,9 +43,9 @@ private:
     std::unique_ptr<DocumentParts> m_parts;
 };
 
-/// Writes one output to @p output, which appears whole or not at all; "-" is standard output.
+/// Writes one output to @p output, which appears whole or not at all.
 /// @throws ToolError as PageMerger::merge() does
 MergeResult mergePages(SourceFile &file, const std::vector<PageRange> &ranges,
-                       const std::string &output);
+                       const OutputPlace &output);
 
 } // namespace tools

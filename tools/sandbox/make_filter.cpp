@@ -158,10 +158,12 @@ void allowFiles(Filter &filter)
 {
     // The standard descriptors may be a terminal, and what its user types is nobody's business.
     filter.allow(SCMP_SYS(read), {SCMP_A0(SCMP_CMP_GE, firstOwnDescriptor)});
-    for (const int call : {SCMP_SYS(write), SCMP_SYS(pread64), SCMP_SYS(lseek), SCMP_SYS(ftruncate),
-                           SCMP_SYS(fstat), SCMP_SYS(close), SCMP_SYS(poll), SCMP_SYS(ppoll)}) {
+    for (const int call :
+         {SCMP_SYS(write), SCMP_SYS(pread64), SCMP_SYS(lseek), SCMP_SYS(ftruncate), SCMP_SYS(fstat),
+          SCMP_SYS(flock), SCMP_SYS(close), SCMP_SYS(poll), SCMP_SYS(ppoll)}) {
         filter.allow(call);
     }
+    filter.allow(SCMP_SYS(fcntl), {equals(1, F_DUPFD_CLOEXEC)});
     constexpr std::uint32_t creation = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW;
     constexpr std::uint32_t either = O_CLOEXEC;
     filter.allow(SCMP_SYS(openat), {folder(0), within(1, sealedNames), bits(2, ~either, creation)});

@@ -1,6 +1,6 @@
 #include "tests/tools/sandbox/sandbox_probe.h"
 
-#include "tools/sandbox/file_status.h"
+#include "tools/common/file_status.h"
 #include "tools/sandbox/sealed_region.h"
 
 #include <fcntl.h>

@@ -1,7 +1,6 @@
 #include "tools/pagebinder/document/information.h"
 
 #include "tools/pagebinder/opening/page_tree.h"
-#include "tools/pagebinder/output/output.h"
 
 #include <array>
 #include <cstdio>
@@ -129,7 +128,7 @@ std::string describeDocument(SourceFile &file)
     }
 }
 
-void writeInformation(SourceFile &file, const std::string &output)
+void writeInformation(SourceFile &file, const OutputPlace &output)
 {
     const std::string text = describeDocument(file);
     const std::unique_ptr<Output> destination = openOutput(output);

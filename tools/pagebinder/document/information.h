@@ -2,6 +2,7 @@
 
 #include "tools/common/tool_error.h"
 #include "tools/pagebinder/opening/source_file.h"
+#include "tools/pagebinder/output/output.h"
 
 #include <string>
 
@@ -12,9 +13,9 @@ namespace tools {
 /// @throws ToolError when the file has no pages
 std::string describeDocument(SourceFile &file);
 
-/// Writes that to @p output, which appears whole or not at all; "-" is standard output.
+/// Writes that to @p output, which appears whole or not at all.
 /// @throws ToolError, InputChanged
-void writeInformation(SourceFile &file, const std::string &output);
+void writeInformation(SourceFile &file, const OutputPlace &output);
 
 /// @p value as it may stand in a line: control characters become blanks, and a text too long for a
 /// line is cut between two characters.

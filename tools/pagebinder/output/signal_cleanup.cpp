@@ -2,11 +2,12 @@
 
 #include "tools/common/tool_error.h"
 
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
 #include <array>
-#include <climits>
+#include <atomic>
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>
@@ -17,8 +18,8 @@ namespace tools {
 namespace {
 
 // A signal handler may touch nothing but plain memory and a few system calls.
-std::array<char, PATH_MAX> hiddenFile{};
-volatile std::sig_atomic_t hiddenFileExists = 0;
+std::atomic<const char *> hiddenFile = nullptr;
+std::atomic<int> hiddenFileFolder = -1;
 constexpr std::uintptr_t belowStackEnd = 65'536;
 constexpr std::uintptr_t largestFrame = 1'048'576;
 std::array<char, 512> overflowLine{};
@@ -26,9 +27,8 @@ std::array<char, 512> timeLine{};
 
 void removeHiddenFile()
 {
-    if (hiddenFileExists != 0) {
-        hiddenFileExists = 0;
-        unlink(hiddenFile.data());
+    if (const char *name = hiddenFile.exchange(nullptr)) {
+        unlinkat(hiddenFileFolder, name, 0);
     }
 }
 
@@ -158,20 +158,15 @@ void removeHiddenFileOnSignals(const std::string &input)
 #endif
 }
 
-bool watchHiddenFile(const std::string &path)
+void watchHiddenFile(int folder, const char *name)
 {
-    if (path.size() >= hiddenFile.size()) {
-        return false;
-    }
-    hiddenFileExists = 0;
-    std::memcpy(hiddenFile.data(), path.c_str(), path.size() + 1);
-    hiddenFileExists = 1;
-    return true;
+    hiddenFileFolder = folder;
+    hiddenFile = name;
 }
 
 void forgetHiddenFile()
 {
-    hiddenFileExists = 0;
+    hiddenFile = nullptr;
 }
 
 } // namespace tools

@@ -10,8 +10,9 @@ namespace tools {
 /// status 1 and one line on stderr that names @p input.
 void removeHiddenFileOnSignals(const std::string &input);
 
-/// The file to remove. @returns false when the path is too long to be kept for a signal
-bool watchHiddenFile(const std::string &path);
+/// The file to remove: @p name in the open folder @p folder. Both must stay as they are until the
+/// file is forgotten.
+void watchHiddenFile(int folder, const char *name);
 
 void forgetHiddenFile();
 

@@ -1,4 +1,4 @@
-#include "tools/sandbox/file_status.h"
+#include "tools/common/file_status.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
