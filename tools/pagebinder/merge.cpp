@@ -8,6 +8,7 @@
 #include "tools/pagebinder/document/page_labels.h"
 #include "tools/pagebinder/output/output_encryption.h"
 
+#include <algorithm>
 #include <array>
 
 namespace tools {
@@ -15,16 +16,25 @@ namespace tools {
 /// What is read of a document once, however many outputs there are.
 struct DocumentParts
 {
-    explicit DocumentParts(SourceFile &file) : source(file), tree(source) {}
+    explicit DocumentParts(SourceFile &file)
+        : source(file), tree(source), names(source), bookmarks(source, names), labels(source),
+          order(source)
+    {
+    }
 
     PdfSource source;
     PageTree tree;
+    NamedDestinations names;
+    BookmarkIndex bookmarks;
+    PageLabelIndex labels;
+    CalculationOrder order;
 };
 
 namespace {
 
 constexpr long long mostPages = 1'000'000;
 constexpr int mostAttempts = 4;
+constexpr std::size_t mostHeldObjects = 4096;
 
 /// The copying of one selection of pages. It is made anew when the library repairs the file on the
 /// way.
@@ -34,9 +44,10 @@ public:
     Merge(SourceFile &file, DocumentParts &parts, Output &output)
         : m_file(file), m_source(parts.source), m_tree(parts.tree), m_writer(output),
           m_copier(m_source, m_writer), m_resources(m_copier),
-          m_pageWriter(m_copier, m_resources, m_tree), m_destinations(m_copier, m_tree),
-          m_fields(m_copier), m_annotations(m_copier, m_destinations, m_fields),
-          m_bookmarks(m_copier, m_destinations), m_catalog(m_copier), m_encryption(m_source)
+          m_pageWriter(m_copier, m_resources, m_tree), m_destinations(m_copier, parts.names),
+          m_fields(m_copier, parts.order), m_annotations(m_copier, m_destinations, m_fields),
+          m_bookmarks(m_copier, m_destinations, parts.bookmarks), m_labels(m_copier, parts.labels),
+          m_catalog(m_copier), m_encryption(m_source)
     {
         m_copier.setContentResources(&m_resources);
     }
@@ -45,6 +56,8 @@ public:
 
     /// Pages of the input that cannot be read, known after run().
     std::vector<int> standIns() const;
+    /// Objects that the output has.
+    std::size_t objectCount() const noexcept { return m_writer.objectCount(); }
 
 private:
     void findPages(const std::vector<int> &pages);
@@ -68,6 +81,7 @@ private:
     FormFields m_fields;
     Annotations m_annotations;
     Bookmarks m_bookmarks;
+    PageLabels m_labels;
     Catalog m_catalog;
     OutputEncryption m_encryption;
     std::vector<OutputPage> m_pages;
@@ -181,7 +195,7 @@ void Merge::writePageTree()
 
 void Merge::writeCatalog(const std::vector<int> &pages)
 {
-    const int bookmarks = m_bookmarks.write();
+    const int bookmarks = m_bookmarks.write(m_pages);
     m_writer.beginObject(m_root);
     m_writer.text() += "<</Type/Catalog/Pages ";
     m_writer.appendReference(m_pagesRoot);
@@ -190,7 +204,7 @@ void Merge::writeCatalog(const std::vector<int> &pages)
         m_writer.appendReference(bookmarks);
     }
     m_fields.writeForm();
-    PageLabels(m_copier).write(pages);
+    m_labels.write(pages);
     m_catalog.writeEntries(bookmarks != 0);
     m_writer.text() += ">>";
     m_writer.endObject();
@@ -257,6 +271,7 @@ MergeResult PageMerger::merge(const std::vector<PageRange> &ranges, Output &outp
         output.complete();
         m_file.input().checkUnchanged();
         output.publish();
+        forgetObjects();
         return result;
     } catch (const ToolError &) {
         m_file.input().checkUnchanged(); // what a file that changes looks like means nothing
@@ -273,6 +288,7 @@ MergeResult PageMerger::copyPages(const std::vector<int> &pages, Output &output)
             }
             Merge merge(m_file, *m_parts, output);
             merge.run(pages);
+            m_copied += merge.objectCount();
             return {output.size(), merge.standIns()};
         } catch (const FileRepaired &) {
             if (attempt == mostAttempts) {
@@ -282,6 +298,17 @@ MergeResult PageMerger::copyPages(const std::vector<int> &pages, Output &output)
             m_file.useLibrary();
             output.restart();
         }
+    }
+}
+
+// The library holds on to every object it has read. Many outputs would in the end hold the whole
+// document; a look at every entry of its table after each of them would cost more than the outputs.
+void PageMerger::forgetObjects()
+{
+    const auto share = static_cast<std::size_t>(m_parts->source.objectCount()) / 8;
+    if (m_copied > std::max(mostHeldObjects, share)) {
+        m_parts->source.dropUnused();
+        m_copied = 0;
     }
 }
 

@@ -38,9 +38,11 @@ public:
 
 private:
     MergeResult copyPages(const std::vector<int> &pages, Output &output);
+    void forgetObjects();
 
     SourceFile &m_file;
     std::unique_ptr<DocumentParts> m_parts;
+    std::size_t m_copied = 0; ///< objects since the document forgot the last ones
 };
 
 /// Writes one output to @p output, which appears whole or not at all.

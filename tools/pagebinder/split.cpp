@@ -100,12 +100,19 @@ std::string escapedPath(std::string_view path)
 std::string doneLine(std::size_t index, const MergeResult &result, std::string_view path)
 {
     std::string line = result.standIns.empty() ? "done\t" : "standin\t";
-    line += std::to_string(index) + '\t' + std::to_string(result.bytes) + '\t';
-    for (std::size_t i = 0; i < result.standIns.size(); ++i) {
-        line += (i == 0 ? "" : " ") + std::to_string(result.standIns[i]);
+    line += std::to_string(index);
+    line += '\t';
+    line += std::to_string(result.bytes);
+    char before = '\t';
+    for (const int page : result.standIns) {
+        line += before;
+        line += std::to_string(page);
+        before = ' ';
     }
-    line += result.standIns.empty() ? "" : "\t";
-    return line + escapedPath(path) + '\n';
+    line += '\t';
+    line += escapedPath(path);
+    line += '\n';
+    return line;
 }
 
 std::string failedLine(std::size_t index, std::string_view reason)

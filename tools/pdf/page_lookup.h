@@ -34,7 +34,8 @@ struct FoundPage
 ///
 /// Source gives access to objects: catalog(), get(), raw(), isDictionary(), isName(), objectCount()
 /// and context(), and to the children of a node: kids(), countOf(), kidAt() and kidNumber(); each
-/// with the meaning it has in PdfSource.
+/// with the meaning it has in PdfSource. What is remembered between look-ups is kept by hold() and
+/// holdKids().
 template <typename Source> class PageLookup
 {
 public:
@@ -45,6 +46,7 @@ public:
     {
         if (m_root == nullptr) {
             m_root = m_source.get(m_source.catalog(), PDF_NAME(Pages));
+            m_source.hold(m_root);
             doubtRoot();
         }
         return statesPages() ? totalOf(opened(m_root), 0) : 0;
@@ -112,6 +114,8 @@ private:
         if (isNew) {
             node.object = object;
             node.kids = m_source.kids(object);
+            m_source.hold(object);
+            m_source.holdKids(node.kids);
             node.length = m_source.countOf(node.kids);
             pdf_obj *count = m_source.get(object, PDF_NAME(Count));
             node.isList = node.length > 0 && pdf_to_int(m_source.context(), count) == node.length;

@@ -34,6 +34,8 @@ public:
     void map(int number, int target) { m_targets[number] = target; }
     /// What @p number is mapped to; 0 when it is not mapped.
     int mapped(int number) const;
+    /// Everything that is mapped: object numbers to numbers in the output, 0 for null.
+    const std::unordered_map<int, int> &targets() const noexcept { return m_targets; }
     /// References that hold while one page's annotations are written, before all others.
     void setLocalTargets(const std::unordered_map<int, int> *targets) { m_local = targets; }
 

@@ -2,20 +2,10 @@
 
 namespace tools {
 
-namespace {
-
-constexpr int deepestLevel = 64;
-constexpr std::size_t mostItems = 500'000;
-
-} // namespace
-
-int Bookmarks::write()
+int Bookmarks::write(const std::vector<OutputPage> &pages)
 {
-    pdf_obj *outlines = m_source.get(m_source.catalog(), PDF_NAME(Outlines));
-    if (!m_source.isDictionary(outlines)) {
-        return 0;
-    }
-    std::vector<Item> items = collect(m_source.raw(outlines, PDF_NAME(First)), 0);
+    std::size_t next = 0;
+    std::vector<Item> items = collect(m_index.select(pages), next, -1);
     if (items.empty()) {
         return 0;
     }
@@ -35,43 +25,25 @@ int Bookmarks::write()
     return root;
 }
 
-std::vector<Bookmarks::Item> Bookmarks::collect(pdf_obj *first, int depth)
+/// The items below @p parent. Those of one level follow one another in @p places, with their kids
+/// between them.
+std::vector<Bookmarks::Item> Bookmarks::collect(const std::vector<int> &places, std::size_t &next,
+                                                int parent)
 {
     std::vector<Item> items;
-    pdf_obj *next = first;
-    while (next != nullptr && depth < deepestLevel && m_seen.size() < mostItems) {
-        pdf_obj *dictionary = m_source.resolve(next);
-        if (!m_source.isDictionary(dictionary) || !m_seen.insert(m_source.numberOf(next)).second) {
-            break;
-        }
+    while (next < places.size() && m_index.at(places[next]).parent == parent) {
+        const int place = places[next];
+        const BookmarkIndex::Entry &entry = m_index.at(place);
+        ++next;
         Item item;
-        item.dictionary = dictionary;
-        item.destination = destinationOf(dictionary);
-        item.isOpen = pdf_to_int(m_source.context(), m_source.get(dictionary, PDF_NAME(Count))) > 0;
-        pdf_obj *below = m_source.raw(dictionary, PDF_NAME(First));
-        if (below != nullptr) {
-            item.kids = collect(below, depth + 1);
-        }
-        if (item.destination != nullptr || !item.kids.empty()) {
-            items.push_back(std::move(item));
-        }
-        next = m_source.raw(dictionary, PDF_NAME(Next));
+        item.dictionary = m_source.resolve(entry.reference.get());
+        pdf_obj *destination = m_index.destinationOf(item.dictionary);
+        item.destination = m_destinations.pageOf(destination) == 0 ? nullptr : destination;
+        item.isOpen = entry.isOpen;
+        item.kids = collect(places, next, place);
+        items.push_back(std::move(item));
     }
     return items;
-}
-
-pdf_obj *Bookmarks::destinationOf(pdf_obj *item)
-{
-    pdf_obj *destination = m_source.raw(item, PDF_NAME(Dest));
-    if (destination == nullptr) {
-        pdf_obj *action = m_source.get(item, PDF_NAME(A));
-        if (!m_source.isDictionary(action) ||
-            !m_source.isName(m_source.get(action, PDF_NAME(S)), PDF_NAME(GoTo))) {
-            return nullptr;
-        }
-        destination = m_source.raw(action, PDF_NAME(D));
-    }
-    return m_destinations.pageOf(destination) == 0 ? nullptr : destination;
 }
 
 void Bookmarks::number(std::vector<Item> &items)

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "tools/pagebinder/document/bookmark_index.h"
 #include "tools/pagebinder/document/destinations.h"
 
-#include <memory>
-#include <unordered_set>
+#include <cstddef>
 #include <vector>
 
 namespace tools {
@@ -12,13 +12,14 @@ namespace tools {
 class Bookmarks
 {
 public:
-    Bookmarks(ObjectCopier &copier, Destinations &destinations)
-        : m_copier(copier), m_source(copier.source()), m_destinations(destinations)
+    Bookmarks(ObjectCopier &copier, Destinations &destinations, BookmarkIndex &index)
+        : m_copier(copier), m_source(copier.source()), m_destinations(destinations), m_index(index)
     {
     }
 
-    /// Writes them. @returns the number of their root in the output, 0 when there are none
-    int write();
+    /// Writes those of @p pages. @returns the number of their root in the output, 0 when there are
+    /// none
+    int write(const std::vector<OutputPage> &pages);
 
 private:
     struct Item
@@ -30,8 +31,7 @@ private:
         std::vector<Item> kids;
     };
 
-    std::vector<Item> collect(pdf_obj *first, int depth);
-    pdf_obj *destinationOf(pdf_obj *item);
+    std::vector<Item> collect(const std::vector<int> &places, std::size_t &next, int parent);
     void number(std::vector<Item> &items);
     void writeItems(const std::vector<Item> &items, int parent);
     void writeItem(const std::vector<Item> &items, std::size_t place, int parent);
@@ -41,7 +41,7 @@ private:
     ObjectCopier &m_copier;
     PdfSource &m_source;
     Destinations &m_destinations;
-    std::unordered_set<int> m_seen;
+    BookmarkIndex &m_index;
 };
 
 } // namespace tools

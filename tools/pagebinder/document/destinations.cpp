@@ -8,8 +8,6 @@ namespace tools {
 
 namespace {
 
-constexpr int deepestTree = 40;
-constexpr int mostNodes = 200'000;
 constexpr int longestActionChain = 16;
 constexpr int mostActions = 64;
 
@@ -32,103 +30,25 @@ void Destinations::addPages(const std::vector<OutputPage> &pages)
 
 int Destinations::pageOf(pdf_obj *destination)
 {
-    pdf_obj *array = explicitArray(destination);
+    pdf_obj *array = m_names.arrayOf(destination);
     return array == nullptr ? 0 : pageOfArray(array);
 }
 
 int Destinations::pageOfArray(pdf_obj *array)
 {
-    fz_context *context = m_source.context();
-    pdf_obj *first = pdf_array_get(context, array, 0);
-    if (pdf_is_indirect(context, first)) {
-        const auto found = m_byObject.find(m_source.numberOf(first));
-        if (found != m_byObject.end()) {
-            return found->second;
-        }
-        first = m_source.resolve(first);
+    const DestinationPage page = m_names.pageOf(array);
+    const auto byObject = m_byObject.find(page.object);
+    if (byObject != m_byObject.end()) {
+        return byObject->second;
     }
-    if (pdf_is_int(context, first)) {
-        const auto found = m_byPage.find(pdf_to_int(context, first) + 1);
-        return found == m_byPage.end() ? 0 : found->second;
-    }
-    return 0;
-}
-
-pdf_obj *Destinations::explicitArray(pdf_obj *destination)
-{
-    pdf_obj *value = m_source.resolve(destination);
-    for (int step = 0; step < 4 && !m_source.isArray(value); ++step) {
-        if (m_source.isDictionary(value)) {
-            value = m_source.get(value, PDF_NAME(D));
-        } else {
-            value = named(value);
-        }
-    }
-    return m_source.isArray(value) ? value : nullptr;
-}
-
-pdf_obj *Destinations::named(pdf_obj *name)
-{
-    fz_context *context = m_source.context();
-    pdf_obj *catalog = m_source.catalog();
-    std::string text;
-    if (pdf_is_name(context, name)) {
-        text = pdf_to_name(context, name);
-    } else if (pdf_is_string(context, name)) {
-        text = PdfSource::bytes(context, name);
-    } else {
-        return nullptr;
-    }
-    pdf_obj *direct = m_source.get(m_source.get(catalog, PDF_NAME(Dests)), text.c_str());
-    if (direct != nullptr) {
-        return direct;
-    }
-    m_nodesLeft = mostNodes;
-    return findInTree(m_source.get(m_source.get(catalog, PDF_NAME(Names)), PDF_NAME(Dests)), text,
-                      0);
-}
-
-bool Destinations::mayContain(pdf_obj *node, const std::string &name)
-{
-    fz_context *context = m_source.context();
-    pdf_obj *limits = m_source.get(node, PDF_NAME(Limits));
-    pdf_obj *first = m_source.at(limits, 0);
-    pdf_obj *last = m_source.at(limits, 1);
-    return !pdf_is_string(context, first) || !pdf_is_string(context, last) ||
-           (PdfSource::bytes(context, first) <= name && name <= PdfSource::bytes(context, last));
-}
-
-pdf_obj *Destinations::findInTree(pdf_obj *node, const std::string &name, int depth)
-{
-    fz_context *context = m_source.context();
-    if (depth > deepestTree || --m_nodesLeft < 0 || !m_source.isDictionary(node) ||
-        !mayContain(node, name)) {
-        return nullptr;
-    }
-    pdf_obj *names = m_source.get(node, PDF_NAME(Names));
-    const int length = pdf_array_len(context, names);
-    for (int i = 0; i + 1 < length; i += 2) {
-        std::size_t size = 0;
-        const char *bytes = pdf_to_string(context, m_source.at(names, i), &size);
-        if (size == name.size() && std::memcmp(bytes, name.data(), size) == 0) {
-            return m_source.at(names, i + 1);
-        }
-    }
-    pdf_obj *kids = m_source.get(node, PDF_NAME(Kids));
-    const int kidCount = pdf_array_len(context, kids);
-    for (int i = 0; i < kidCount; ++i) {
-        pdf_obj *found = findInTree(m_source.at(kids, i), name, depth + 1);
-        if (found != nullptr) {
-            return found;
-        }
-    }
-    return nullptr;
+    const auto byNumber = m_byPage.find(page.number);
+    return byNumber == m_byPage.end() ? 0 : byNumber->second;
 }
 
 void Destinations::write(pdf_obj *destination)
 {
     fz_context *context = m_source.context();
-    pdf_obj *array = explicitArray(destination);
+    pdf_obj *array = m_names.arrayOf(destination);
     const int length = std::min(pdf_array_len(context, array), 8);
     std::string &text = m_copier.text();
     text += '[';

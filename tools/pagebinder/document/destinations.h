@@ -2,6 +2,7 @@
 
 #include "tools/pagebinder/copying/object_copier.h"
 #include "tools/pagebinder/copying/page_writer.h"
+#include "tools/pagebinder/document/named_destinations.h"
 
 #include <string>
 #include <unordered_map>
@@ -14,8 +15,8 @@ namespace tools {
 class Destinations
 {
 public:
-    Destinations(ObjectCopier &copier, PageTree &tree)
-        : m_copier(copier), m_source(copier.source()), m_tree(tree)
+    Destinations(ObjectCopier &copier, NamedDestinations &names)
+        : m_copier(copier), m_source(copier.source()), m_names(names)
     {
     }
 
@@ -37,10 +38,6 @@ public:
     void writeAction(std::string_view key, pdf_obj *action);
 
 private:
-    pdf_obj *explicitArray(pdf_obj *destination);
-    pdf_obj *named(pdf_obj *name);
-    pdf_obj *findInTree(pdf_obj *node, const std::string &name, int depth);
-    bool mayContain(pdf_obj *node, const std::string &name);
     int pageOfArray(pdf_obj *array);
     bool isKept(pdf_obj *action);
     bool writeActionValue(pdf_obj *action, int depth);
@@ -48,10 +45,9 @@ private:
 
     ObjectCopier &m_copier;
     PdfSource &m_source;
-    PageTree &m_tree;
+    NamedDestinations &m_names;
     std::unordered_map<int, int> m_byObject;
     std::unordered_map<int, int> m_byPage;
-    int m_nodesLeft = 0; ///< of the name tree, in one search
 };
 
 } // namespace tools

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace tools {
 
@@ -153,27 +154,31 @@ void FormFields::writeForm()
     }
     text += ']';
     m_copier.writePlainEntries(form, kept);
-    writeCalculationOrder(form);
+    writeCalculationOrder();
     writeDefaultResources(form);
     text += ">>";
 }
 
-void FormFields::writeCalculationOrder(pdf_obj *form)
+void FormFields::writeCalculationOrder()
 {
-    fz_context *context = m_source.context();
-    pdf_obj *order = m_source.get(form, "CO");
-    const int length = pdf_array_len(context, order);
-    std::string &text = m_copier.text();
-    bool begun = false;
-    for (int i = 0; i < length; ++i) {
-        const int target = m_copier.mapped(m_source.numberOf(pdf_array_get(context, order, i)));
+    std::vector<std::pair<int, int>> placed; // place in the order, number in the output
+    for (const auto &[number, target] : m_copier.targets()) {
         if (target != 0) {
-            text += begun ? " " : "/CO[";
-            m_copier.writer().appendReference(target);
-            begun = true;
+            for (const int place : m_order.placesOf(number)) {
+                placed.emplace_back(place, target);
+            }
         }
     }
-    text += begun ? "]" : "";
+    if (placed.empty()) {
+        return;
+    }
+    std::sort(placed.begin(), placed.end());
+    m_copier.text() += "/CO[";
+    for (const auto &[place, target] : placed) {
+        m_copier.writer().appendReference(target);
+        m_copier.text() += ' ';
+    }
+    m_copier.text().back() = ']';
 }
 
 std::vector<std::string> FormFields::namedFonts(pdf_obj *form)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tools/pagebinder/copying/object_copier.h"
+#include "tools/pagebinder/document/calculation_order.h"
 
 #include <string>
 #include <unordered_map>
@@ -13,7 +14,10 @@ namespace tools {
 class FormFields
 {
 public:
-    explicit FormFields(ObjectCopier &copier) : m_copier(copier), m_source(copier.source()) {}
+    FormFields(ObjectCopier &copier, CalculationOrder &order)
+        : m_copier(copier), m_source(copier.source()), m_order(order)
+    {
+    }
 
     /// Takes up a widget that is going to be copied.
     /// @param widget its dictionary, resolved
@@ -51,11 +55,12 @@ private:
     pdf_obj *inherited(pdf_obj *field, pdf_obj *key);
     void writeField(const Field &field);
     void writeDefaultResources(pdf_obj *form);
-    void writeCalculationOrder(pdf_obj *form);
+    void writeCalculationOrder();
     std::vector<std::string> namedFonts(pdf_obj *form);
 
     ObjectCopier &m_copier;
     PdfSource &m_source;
+    CalculationOrder &m_order;
     std::vector<Field> m_fields;
     std::unordered_map<int, std::size_t> m_byNumber; ///< object number to place in m_fields
     std::unordered_map<int, int> m_parents;          ///< widget to parent, both in the output

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <iterator>
 
 namespace tools {
 
@@ -9,18 +10,17 @@ namespace {
 
 constexpr int deepestTree = 40;
 constexpr int mostNodes = 100'000;
+constexpr std::size_t mostStarts = 2'000'000;
 
 } // namespace
 
 void PageLabels::write(const std::vector<int> &pages)
 {
-    pdf_obj *root = m_source.get(m_source.catalog(), "PageLabels");
-    if (!m_source.isDictionary(root)) {
+    if (!m_index.hasLabels()) {
         return;
     }
-    m_nodesLeft = mostNodes;
     m_copier.text() += "/PageLabels<</Nums[";
-    Numbering current;
+    PageLabelIndex::Numbering current;
     int before = INT_MIN;
     for (std::size_t i = 0; i < pages.size(); ++i) {
         const int index = pages[i] - 1;
@@ -30,7 +30,7 @@ void PageLabels::write(const std::vector<int> &pages)
             continue;
         }
         if (!known) {
-            current = find(root, index);
+            current = m_index.find(index);
         }
         m_copier.writer().appendNumber(static_cast<std::int64_t>(i));
         writeNumbering(current, index);
@@ -39,54 +39,70 @@ void PageLabels::write(const std::vector<int> &pages)
     m_copier.text() += "]>>";
 }
 
-PageLabels::Numbering PageLabels::find(pdf_obj *root, int index)
+bool PageLabelIndex::hasLabels()
 {
-    Numbering best;
-    best.next = INT_MAX;
-    search(root, index, 0, best);
-    if (best.dictionary == nullptr) {
-        best.first = 0;
+    if (!m_isRead) {
+        read();
     }
-    return best;
+    return m_hasLabels;
 }
 
-void PageLabels::search(pdf_obj *node, int index, int depth, Numbering &best)
+void PageLabelIndex::read()
+{
+    m_isRead = true;
+    pdf_obj *root = m_source.get(m_source.catalog(), "PageLabels");
+    m_hasLabels = m_source.isDictionary(root);
+    m_nodesLeft = mostNodes;
+    collect(root, 0);
+    // Of two numberings that begin at the same page the one that is met first holds.
+    std::stable_sort(m_starts.begin(), m_starts.end(),
+                     [](const Start &a, const Start &b) { return a.first < b.first; });
+    const auto end = std::unique(m_starts.begin(), m_starts.end(),
+                                 [](const Start &a, const Start &b) { return a.first == b.first; });
+    m_starts.erase(end, m_starts.end());
+}
+
+void PageLabelIndex::collect(pdf_obj *node, int depth)
 {
     fz_context *context = m_source.context();
     if (depth > deepestTree || --m_nodesLeft < 0 || !m_source.isDictionary(node)) {
         return;
     }
-    pdf_obj *limits = m_source.get(node, PDF_NAME(Limits));
-    if (pdf_array_len(context, limits) >= 2) {
-        const int first = pdf_to_int(context, m_source.at(limits, 0));
-        const int last = pdf_to_int(context, m_source.at(limits, 1));
-        if (first > index) {
-            best.next = std::min(best.next, first);
-            return;
-        }
-        if (last < best.first) {
-            return;
-        }
-    }
     pdf_obj *numbers = m_source.get(node, PDF_NAME(Nums));
     const int length = pdf_array_len(context, numbers);
     for (int i = 0; i + 1 < length; i += 2) {
         const int first = pdf_to_int(context, m_source.at(numbers, i));
-        if (first > index) {
-            best.next = std::min(best.next, first);
-        } else if (first > best.first) {
-            best.first = first;
-            best.dictionary = m_source.at(numbers, i + 1);
+        if (first >= 0 && m_starts.size() < mostStarts) {
+            m_starts.push_back(
+                {first, KeptObject(context, pdf_array_get(context, numbers, i + 1))});
         }
     }
     pdf_obj *kids = m_source.get(node, PDF_NAME(Kids));
     const int kidCount = pdf_array_len(context, kids);
-    for (int i = 0; i < kidCount; ++i) {
-        search(m_source.at(kids, i), index, depth + 1, best);
+    for (int i = 0; i < kidCount && m_nodesLeft > 0; ++i) {
+        collect(m_source.at(kids, i), depth + 1);
     }
 }
 
-void PageLabels::writeNumbering(const Numbering &numbering, int index)
+PageLabelIndex::Numbering PageLabelIndex::find(int index)
+{
+    const auto after =
+        std::upper_bound(m_starts.begin(), m_starts.end(), index,
+                         [](int page, const Start &start) { return page < start.first; });
+    Numbering found;
+    found.next = after == m_starts.end() ? INT_MAX : after->first;
+    if (after != m_starts.begin()) {
+        const Start &start = *std::prev(after);
+        found.dictionary = m_source.resolve(start.value.get());
+        found.first = start.first;
+    }
+    if (found.dictionary == nullptr) {
+        found.first = 0;
+    }
+    return found;
+}
+
+void PageLabels::writeNumbering(const PageLabelIndex::Numbering &numbering, int index)
 {
     fz_context *context = m_source.context();
     std::string &text = m_copier.text();

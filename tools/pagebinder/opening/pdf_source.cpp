@@ -122,6 +122,11 @@ int PdfSource::kidNumber(const PageKids &kids, int index)
     return further != 0 ? further : number;
 }
 
+void PdfSource::dropUnused()
+{
+    attempt([this] { pdf_clear_xref(m_context, m_document); });
+}
+
 bool PdfSource::isDictionary(pdf_obj *resolved) const
 {
     return pdf_is_dict(m_context, resolved) != 0;

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "tools/pagebinder/opening/kept_object.h"
 #include "tools/pagebinder/opening/source_file.h"
 
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace tools {
 
@@ -24,7 +26,8 @@ struct PageKids
 
 /// Reading access to a document. Every call of the library that can fail is made here and ends in a
 /// null object, a false or a C++ exception, so that no jump of the library ever passes a caller's
-/// frame. Objects that are handed out belong to the document and live as long as it does.
+/// frame. Objects that are handed out belong to the document and live as long as it does, or until
+/// dropUnused() unless they are kept.
 ///
 /// Callers resolve references only through this class; the library's own accessors are then safe on
 /// what it returns, because they fail on nothing but references.
@@ -64,6 +67,13 @@ public:
     /// Its object number, 0 where it stands in the list itself.
     int kidNumber(const Kids &kids, int index);
 
+    /// Keeps an object, or the children of a node, for as long as this source lives.
+    void hold(pdf_obj *object) { m_held.emplace_back(m_context, object); }
+    void holdKids(const Kids &kids) { hold(kids.array); }
+    /// Lets the document forget the objects it has read that nobody keeps. It reads them again when
+    /// they are asked for.
+    void dropUnused();
+
     bool isDictionary(pdf_obj *resolved) const;
     bool isArray(pdf_obj *resolved) const;
     bool isName(pdf_obj *resolved, pdf_obj *name) const;
@@ -101,6 +111,7 @@ private:
     const SourceFile &m_file;
     fz_context *m_context;
     pdf_document *m_document;
+    std::vector<KeptObject> m_held;
 };
 
 } // namespace tools

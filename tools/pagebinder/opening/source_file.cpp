@@ -25,7 +25,7 @@ SourceFile::~SourceFile()
 void SourceFile::useLibrary()
 {
     if (!m_library) {
-        m_quickNode = nullptr;
+        m_quickNode = KeptObject();
         m_quickKids.clear();
         pdf_drop_document(context(), m_document);
         m_document = nullptr;
@@ -40,7 +40,7 @@ void SourceFile::openQuickly()
     if (m_document == nullptr) {
         return;
     }
-    m_quickNode = opening.readKids(m_quickKids);
+    m_quickNode = KeptObject(context(), opening.readKids(m_quickKids));
     if (m_document->repair_attempted != 0) {
         useLibrary();
     }

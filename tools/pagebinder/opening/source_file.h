@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tools/pagebinder/opening/kept_object.h"
 #include "tools/pdf/pdf_file.h"
 
 #include <memory>
@@ -45,7 +46,7 @@ public:
 
     /// The node of the page tree whose /Kids were read here; in the document they are empty. Null
     /// when the library has read all of them.
-    pdf_obj *quickNode() const noexcept { return m_quickNode; }
+    pdf_obj *quickNode() const noexcept { return m_quickNode.get(); }
     /// Object numbers of the /Kids of quickNode().
     const std::vector<int> &quickKids() const noexcept { return m_quickKids; }
 
@@ -57,7 +58,7 @@ private:
     const InputFile m_input;
     pdf_document *m_document = nullptr; ///< owned here unless m_library is set
     std::unique_ptr<PdfFile> m_library;
-    pdf_obj *m_quickNode = nullptr;
+    KeptObject m_quickNode;
     std::vector<int> m_quickKids;
 };
 

@@ -36,6 +36,9 @@ public:
     /// A number for an object that is written later.
     int allocate();
 
+    /// How many objects have a number.
+    std::size_t objectCount() const noexcept { return m_offsets.size(); }
+
     /// Begins object @p number; its value is appended to text().
     /// @param plain whether its strings are never encrypted
     void beginObject(int number, bool plain = false);

@@ -42,6 +42,9 @@ public:
     {
         return pdf_dict_get(m_context, resolved, key);
     }
+    // Nothing is dropped while the pages are looked up.
+    void hold(pdf_obj * /*object*/) const noexcept {}
+    void holdKids(Kids /*kids*/) const noexcept {}
     bool isDictionary(pdf_obj *resolved) const { return pdf_is_dict(m_context, resolved) != 0; }
     bool isName(pdf_obj *resolved, pdf_obj *name) const
     {

@@ -1,14 +1,15 @@
 #include "tools/pagexport/picture/png_writer.h"
 
 #include "tools/pagexport/picture/palette.h"
-#include "tools/pagexport/picture/row_deflate.h"
 
 #include <zlib.h>
 
+#include <array>
 #include <cstdint>
-#include <cstring>
+#include <new>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace tools {
 
@@ -45,30 +46,84 @@ std::string header(const RgbPicture &picture, ColorType type)
     return data;
 }
 
-// Rows as PNG wants them: a filter byte (none) and the samples.
-std::string unfilteredRows(const RgbPicture &picture)
+/// Packs rows, each behind its filter byte (none). Pages are runs of one colour: zlib packs those
+/// and looks for nothing else, which would take longer than drawing the page.
+class RowPacker
 {
-    const std::size_t samples = 3 * static_cast<std::size_t>(picture.width);
-    std::string rows((samples + 1) * static_cast<std::size_t>(picture.height), '\0');
-    for (std::size_t y = 0; y < static_cast<std::size_t>(picture.height); ++y) {
-        std::memcpy(rows.data() + (samples + 1) * y + 1, picture.samples + samples * y, samples);
+public:
+    RowPacker()
+    {
+        constexpr int largestWindow = 15;
+        constexpr int usualMemory = 8;
+        if (deflateInit2(&m_stream, Z_BEST_SPEED, Z_DEFLATED, largestWindow, usualMemory, Z_RLE) !=
+            Z_OK) {
+            throw std::bad_alloc();
+        }
     }
-    return rows;
+    ~RowPacker() { deflateEnd(&m_stream); }
+    RowPacker(const RowPacker &) = delete;
+    RowPacker &operator=(const RowPacker &) = delete;
+
+    void add(std::string_view bytes) { pack(bytes, Z_NO_FLUSH); }
+
+    /// Ends the data. @returns all of it
+    std::string finish()
+    {
+        pack({}, Z_FINISH);
+        return std::move(m_packed);
+    }
+
+private:
+    void pack(std::string_view bytes, int flush)
+    {
+        m_stream.next_in =
+            const_cast<Bytef *>(reinterpret_cast<const Bytef *>(bytes.data())); // only read
+        m_stream.avail_in = static_cast<uInt>(bytes.size());
+        do {
+            m_stream.next_out = m_piece.data();
+            m_stream.avail_out = static_cast<uInt>(m_piece.size());
+            deflate(&m_stream, flush);
+            m_packed.append(reinterpret_cast<const char *>(m_piece.data()),
+                            m_piece.size() - m_stream.avail_out);
+        } while (m_stream.avail_out == 0);
+    }
+
+    z_stream m_stream{};
+    std::array<Bytef, 32768> m_piece;
+    std::string m_packed;
+};
+
+std::string packedPalette(const PaletteRows &rows)
+{
+    RowPacker packer;
+    packer.add(rows.rows);
+    return packer.finish();
+}
+
+std::string packedColors(const RgbPicture &picture)
+{
+    const std::size_t length = 3 * static_cast<std::size_t>(picture.width);
+    const auto *samples = reinterpret_cast<const char *>(picture.samples);
+    RowPacker packer;
+    for (int y = 0; y < picture.height; ++y) {
+        packer.add(std::string_view("\0", 1));
+        packer.add({samples + length * static_cast<std::size_t>(y), length});
+    }
+    return packer.finish();
 }
 
 } // namespace
 
 std::string encodePng(const RgbPicture &picture)
 {
-    const auto width = static_cast<std::size_t>(picture.width);
     std::string png("\x89PNG\r\n\x1a\n");
     if (const std::optional<PaletteRows> rows = paletteRows(picture)) {
         appendChunk(png, "IHDR", header(picture, ColorType::palette));
         appendChunk(png, "PLTE", rows->palette);
-        appendChunk(png, "IDAT", deflateRows(rows->rows, width + 1, 1));
+        appendChunk(png, "IDAT", packedPalette(*rows));
     } else {
         appendChunk(png, "IHDR", header(picture, ColorType::rgb));
-        appendChunk(png, "IDAT", deflateRows(unfilteredRows(picture), 3 * width + 1, 3));
+        appendChunk(png, "IDAT", packedColors(picture));
     }
     appendChunk(png, "IEND", {});
     return png;
