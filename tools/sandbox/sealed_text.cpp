@@ -86,6 +86,16 @@ const char *SealedText::addPath(std::string_view path)
     return m_paths.add(path);
 }
 
+char *SealedText::takeRoom(std::size_t bytes)
+{
+    if (bytes > static_cast<std::size_t>(m_names.end - m_names.next)) {
+        throw std::length_error("no room for another name");
+    }
+    char *room = m_names.next;
+    m_names.next += bytes;
+    return room;
+}
+
 void SealedText::seal()
 {
     if (mprotect(m_begin, m_pathSize + m_nameSize, PROT_READ) != 0) {

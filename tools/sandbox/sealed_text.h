@@ -26,6 +26,9 @@ public:
     const char *addName(std::string_view name);
     /// Copies @p path. @throws std::length_error when the room is used up
     const char *addPath(std::string_view path);
+    /// Room for names of @p bytes in all that the caller writes itself, each with its end, until
+    /// seal(). @throws std::length_error when there is less
+    char *takeRoom(std::size_t bytes);
     /// From now on the text can only be read. @throws std::system_error
     void seal();
 

@@ -1,5 +1,6 @@
 #include "tools/pagebinder/output/signal_cleanup.h"
 
+#include "tools/common/ending_signals.h"
 #include "tools/common/tool_error.h"
 
 #include <fcntl.h>
@@ -39,14 +40,13 @@ void say(const char *line)
     }
 }
 
-void endBySignal(int signal)
+void removeAndEnd(int signal)
 {
     removeHiddenFile();
     if (signal == SIGXCPU) {
         say(timeLine.data());
     }
-    std::signal(signal, SIG_DFL);
-    std::raise(signal);
+    endBySignal(signal);
 }
 
 /// Where the interrupted code's stack ended; 0 on machines where that is not known.
@@ -84,9 +84,7 @@ bool isOverflow(const siginfo_t &information, const void *context)
         say(overflowLine.data());
         _exit(exitInputError);
     }
-    // A fault of our own is seen as the crash it is.
-    std::signal(signal, SIG_DFL);
-    std::raise(signal);
+    endBySignal(signal); // a fault of our own is seen as the crash it is
 }
 
 void fillLine(std::array<char, 512> &line, const std::string &input, const char *reason)
@@ -98,17 +96,6 @@ void fillLine(std::array<char, 512> &line, const std::string &input, const char 
     }
     text += reason;
     std::memcpy(line.data(), text.c_str(), text.size() + 1);
-}
-
-void handle(int signal, void (*handler)(int), int flags)
-{
-    struct sigaction action
-    {
-    };
-    action.sa_handler = handler;
-    action.sa_flags = flags;
-    sigemptyset(&action.sa_mask);
-    sigaction(signal, &action, nullptr);
 }
 
 [[maybe_unused]] void handleFaults()
@@ -125,20 +112,9 @@ void handle(int signal, void (*handler)(int), int flags)
     };
     action.sa_sigaction = endByFault;
     action.sa_flags = SA_ONSTACK | SA_SIGINFO;
-    sigemptyset(&action.sa_mask);
+    sigfillset(&action.sa_mask);
     for (const int signal : {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT}) {
         sigaction(signal, &action, nullptr);
-    }
-}
-
-void handleUnlessIgnored(int signal)
-{
-    struct sigaction current
-    {
-    };
-    // Whoever starts the program with a signal ignored, as nohup does, wants it to stay so.
-    if (sigaction(signal, nullptr, &current) == 0 && current.sa_handler != SIG_IGN) {
-        handle(signal, endBySignal, 0);
     }
 }
 
@@ -148,11 +124,8 @@ void removeHiddenFileOnSignals(const std::string &input)
 {
     fillLine(timeLine, input, ": takes too long\n");
     fillLine(overflowLine, input, ": its objects are nested too deeply\n");
-    handleUnlessIgnored(SIGTERM);
-    handleUnlessIgnored(SIGINT);
-    handleUnlessIgnored(SIGHUP);
-    handleUnlessIgnored(SIGXCPU);
-    handle(SIGXFSZ, SIG_IGN, 0);
+    handleEndingSignals(removeAndEnd);
+    std::signal(SIGXFSZ, SIG_IGN);
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
     handleFaults();
 #endif

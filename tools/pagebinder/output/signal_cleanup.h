@@ -4,8 +4,8 @@
 
 namespace tools {
 
-/// From now on SIGTERM, SIGINT, SIGHUP and SIGXCPU end the program only after the hidden file of an
-/// unfinished output is removed, and so does every crash. SIGXFSZ becomes an ordinary write error.
+/// From now on every signal that ends the program does so only after the hidden file of an
+/// unfinished output is removed, crashes included. SIGXFSZ becomes an ordinary write error.
 /// A stack that overflows, because a file nests its objects without end, ends the program with exit
 /// status 1 and one line on stderr that names @p input.
 void removeHiddenFileOnSignals(const std::string &input);
