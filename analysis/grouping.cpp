@@ -2,36 +2,85 @@
 
 #include <QHash>
 
+#include <utility>
+
 namespace quorlin {
 
 namespace {
 
-QString rangeText(qsizetype firstPage, qsizetype lastPage)
+/// Gathers the groups while the pages go by.
+class GroupBuilder
 {
-    QString range = QString::number(firstPage);
-    if (lastPage != firstPage) {
-        range += QLatin1Char('-') + QString::number(lastPage);
-    }
-    return range;
-}
+public:
+    bool isEmpty() const { return groups.texts.isEmpty(); }
+    /// Text of the group that is open.
+    const QString &openText() const { return groups.texts.constLast(); }
 
-PageGroups groupConsecutive(const QStringList &pageTexts, bool anyTextStartsGroup)
-{
-    PageGroups groups;
-    const qsizetype count = pageTexts.size();
-    qsizetype first = 0;
-    while (first < count) {
-        const QString &key = pageTexts.at(first);
-        qsizetype next = first + 1;
-        while (next < count && (pageTexts.at(next) == noTextMarker() ||
-                                (!anyTextStartsGroup && pageTexts.at(next) == key))) {
-            ++next;
-        }
-        groups.ranges.append(rangeText(first + 1, next));
-        groups.texts.append(key);
-        first = next;
+    void startGroup(const QString &text)
+    {
+        endPiece();
+        groups.texts.append(text);
+        groups.ranges.append(QString());
     }
-    return groups;
+
+    void addPage(qsizetype page)
+    {
+        if (firstPage == 0 || page != lastPage + 1) {
+            endPiece();
+            firstPage = page;
+        }
+        lastPage = page;
+    }
+
+    PageGroups take()
+    {
+        endPiece();
+        return std::move(groups);
+    }
+
+private:
+    /// Writes the pages gathered last into the range of the open group.
+    void endPiece()
+    {
+        if (firstPage == 0) {
+            return;
+        }
+        QString &range = groups.ranges.last();
+        if (!range.isEmpty()) {
+            range += u' ';
+        }
+        range += QString::number(firstPage);
+        if (lastPage != firstPage) {
+            range += u'-' + QString::number(lastPage);
+        }
+        firstPage = 0;
+    }
+
+    PageGroups groups;
+    qsizetype firstPage = 0; ///< 0 where no piece is open
+    qsizetype lastPage = 0;
+};
+
+PageGroups groupConsecutive(const QStringList &pageTexts, bool anyTextStartsGroup,
+                            BlankPages blankPages)
+{
+    GroupBuilder groups;
+    for (qsizetype i = 0; i < pageTexts.size(); ++i) {
+        const QString &text = pageTexts.at(i);
+        const bool isBlank = text == noTextMarker();
+        if (isBlank && blankPages == BlankPages::Drop) {
+            continue;
+        }
+        const bool isOther = groups.isEmpty() || text != groups.openText();
+        const bool starts =
+            groups.isEmpty() || (isBlank ? isOther && blankPages == BlankPages::Separate
+                                         : isOther || anyTextStartsGroup);
+        if (starts) {
+            groups.startGroup(text);
+        }
+        groups.addPage(i + 1);
+    }
+    return groups.take();
 }
 
 PageGroups mergeEqualTexts(const PageGroups &groups)
@@ -54,15 +103,15 @@ PageGroups mergeEqualTexts(const PageGroups &groups)
 
 } // namespace
 
-PageGroups groupPages(const QStringList &pageTexts, int method)
+PageGroups groupPages(const QStringList &pageTexts, int method, BlankPages blankPages)
 {
     switch (method) {
     case 0:
-        return groupConsecutive(pageTexts, false);
+        return groupConsecutive(pageTexts, false, blankPages);
     case 1:
-        return groupConsecutive(pageTexts, true);
+        return groupConsecutive(pageTexts, true, blankPages);
     case 2:
-        return mergeEqualTexts(groupConsecutive(pageTexts, false));
+        return mergeEqualTexts(groupConsecutive(pageTexts, false, blankPages));
     default:
         return {};
     }

@@ -1,22 +1,49 @@
 #include "batch/arguments.h"
 
-#include <array>
-#include <functional>
-#include <utility>
+#include <QCommandLineOption>
+#include <QCommandLineParser>
+#include <QSet>
 
 namespace quorlin::batch {
 
 namespace {
 
-/// Takes the value of an option; gives the fault in it, or an empty text.
-using Handler = QString (*)(Arguments &, const QString &);
+// Names of the options, as the parser wants them.
+const QString ruleOption = QStringLiteral("rule");
+const QString positionOption = QStringLiteral("position");
+const QString methodOption = QStringLiteral("method");
+const QString blankPagesOption = QStringLiteral("pages-without-text");
+const QString outputOption = QStringLiteral("output");
+const QString createOption = QStringLiteral("create");
+const QString jobsOption = QStringLiteral("jobs");
+const QString timeoutOption = QStringLiteral("timeout");
+const QString quietOption = QStringLiteral("quiet");
+const QString verboseOption = QStringLiteral("verbose");
+const QString listRulesOption = QStringLiteral("list-rules");
+const QString listItemsOption = QStringLiteral("list-items");
+const QString pageOption = QStringLiteral("page");
+const QString settingsOption = QStringLiteral("settings");
+const QString toolsOption = QStringLiteral("tools");
+const QString helpOption = QStringLiteral("help");
+const QString versionOption = QStringLiteral("version");
 
-struct Option
+constexpr int mostJobs = 1024;
+constexpr int longestTimeout = 24 * 3600;
+constexpr int lastPage = 99999999;
+
+void declareOptions(QCommandLineParser &parser)
 {
-    const char *name;
-    bool takesValue;
-    Handler apply;
-};
+    for (const QString &name :
+         {ruleOption, positionOption, methodOption, blankPagesOption, outputOption, jobsOption,
+          timeoutOption, listItemsOption, pageOption, settingsOption, toolsOption}) {
+        parser.addOption(QCommandLineOption(name, {}, QStringLiteral("value")));
+    }
+    for (const QString &name :
+         {createOption, quietOption, verboseOption, listRulesOption, versionOption}) {
+        parser.addOption(QCommandLineOption(name));
+    }
+    parser.addOption(QCommandLineOption(QStringList{QStringLiteral("h"), helpOption}));
+}
 
 std::optional<int> numberWithin(const QString &text, int lowest, int highest)
 {
@@ -28,107 +55,126 @@ std::optional<int> numberWithin(const QString &text, int lowest, int highest)
     return number;
 }
 
-QString takeMethod(Arguments &arguments, const QString &value)
+/// Takes the options' values into arguments and remembers the first fault.
+class ValueReader
 {
-    const std::optional<int> method = numberWithin(value, 1, 3);
-    arguments.method = method.value_or(1);
-    return method ? QString() : QStringLiteral("--method takes 1, 2 or 3");
-}
+public:
+    explicit ValueReader(const QCommandLineParser &commandLine) : parser(commandLine) {}
 
-QString takePosition(Arguments &arguments, const QString &value)
-{
-    arguments.position = parsePosition(value);
-    return arguments.position ? QString()
-                              : QStringLiteral("--position takes LEFT,TOP as --list-items shows "
-                                               "them, for example 591,72");
-}
+    QString fault() const { return faultText; }
 
-QString takeTimeout(Arguments &arguments, const QString &value)
-{
-    const std::optional<int> seconds = numberWithin(value, 1, 24 * 3600);
-    arguments.timeoutSeconds = seconds.value_or(0);
-    return seconds ? QString() : QStringLiteral("--timeout takes 1 to 86400 seconds");
-}
+    bool has(const QString &option) const { return parser.isSet(option); }
 
-QString takePage(Arguments &arguments, const QString &value)
-{
-    const std::optional<int> page = numberWithin(value, 1, 99999999);
-    arguments.page = page.value_or(1);
-    return page ? QString() : QStringLiteral("--page takes a page number, counted from 1");
-}
+    QString text(const QString &option)
+    {
+        const QString value = parser.value(option);
+        if (has(option) && value.isEmpty()) {
+            complain(QStringLiteral("--") + option + QStringLiteral(" an empty value"));
+        }
+        return value;
+    }
 
-template <Mode mode> QString takeMode(Arguments &arguments, const QString &)
-{
-    arguments.mode = mode;
-    return {};
-}
+    int number(const QString &option, int fallback, int lowest, int highest, const QString &rule)
+    {
+        if (!has(option)) {
+            return fallback;
+        }
+        const std::optional<int> value = numberWithin(parser.value(option), lowest, highest);
+        if (!value) {
+            complain(QStringLiteral("--") + option + QStringLiteral(" takes ") + rule);
+        }
+        return value.value_or(fallback);
+    }
 
-template <bool Arguments::*flag> QString takeFlag(Arguments &arguments, const QString &)
-{
-    arguments.*flag = true;
-    return {};
-}
-
-template <QString Arguments::*text> QString takeText(Arguments &arguments, const QString &value)
-{
-    arguments.*text = value;
-    return value.isEmpty() ? QStringLiteral("an empty value") : QString();
-}
-
-QString takeItemsFile(Arguments &arguments, const QString &value)
-{
-    arguments.files.append(value);
-    return takeMode<Mode::ListItems>(arguments, value);
-}
-
-constexpr std::array options = {
-    Option{"--rule", true, takeText<&Arguments::rule>},
-    Option{"--position", true, takePosition},
-    Option{"--method", true, takeMethod},
-    Option{"--output", true, takeText<&Arguments::outputFolder>},
-    Option{"--create", false, takeFlag<&Arguments::createOutputFolder>},
-    Option{"--quiet", false, takeFlag<&Arguments::quiet>},
-    Option{"--verbose", false, takeFlag<&Arguments::verbose>},
-    Option{"--timeout", true, takeTimeout},
-    Option{"--settings", true, takeText<&Arguments::settingsFile>},
-    Option{"--tools", true, takeText<&Arguments::toolFolder>},
-    Option{"--list-rules", false, takeMode<Mode::ListRules>},
-    Option{"--list-items", true, takeItemsFile},
-    Option{"--page", true, takePage},
-    Option{"--help", false, takeMode<Mode::Help>},
-    Option{"-h", false, takeMode<Mode::Help>},
-    Option{"--version", false, takeMode<Mode::Version>},
-};
-
-const Option *findOption(const QString &name)
-{
-    for (const Option &option : options) {
-        if (name == QLatin1String(option.name)) {
-            return &option;
+    void complain(const QString &what)
+    {
+        if (faultText.isEmpty()) {
+            faultText = what;
         }
     }
-    return nullptr;
+
+private:
+    const QCommandLineParser &parser;
+    QString faultText;
+};
+
+void readBlankPages(ValueReader &values, const QString &choice, Arguments &arguments)
+{
+    if (!values.has(blankPagesOption)) {
+        return;
+    }
+    if (choice == QLatin1String("join")) {
+        arguments.blankPages = BlankPages::Join;
+    } else if (choice == QLatin1String("separate")) {
+        arguments.blankPages = BlankPages::Separate;
+    } else if (choice == QLatin1String("drop")) {
+        arguments.blankPages = BlankPages::Drop;
+    } else if (choice == QLatin1String("fail")) {
+        arguments.blankPagesFail = true;
+    } else {
+        values.complain(QStringLiteral("--pages-without-text takes join, separate, drop or fail"));
+    }
 }
 
-/// Reads the option at @p index of @p words and moves @p index to the last word it took.
-QString readOption(Arguments &arguments, const QStringList &words, qsizetype &index)
+void readPosition(ValueReader &values, const QString &text, Arguments &arguments)
 {
-    const QString &word = words.at(index);
-    const qsizetype equals = word.startsWith(QLatin1String("--")) ? word.indexOf(u'=') : -1;
-    const QString name = equals < 0 ? word : word.left(equals);
-    const Option *option = findOption(name);
-    if (option == nullptr) {
-        return QStringLiteral("unknown option ") + name;
+    if (!values.has(positionOption)) {
+        return;
     }
-    if (!option->takesValue) {
-        return equals < 0 ? option->apply(arguments, {}) : name + QStringLiteral(" takes no value");
+    arguments.position = parsePosition(text);
+    if (!arguments.position) {
+        values.complain(QStringLiteral("--position takes LEFT,TOP as --list-items shows them, "
+                                       "for example 591,72"));
     }
-    if (equals < 0 && ++index >= words.size()) {
-        return name + QStringLiteral(" needs a value");
+}
+
+void readMode(ValueReader &values, const QString &itemsFile, Arguments &arguments)
+{
+    if (values.has(listItemsOption)) {
+        arguments.mode = Mode::ListItems;
+        arguments.files.prepend(itemsFile);
+    } else if (values.has(listRulesOption)) {
+        arguments.mode = Mode::ListRules;
     }
-    const QString value = equals < 0 ? words.at(index) : word.mid(equals + 1);
-    const QString fault = option->apply(arguments, value);
-    return fault.isEmpty() || fault.startsWith(QLatin1String("--")) ? fault : name + u' ' + fault;
+}
+
+/// The first option that stands there twice, or an empty text.
+QString repeatedOption(const QCommandLineParser &parser)
+{
+    QSet<QString> seen;
+    for (const QString &name : parser.optionNames()) {
+        if (seen.contains(name)) {
+            return name;
+        }
+        seen.insert(name);
+    }
+    return {};
+}
+
+QString readValues(const QCommandLineParser &parser, Arguments &arguments)
+{
+    ValueReader values(parser);
+    if (const QString repeated = repeatedOption(parser); !repeated.isEmpty()) {
+        values.complain(QStringLiteral("--") + repeated + QStringLiteral(" is given twice"));
+    }
+    arguments.files = parser.positionalArguments();
+    readMode(values, values.text(listItemsOption), arguments);
+    arguments.rule = values.text(ruleOption);
+    readPosition(values, parser.value(positionOption), arguments);
+    arguments.method = values.number(methodOption, 1, 1, 3, QStringLiteral("1, 2 or 3"));
+    readBlankPages(values, parser.value(blankPagesOption), arguments);
+    arguments.outputFolder = values.text(outputOption);
+    arguments.createOutputFolder = values.has(createOption);
+    arguments.jobs = values.number(jobsOption, 0, 1, mostJobs, QStringLiteral("1 to 1024"));
+    arguments.timeoutSeconds = values.number(timeoutOption, arguments.timeoutSeconds, 1,
+                                             longestTimeout, QStringLiteral("1 to 86400 seconds"));
+    arguments.quiet = values.has(quietOption);
+    arguments.verbose = values.has(verboseOption);
+    arguments.settingsFile = values.text(settingsOption);
+    arguments.toolFolder = values.text(toolsOption);
+    arguments.page =
+        values.number(pageOption, 1, 1, lastPage, QStringLiteral("a page number, counted from 1"));
+    return values.fault();
 }
 
 /// What is missing or too much once every word was read; empty when all is well.
@@ -141,9 +187,6 @@ QString findGap(const Arguments &arguments)
     if (arguments.mode == Mode::ListRules) {
         return arguments.files.isEmpty() ? QString() : QStringLiteral("--list-rules takes no file");
     }
-    if (arguments.mode != Mode::Split) {
-        return {};
-    }
     if (arguments.rule.isEmpty() == !arguments.position) {
         return QStringLiteral("give either --rule NAME or --position LEFT,TOP");
     }
@@ -151,6 +194,22 @@ QString findGap(const Arguments &arguments)
         return QStringLiteral("give the output folder: --output DIR");
     }
     return arguments.files.isEmpty() ? QStringLiteral("give the files to split") : QString();
+}
+
+/// The parser's complaint as the program's other ones are written.
+QString parserFault(const QCommandLineParser &parser)
+{
+    if (const QStringList unknown = parser.unknownOptionNames(); !unknown.isEmpty()) {
+        const QString &name = unknown.constFirst();
+        return QStringLiteral("unknown option ") +
+               (name.size() == 1 ? QStringLiteral("-") : QStringLiteral("--")) + name;
+    }
+    QString fault = parser.errorText();
+    fault.front() = fault.front().toLower();
+    if (fault.endsWith(u'.')) {
+        fault.chop(1);
+    }
+    return fault;
 }
 
 } // namespace
@@ -171,23 +230,19 @@ std::optional<QPoint> parsePosition(const QString &text)
 
 ParsedArguments parseArguments(const QStringList &words)
 {
+    QCommandLineParser parser;
+    declareOptions(parser);
+    // The parser takes the first word for the program's name.
+    const bool isUnderstood = parser.parse(QStringList{QString()} + words);
     ParsedArguments parsed;
-    bool onlyFiles = false;
-    for (qsizetype index = 0; index < words.size(); ++index) {
-        const QString &word = words.at(index);
-        if (onlyFiles || !word.startsWith(u'-') || word == QLatin1String("-")) {
-            parsed.arguments.files.append(word);
-        } else if (word == QLatin1String("--")) {
-            onlyFiles = true;
-        } else if (const QString fault = readOption(parsed.arguments, words, index);
-                   !fault.isEmpty()) {
-            parsed.error = fault;
-            return parsed;
-        } else if (parsed.arguments.mode == Mode::Help || parsed.arguments.mode == Mode::Version) {
-            return parsed;
-        }
+    if (parser.isSet(helpOption) || parser.isSet(versionOption)) {
+        parsed.arguments.mode = parser.isSet(helpOption) ? Mode::Help : Mode::Version;
+        return parsed;
     }
-    parsed.error = findGap(parsed.arguments);
+    parsed.error = isUnderstood ? readValues(parser, parsed.arguments) : parserFault(parser);
+    if (parsed.error.isEmpty()) {
+        parsed.error = findGap(parsed.arguments);
+    }
     return parsed;
 }
 
@@ -208,8 +263,17 @@ QString helpText()
         "  --method N           1: split where the text differs from the page before (default)\n"
         "                       2: split at every page that has text there\n"
         "                       3: as 1, then put pages of the same text together\n"
+        "  --pages-without-text WHAT\n"
+        "                       what to do with pages that have no text there:\n"
+        "                       join: add them to the output of the page before (default)\n"
+        "                       separate: put them into outputs of their own\n"
+        "                       drop: leave them out of the outputs\n"
+        "                       fail: do not split a file that has such a page\n"
+        "                       A file without any text there fails, unless you choose join or\n"
+        "                       separate here.\n"
         "  --output DIR         folder of the outputs; each input gets a folder in it\n"
         "  --create             make DIR when it does not exist\n"
+        "  --jobs N             run up to N tools at the same time (default: one per processor)\n"
         "  --timeout SECONDS    end a tool that shows no progress for so long (default 600)\n"
         "  --quiet              print the results only\n"
         "  --verbose            print the log, every command among it, on the error stream\n"

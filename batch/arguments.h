@@ -1,5 +1,7 @@
 #pragma once
 
+#include "analysis/grouping.h"
+
 #include <QPoint>
 #include <QString>
 #include <QStringList>
@@ -21,9 +23,15 @@ struct Arguments
     std::optional<QPoint> position;
     /// Split method as users count it: 1, 2 or 3.
     int method = 1;
+    /// What becomes of pages without text, where the caller says so.
+    std::optional<BlankPages> blankPages;
+    /// Whether a page without text fails its file.
+    bool blankPagesFail = false;
     QString outputFolder;
     /// Whether a missing output folder is made.
     bool createOutputFolder = false;
+    /// How many tools run at the same time; 0 for as many as there are processors.
+    int jobs = 0;
     /// Whether the progress lines are left out.
     bool quiet = false;
     /// Whether the log's messages, every tool command among them, go to the error stream.

@@ -1,7 +1,10 @@
 #include "batch/console.h"
 
-#include "batch/progress_line.h"
+#include "batch/shown_text.h"
 
+#include <cerrno>
+
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -12,9 +15,9 @@ namespace {
 constexpr qint64 liveMilliseconds = 100;
 constexpr int usualColumns = 80;
 
-void put(std::FILE *stream, const QByteArray &bytes)
+void putError(const QByteArray &bytes)
 {
-    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stream);
+    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stderr);
 }
 
 } // namespace
@@ -39,8 +42,8 @@ int Console::columns() const
 void Console::showLive(const QString &text)
 {
     clearLive();
-    put(stdout, text.toUtf8());
-    std::fflush(stdout);
+    put(text.toUtf8());
+    flush();
     liveShown = true;
     sinceLive.start();
 }
@@ -48,40 +51,59 @@ void Console::showLive(const QString &text)
 void Console::writeProgress(const QString &line)
 {
     if (showsProgress && !live) {
-        put(stdout, line.toUtf8() + '\n');
+        put(line.toUtf8() + '\n');
     }
 }
 
 void Console::writeLine(const QString &line)
 {
     clearLive();
-    put(stdout, line.toUtf8() + '\n');
+    put(line.toUtf8() + '\n');
 }
 
 void Console::complain(const QString &line)
 {
     flush();
     clearLive();
-    put(stderr, "quorlin-batch: " + printable(line).toUtf8() + '\n');
+    putError("quorlin-batch: " + printable(line).toUtf8() + '\n');
 }
 
 void Console::passOn(const QByteArray &toolText)
 {
     flush();
     clearLive();
-    put(stderr, toolText);
+    putError(toolText);
+}
+
+void Console::put(const QByteArray &bytes)
+{
+    errno = 0;
+    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout);
+    readerGone = readerGone || errno == EPIPE;
 }
 
 bool Console::flush()
 {
-    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    errno = 0;
+    const bool flushed = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    readerGone = readerGone || errno == EPIPE;
+    return flushed;
+}
+
+bool Console::hasLostReader() const
+{
+    if (readerGone) {
+        return true;
+    }
+    pollfd output = {STDOUT_FILENO, 0, 0};
+    return poll(&output, 1, 0) > 0 && (output.revents & POLLERR) != 0;
 }
 
 void Console::clearLive()
 {
     if (liveShown) {
-        put(stdout, "\r\033[K");
-        std::fflush(stdout);
+        put("\r\033[K");
+        flush();
         liveShown = false;
     }
 }

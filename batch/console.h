@@ -38,13 +38,17 @@ public:
     void passOn(const QByteArray &toolText);
     /// Writes out what is still buffered. False when standard output took not everything.
     bool flush();
+    /// Whether whoever read standard output has gone away. Nothing has to be written to see it.
+    bool hasLostReader() const;
 
 private:
+    void put(const QByteArray &bytes);
     void clearLive();
 
     bool showsProgress;
     bool live;
     bool liveShown = false;
+    bool readerGone = false;
     QElapsedTimer sinceLive;
 };
 

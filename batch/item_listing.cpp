@@ -1,7 +1,6 @@
 #include "batch/item_listing.h"
 
-#include "analysis/line_parser.h"
-#include "batch/progress_line.h"
+#include "batch/shown_text.h"
 
 namespace quorlin::batch {
 
@@ -16,16 +15,11 @@ QString column(const QString &text)
 
 } // namespace
 
-QList<Subtext> itemsOfPage(const QString &html)
+void ItemGatherer::takeItem(ItemFields fields)
 {
-    QList<Subtext> items;
-    for (const QString &line : pageFileLines(html)) {
-        const Subtext item = parseItem(line);
-        if (item != Subtext()) {
-            items.append(item);
-        }
+    if (const std::optional<Subtext> item = readItem(fields)) {
+        gathered.append(*item);
     }
-    return items;
 }
 
 QString itemTable(const QList<Subtext> &items)

@@ -10,7 +10,7 @@ namespace {
 
 bool showsLog = false;
 
-/// Keeps the window's log off the error stream, which belongs to the results.
+/// Keeps the log off the error stream, which belongs to the results.
 void handleMessage(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
     if (showsLog || type == QtFatalMsg) {
@@ -31,16 +31,7 @@ int main(int argc, char *argv[])
     }
     showsLog = words.contains(QStringLiteral("--verbose"));
     qInstallMessageHandler(handleMessage);
-    // The window is made but never shown, and the caller may have no display. What would draw it
-    // like the desktop's other windows is not even looked for.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qunsetenv("QT_QPA_PLATFORMTHEME");
-    qunsetenv("QT_STYLE_OVERRIDE");
-    // Nor is the desktop's event loop, whose turns cost more.
+    // The desktop's event loop would only cost: its turns are dearer than the system's own.
     qputenv("QT_NO_GLIB", "1");
-    // Named, the time zone's file is read once, and not looked at for every page.
-    if (!qEnvironmentVariableIsSet("TZ")) {
-        qputenv("TZ", ":/etc/localtime");
-    }
     return quorlin::batch::runProgram(words, argv[0]);
 }

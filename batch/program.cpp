@@ -4,18 +4,20 @@
 #include "batch/batch_run.h"
 #include "batch/console.h"
 #include "batch/item_listing.h"
-#include "batch/page_items.h"
-#include "batch/progress_line.h"
+#include "batch/page_request.h"
 #include "batch/rule_lookup.h"
 #include "batch/run_plan.h"
-#include "batch/scratch_folder.h"
+#include "batch/shown_text.h"
 #include "common/folders.h"
 #include "common/settings_text.h"
+#include "pipeline/page_file_text.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QDir>
-#include <QFile>
+#include <QFileInfo>
+#include <QThread>
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -23,13 +25,12 @@ namespace quorlin::batch {
 
 namespace {
 
-/// What every mode needs: the arguments, the folders as they were at the start, the console and
-/// the private folder.
+/// What every mode needs: the arguments, the folders and the console.
 struct Session
 {
-    Session(const Arguments &read, ScratchFolder &folder)
+    explicit Session(const Arguments &read)
         : arguments(read), callerFolder(QDir::currentPath()), programFolder(applicationFolder()),
-          console(read.quiet), scratch(folder)
+          console(read.quiet)
     {
     }
 
@@ -56,19 +57,30 @@ struct Session
     QString callerFolder;
     QString programFolder;
     Console console;
-    ScratchFolder &scratch;
 };
+
+/// What keeps the tools from being run; empty when both are there.
+QString toolFault(const QString &toolFolder)
+{
+    for (const char *name : {"/pagexport", "/pagebinder"}) {
+        const QFileInfo tool(toolFolder + QLatin1String(name));
+        if (!tool.isFile() || !tool.isExecutable()) {
+            return QStringLiteral("the tool is missing or cannot be run: ") + tool.filePath();
+        }
+    }
+    return {};
+}
 
 int listRules(Session &session)
 {
-    const RuleLookup lookup(session.settings(), session.scratch.path());
+    const RuleLookup lookup(session.settings());
     if (!lookup.fault().isEmpty()) {
         return session.complain(lookup.fault(), somethingFailed);
     }
     for (const NamedRule &rule : lookup.listedRules()) {
         session.console.writeLine(printable(rule.name) + u'\t' + QString::number(rule.item.left) +
                                   u',' + QString::number(rule.item.top) + u'\t' +
-                                  printable(rule.item.text));
+                                  printable(plainText(rule.item.text)));
     }
     return everythingDone;
 }
@@ -79,71 +91,58 @@ int listItems(Session &session)
     if (const QString refusal = refusalOf(file); !refusal.isEmpty()) {
         return session.complain(file + QStringLiteral(": ") + refusal, somethingFailed);
     }
-    if (const QString fault = session.scratch.linkTools(session.toolFolder()); !fault.isEmpty()) {
+    if (const QString fault = toolFault(session.toolFolder()); !fault.isEmpty()) {
         return session.complain(fault, somethingFailed);
     }
-    session.scratch.enter();
-    const PageItems page =
-        readPageItems(file, session.arguments.page, session.arguments.timeoutSeconds);
-    if (page.stopSignal != 0) {
-        return 128 + page.stopSignal;
+    PageRequest request(session.toolFolder(), file, session.arguments.page,
+                        session.arguments.timeoutSeconds);
+    if (const int signal = request.run(session.console); signal != 0) {
+        return 128 + signal;
     }
-    if (!page.fault.isEmpty()) {
-        return session.complain(file + QStringLiteral(": ") + page.fault, somethingFailed);
+    if (!request.fault().isEmpty()) {
+        return session.complain(file + QStringLiteral(": ") + request.fault(), somethingFailed);
     }
-    session.console.writeLine(itemTable(page.items).chopped(1));
+    session.console.writeLine(itemTable(request.items()).chopped(1));
     return everythingDone;
 }
 
 /// The position to split by; a fault where the rule gives none.
-struct ChosenPosition
-{
-    QPoint position;
-    QString fault;
-};
-
-ChosenPosition choosePosition(const Session &session)
+RuleLookup::Position choosePosition(const Session &session)
 {
     if (session.arguments.position) {
         return {*session.arguments.position, {}};
     }
-    const QString &name = session.arguments.rule;
-    const RuleLookup lookup(session.settings(), session.scratch.path());
-    if (!lookup.fault().isEmpty()) {
-        return {{}, lookup.fault()};
-    }
-    const std::optional<NamedRule> rule = lookup.find(name);
-    if (!rule) {
-        return {{},
-                QStringLiteral("there is no rule \"") + name + QStringLiteral("\" in ") +
-                    session.settings() + QStringLiteral(" (--list-rules shows the rules)")};
-    }
-    const QPoint position(rule->item.left, rule->item.top);
-    if (position.isNull()) {
-        return {{}, QStringLiteral("the rule \"") + name + QStringLiteral("\" has no position")};
-    }
-    return {position, {}};
+    const RuleLookup lookup(session.settings());
+    const QString fault = lookup.fault();
+    return fault.isEmpty() ? lookup.find(session.arguments.rule) : RuleLookup::Position{{}, fault};
 }
 
 int split(Session &session)
 {
-    RunPlan plan = planRun(session.arguments, session.callerFolder);
+    const Arguments &arguments = session.arguments;
+    RunPlan plan = planRun(arguments, session.callerFolder);
     const QString folderFault =
-        prepareOutputFolder(plan.outputFolder, session.arguments.createOutputFolder);
+        prepareOutputFolder(plan.outputFolder, arguments.createOutputFolder);
     if (!folderFault.isEmpty()) {
         return session.complain(folderFault, wrongUsage);
     }
-    const ChosenPosition chosen = choosePosition(session);
+    const RuleLookup::Position chosen = choosePosition(session);
     if (!chosen.fault.isEmpty()) {
         return session.complain(chosen.fault, wrongUsage);
     }
-    plan.position = chosen.position;
-    if (const QString fault = session.scratch.linkTools(session.toolFolder()); !fault.isEmpty()) {
+    if (const QString fault = toolFault(session.toolFolder()); !fault.isEmpty()) {
         return session.complain(fault, somethingFailed);
     }
-    session.scratch.enter();
-    ScratchFolder::writeRule(plan.position);
-    return BatchRun(std::move(plan), session.console).run();
+    SplitSettings settings;
+    settings.toolFolder = session.toolFolder();
+    settings.outputFolder = plan.outputFolder;
+    settings.position = chosen.position;
+    settings.method = arguments.method - 1;
+    settings.blankPages = arguments.blankPages;
+    settings.blankPagesFail = arguments.blankPagesFail;
+    settings.timeoutSeconds = arguments.timeoutSeconds;
+    const int jobs = arguments.jobs > 0 ? arguments.jobs : std::max(1, QThread::idealThreadCount());
+    return BatchRun(std::move(plan), settings, jobs, session.console).run();
 }
 
 int runMode(Session &session)
@@ -166,7 +165,9 @@ int finish(Console &console, int status)
     if (console.flush()) {
         return status;
     }
-    console.complain(QStringLiteral("standard output could not be written"));
+    if (!console.hasLostReader()) {
+        console.complain(QStringLiteral("standard output could not be written"));
+    }
     return status == everythingDone ? somethingFailed : status;
 }
 
@@ -193,20 +194,11 @@ int runProgram(const QStringList &words, char *program)
         parsed.arguments.mode == Mode::Version) {
         return answer(parsed);
     }
-    ScratchFolder scratch;
-    if (!scratch.fault().isEmpty()) {
-        Console(true).complain(scratch.fault());
-        return somethingFailed;
-    }
-    // Where the caller has none, as under cron, Qt would make one and leave it behind.
-    if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) {
-        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(scratch.path()));
-    }
     // The words are ours alone; the application object would take some for its own.
     int count = 1;
     std::array<char *, 2> name = {program, nullptr};
-    const QApplication application(count, name.data());
-    Session session(parsed.arguments, scratch);
+    const QCoreApplication application(count, name.data());
+    Session session(parsed.arguments);
     const int status = runMode(session);
     return finish(session.console, status);
 }

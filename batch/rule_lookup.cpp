@@ -3,58 +3,70 @@
 #include "common/settings_text.h"
 #include "rules/rule_store.h"
 
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
+#include <QSettings>
+
+#include <utility>
 
 namespace quorlin::batch {
 
 namespace {
 
-/// Makes a folder the current one for as long as this object lives.
-class CurrentFolder
+/// A coordinate as the rule editor writes it; nothing when @p text is anything else.
+std::optional<int> coordinate(const QString &text)
 {
-public:
-    explicit CurrentFolder(const QString &folder) : before(QDir::currentPath())
-    {
-        QDir::setCurrent(folder);
-    }
-    ~CurrentFolder() { QDir::setCurrent(before); }
-    CurrentFolder(const CurrentFolder &) = delete;
-    CurrentFolder &operator=(const CurrentFolder &) = delete;
-
-private:
-    QString before;
-};
+    bool whole = false;
+    const int number = text.toInt(&whole);
+    return whole && number >= 0 ? std::optional(number) : std::nullopt;
+}
 
 } // namespace
 
-RuleLookup::RuleLookup(const QString &settings, const QString &scratch)
-    : folder(scratch + QStringLiteral("/rules"))
+RuleLookup::RuleLookup(QString settings) : settingsPath(std::move(settings)) {}
+
+QString RuleLookup::fault() const
 {
-    QDir().mkdir(folder);
-    if (QFileInfo::exists(settings) && !QFile::copy(settings, folder + u'/' + settingsFileName())) {
-        faultText = QStringLiteral("the settings cannot be read: ") + settings;
-    }
+    const QFileInfo file(settingsPath);
+    return !file.exists() || (file.isFile() && file.isReadable())
+               ? QString()
+               : QStringLiteral("the settings cannot be read: ") + settingsPath;
 }
 
 QList<NamedRule> RuleLookup::listedRules() const
 {
-    const CurrentFolder current(folder);
     QList<NamedRule> rules;
-    for (const QString &name : ruleNames()) {
-        rules.append({name, readRule(name)});
+    for (const QString &name : ruleNames(settingsPath)) {
+        rules.append({name, readRule(name, settingsPath)});
     }
     return rules;
 }
 
-std::optional<NamedRule> RuleLookup::find(const QString &name) const
+RuleLookup::Position RuleLookup::find(const QString &name) const
 {
-    const CurrentFolder current(folder);
-    if (!isRuleNameTaken(name) && !ruleNames().contains(name)) {
-        return std::nullopt;
+    const QString shownName = QStringLiteral("the rule \"") + name + u'"';
+    if (!isRuleNameTaken(name, settingsPath) && !ruleNames(settingsPath).contains(name)) {
+        return {{},
+                QStringLiteral("there is no rule \"") + name + QStringLiteral("\" in ") +
+                    settingsPath + QStringLiteral(" (--list-rules shows the rules)")};
     }
-    return NamedRule{name, readRule(name)};
+    const QSettings settings(settingsPath, QSettings::IniFormat);
+    QPoint position;
+    for (const auto &[key, set] :
+         {std::pair{"xpos", &QPoint::setX}, std::pair{"ypos", &QPoint::setY}}) {
+        const QString text =
+            settingsText(settings, name + u'/' + QLatin1String(key), QStringLiteral("0"));
+        const std::optional<int> number = coordinate(text);
+        if (!number) {
+            return {{},
+                    shownName + QStringLiteral(" has no usable position: ") + QLatin1String(key) +
+                        QStringLiteral(" is \"") + text + u'"'};
+        }
+        (position.*set)(*number);
+    }
+    if (position.isNull()) {
+        return {{}, shownName + QStringLiteral(" has no position")};
+    }
+    return {position, {}};
 }
 
 } // namespace quorlin::batch

@@ -3,6 +3,7 @@
 #include "analysis/subtext.h"
 
 #include <QList>
+#include <QPoint>
 #include <QString>
 
 #include <optional>
@@ -16,26 +17,30 @@ struct NamedRule
     Subtext item;
 };
 
-/// The saved rules of a settings file.
+/// The saved rules of a settings file, which is read and never changed.
 class RuleLookup
 {
 public:
-    /// @param settings path of the settings file; one that is missing holds no rules. It is copied
-    /// into a folder of its own first, because rules are always read by the file's relative name,
-    /// and never changed.
-    /// @param scratch existing folder for that copy
-    RuleLookup(const QString &settings, const QString &scratch);
+    /// @param settings path of the settings file; one that is missing holds no rules
+    explicit RuleLookup(QString settings);
 
     /// What kept the file from being read; empty when all is well.
-    QString fault() const { return faultText; }
+    QString fault() const;
     /// The rules that the main window offers, in its order.
     QList<NamedRule> listedRules() const;
-    /// The rule of that name, also one whose name keeps it from being listed.
-    std::optional<NamedRule> find(const QString &name) const;
+
+    /// The position of a rule, or what is wrong with the rule.
+    struct Position
+    {
+        QPoint position;
+        QString fault;
+    };
+    /// Looks up the rule of that name, also one whose name keeps it from being listed. A rule whose
+    /// numbers are not what the editor writes is at fault: whole numbers, not negative, not both 0.
+    Position find(const QString &name) const;
 
 private:
-    QString folder;
-    QString faultText;
+    QString settingsPath;
 };
 
 } // namespace quorlin::batch

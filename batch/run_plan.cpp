@@ -1,24 +1,14 @@
 #include "batch/run_plan.h"
 
 #include "pipeline/output_path.h"
+#include "pipeline/split_batch.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QMap>
+#include <QSet>
 
 namespace quorlin::batch {
-
-namespace {
-
-/// The tools' commands enclose every path in double quotes.
-QString quoteFault(const QString &path)
-{
-    return path.contains(u'"')
-               ? QStringLiteral("its path holds a double quote, which the tools cannot be given")
-               : QString();
-}
-
-} // namespace
 
 QString absolutePath(const QString &path, const QString &currentFolder)
 {
@@ -40,22 +30,25 @@ QString refusalOf(const QString &path)
     if (!file.isReadable()) {
         return QStringLiteral("it may not be read");
     }
-    return quoteFault(path);
+    return {};
 }
 
 QStringList sharedFolderWarnings(const QStringList &files, const QString &outputFolder)
 {
-    QMap<QString, QStringList> byName;
-    for (const QString &file : files) {
-        byName[inputBaseName(file)].append(file);
-    }
     QStringList warnings;
-    for (auto entry = byName.cbegin(); entry != byName.cend(); ++entry) {
-        if (entry.value().size() > 1) {
-            warnings.append(QString::number(entry.value().size()) +
-                            QStringLiteral(" files share the output folder ") + outputFolder +
-                            u'/' + entry.key() + QStringLiteral(": ") +
-                            entry.value().join(QStringLiteral(", ")));
+    for (const QList<qsizetype> &sharing : filesSharingFolders(files)) {
+        // Spellings that differ share a folder on some disks only.
+        QMap<QString, QStringList> byName;
+        for (const qsizetype index : sharing) {
+            byName[inputBaseName(files.at(index))].append(files.at(index));
+        }
+        for (auto entry = byName.cbegin(); entry != byName.cend(); ++entry) {
+            if (entry.value().size() > 1) {
+                warnings.append(QString::number(entry.value().size()) +
+                                QStringLiteral(" files share the output folder ") + outputFolder +
+                                u'/' + entry.key() + QStringLiteral(": ") +
+                                entry.value().join(QStringLiteral(", ")));
+            }
         }
     }
     return warnings;
@@ -64,8 +57,7 @@ QStringList sharedFolderWarnings(const QStringList &files, const QString &output
 RunPlan planRun(const Arguments &arguments, const QString &currentFolder)
 {
     RunPlan plan;
-    plan.method = arguments.method - 1;
-    plan.timeoutSeconds = arguments.timeoutSeconds;
+    QSet<QString> seen;
     plan.outputFolder = absolutePath(arguments.outputFolder, currentFolder);
     for (const QString &name : arguments.files) {
         const QString path = absolutePath(name, currentFolder);
@@ -73,9 +65,10 @@ RunPlan planRun(const Arguments &arguments, const QString &currentFolder)
             name.isEmpty() ? QStringLiteral("an empty file name") : refusalOf(path);
         if (!refusal.isEmpty()) {
             plan.refusedFiles.append({path, refusal, plan.files.size()});
-        } else if (plan.files.contains(path)) {
+        } else if (seen.contains(path)) {
             plan.warnings.append(path + QStringLiteral(": named twice, split once"));
         } else {
+            seen.insert(path);
             plan.files.append(path);
         }
     }
@@ -86,9 +79,6 @@ RunPlan planRun(const Arguments &arguments, const QString &currentFolder)
 QString prepareOutputFolder(const QString &folder, bool create)
 {
     const QFileInfo info(folder);
-    if (const QString fault = quoteFault(folder); !fault.isEmpty()) {
-        return folder + QStringLiteral(": ") + fault;
-    }
     if (info.exists() && !info.isDir()) {
         return folder + QStringLiteral(": the output folder is a file");
     }

@@ -2,7 +2,6 @@
 
 #include "batch/arguments.h"
 
-#include <QPoint>
 #include <QString>
 #include <QStringList>
 
@@ -23,10 +22,6 @@ struct RunPlan
     QStringList files;
     QList<RefusedFile> refusedFiles;
     QString outputFolder;
-    QPoint position;
-    /// Index of the method, 0 to 2.
-    int method = 0;
-    int timeoutSeconds = 600;
     /// What the caller should hear before the run.
     QStringList warnings;
 };

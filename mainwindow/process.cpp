@@ -251,9 +251,6 @@ QProcess *Process::prepareTool(const QString &command, const char *finishedSlot)
             }
         },
         Qt::QueuedConnection);
-    if (toolObserver) {
-        toolObserver(*process);
-    }
     return process;
 }
 

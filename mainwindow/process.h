@@ -46,11 +46,8 @@ public:
     /// Called with every line that is added to the progress pane.
     std::function<void(const QString &line)> progressObserver;
     /// Called with the command of a tool that could not be started. Where a split stands still
-    /// then, the window stays silent, but a caller without a window must not wait for ever.
+    /// then, the window stays silent.
     std::function<void(const QString &command)> toolFailureObserver;
-    /// Called with every tool just before it is started, so that a caller without a window can hear
-    /// what it says and end it when it hangs.
-    std::function<void(QProcess &tool)> toolObserver;
 
     /// Adds @p files to the list, whatever their suffix, and counts their pages.
     void addFiles(const QStringList &files); // mainwindow/file_list.cpp

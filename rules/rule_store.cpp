@@ -1,30 +1,28 @@
 #include "rules/rule_store.h"
 
-#include "common/settings_text.h"
-
 #include <QSettings>
 
 namespace quorlin {
 
-QStringList ruleNames()
+QStringList ruleNames(const QString &settingsPath)
 {
-    QSettings settings(settingsFileName(), QSettings::IniFormat);
+    QSettings settings(settingsPath, QSettings::IniFormat);
     settings.beginGroup(QStringLiteral("orbi"));
     QStringList names = settings.childKeys();
     settings.endGroup();
     return names;
 }
 
-bool isRuleNameTaken(const QString &name)
+bool isRuleNameTaken(const QString &name, const QString &settingsPath)
 {
-    const QSettings settings(settingsFileName(), QSettings::IniFormat);
+    const QSettings settings(settingsPath, QSettings::IniFormat);
     return settingsText(settings, QStringLiteral("orbi/") + name, QStringLiteral("0")) ==
            QLatin1String("1");
 }
 
-Subtext readRule(const QString &name)
+Subtext readRule(const QString &name, const QString &settingsPath)
 {
-    const QSettings settings(settingsFileName(), QSettings::IniFormat);
+    const QSettings settings(settingsPath, QSettings::IniFormat);
     const auto number = [&](const char *key) {
         return settingsText(settings, name + QLatin1String(key), QStringLiteral("0")).toInt();
     };

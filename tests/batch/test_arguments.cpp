@@ -26,6 +26,7 @@ private slots:
     void positionsAreTwoNumbers();
     void faultsAreNamed_data();
     void faultsAreNamed();
+    void pagesWithoutTextJoinUnlessTheRunSaysMore();
     void listingModesNeedNoRule();
     void helpWinsOverWhatFollows();
     void everyOptionIsInTheHelp();
@@ -105,12 +106,21 @@ void TestArguments::faultsAreNamed_data()
     QTest::newRow("no file") << words("--rule R --output o") << "files";
     QTest::newRow("method 0") << words("--method 0") << "1, 2 or 3";
     QTest::newRow("method 4") << words("--method=4") << "1, 2 or 3";
-    QTest::newRow("method without value") << words("--method") << "--method needs a value";
+    QTest::newRow("method without value") << words("--method") << "missing value after '--method'";
     QTest::newRow("unknown option") << words("--frobnicate") << "--frobnicate";
     QTest::newRow("unknown short option") << words("-x") << "-x";
-    QTest::newRow("value for a switch") << words("--quiet=yes") << "--quiet takes no value";
+    QTest::newRow("value for a switch")
+        << words("--quiet=yes") << "unexpected value after '--quiet'";
     QTest::newRow("empty rule name") << QStringList({"--rule", ""}) << "--rule";
     QTest::newRow("page 0") << words("--list-items a.pdf --page 0") << "--page";
+    QTest::newRow("no jobs") << words("--jobs 0") << "--jobs takes 1 to 1024";
+    QTest::newRow("too many jobs") << words("--jobs 100000") << "--jobs";
+    QTest::newRow("unknown choice for pages without text")
+        << words("--pages-without-text keep") << "join, separate, drop or fail";
+    QTest::newRow("an option twice")
+        << words("--rule R --rule S --output o a.pdf") << "--rule is given twice";
+    QTest::newRow("a switch twice")
+        << words("--quiet --quiet --rule R --output o a.pdf") << "--quiet is given twice";
     QTest::newRow("timeout 0") << words("--timeout 0") << "--timeout";
     QTest::newRow("items of two files") << words("--list-items a.pdf b.pdf") << "one file";
     QTest::newRow("rules of a file") << words("--list-rules a.pdf") << "no file";
@@ -123,6 +133,20 @@ void TestArguments::faultsAreNamed()
     const QString error = parseArguments(line).error;
     QVERIFY2(error.contains(named), qPrintable(error));
     QVERIFY(!error.contains(u'\n'));
+}
+
+void TestArguments::pagesWithoutTextJoinUnlessTheRunSaysMore()
+{
+    const auto read = [](const char *choice) {
+        return parseArguments(words("--rule R --output o a.pdf --pages-without-text") +
+                              QStringList{choice})
+            .arguments;
+    };
+    QVERIFY(!parseArguments(words("--rule R --output o a.pdf")).arguments.blankPages.has_value());
+    QCOMPARE(read("join").blankPages, std::optional(quorlin::BlankPages::Join));
+    QCOMPARE(read("separate").blankPages, std::optional(quorlin::BlankPages::Separate));
+    QCOMPARE(read("drop").blankPages, std::optional(quorlin::BlankPages::Drop));
+    QVERIFY(read("fail").blankPagesFail);
 }
 
 void TestArguments::listingModesNeedNoRule()
@@ -145,9 +169,10 @@ void TestArguments::helpWinsOverWhatFollows()
 void TestArguments::everyOptionIsInTheHelp()
 {
     const QString help = helpText();
-    for (const char *option : {"--rule", "--position", "--method", "--output", "--create",
-                               "--quiet", "--verbose", "--timeout", "--settings", "--tools",
-                               "--list-rules", "--list-items", "--page", "--help", "--version"}) {
+    for (const char *option :
+         {"--jobs", "--pages-without-text", "--rule", "--position", "--method", "--output",
+          "--create", "--quiet", "--verbose", "--timeout", "--settings", "--tools", "--list-rules",
+          "--list-items", "--page", "--help", "--version"}) {
         QVERIFY2(help.contains(QLatin1String(option)), option);
     }
 }

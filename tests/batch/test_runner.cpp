@@ -41,9 +41,21 @@ private slots:
     void aToolThatCannotStartEndsTheRun_data();
     void aToolThatCannotStartEndsTheRun();
     void aHungToolIsEndedAndTheOthersGoOn();
-    void messageBoxesAreAnsweredAndTold();
-    void aSignalEndsToolsAndRemovesScratchFiles_data();
-    void aSignalEndsToolsAndRemovesScratchFiles();
+    void aVanishedOutputFolderFailsEveryFileBehindIt();
+    void aSignalEndsToolsAndLeavesNothing_data();
+    void aSignalEndsToolsAndLeavesNothing();
+    void aReaderThatGoesAwayEndsTheRun();
+    void neitherHomeNorTemporaryFolderIsNeeded();
+    void onlyQtCoreIsLinked();
+    void aFileWithoutAnyTextFails();
+    void theRunSaysWhatBecomesOfPagesWithoutText_data();
+    void theRunSaysWhatBecomesOfPagesWithoutText();
+    void pagesThatCouldNotBeReadFailTheirFile();
+    void aChangedInputIsNamedAndLeavesNoOutput();
+    void rulesWithOddNumbersAreRefused_data();
+    void rulesWithOddNumbersAreRefused();
+    void theSettingsStayAsTheyAre();
+    void jobsLimitTheToolsThatRunAtOnce();
     void runsSideBySideKeepTheirFilesApart();
     void itemsOfAPageAreListed();
     void aPageThatIsNotThereIsAnError();
@@ -136,7 +148,8 @@ void TestRunner::everyGroupBecomesAnOutput()
                                                  : method == "1" ? QString("A\n\nA\n")
                                                                  : QString("A\n\n"));
     QVERIFY(result.output.contains("Succeed  " + root->filePath(file) + " (5 pages, " +
-                                   QString::number(names.size()) + " outputs)\n"));
+                                   QString::number(names.size()) +
+                                   " outputs, pages without text: 1)\n"));
     QVERIFY(result.output.endsWith("1 of 1 files split.\n"));
 }
 
@@ -164,23 +177,21 @@ void TestRunner::progressIsPrintedLineByLine()
     const QString second = input("b.pdf", "C\n");
     const RunnerResult result = split({first, second});
     const QString folder = root->path();
-    QCOMPARE(result.output, "Loading " + folder + "/in/a.pdf\n" + "Loading " + folder +
-                                "/in/b.pdf\n" +
-                                "Finished.\n"
-                                "Conversion Start:\n" +
-                                folder + "/in/a.pdf\n" +
+    QCOMPARE(result.output, "Conversion Start:\n" + folder +
+                                "/in/a.pdf\n"
                                 "Analyzing page 1\n"
                                 "Analyzing page 2\n"
                                 "Generating " +
                                 folder + "/out/a/1 A a 1.pdf\n" + "Generating " + folder +
-                                "/out/a/2 B a 2.pdf\n" + folder + "/in/b.pdf\n" +
+                                "/out/a/2 B a 2.pdf\n" + "Succeed  " + folder +
+                                "/in/a.pdf (2 pages, 2 outputs)\n" + folder +
+                                "/in/b.pdf\n"
                                 "Analyzing page 1\n"
                                 "Generating " +
-                                folder + "/out/b/1 C b 1.pdf\n" +
+                                folder + "/out/b/1 C b 1.pdf\n" + "Succeed  " + folder +
+                                "/in/b.pdf (1 pages, 1 outputs)\n" +
                                 "Conversion Finished.\n"
-                                "Succeed  " +
-                                folder + "/in/a.pdf (2 pages, 2 outputs)\n" + "Succeed  " + folder +
-                                "/in/b.pdf (1 pages, 1 outputs)\n" + "2 of 2 files split.\n");
+                                "2 of 2 files split.\n");
 }
 
 void TestRunner::quietLeavesTheProgressOut()
@@ -216,7 +227,8 @@ void TestRunner::oddFileNamesAreSplitToo()
 {
     const QStringList names = {
         "noextension", "UPPER.PDF",     "-f.pdf",  "two  blanks & 'quotes' ü.pdf",
-        "%1 100%.pdf", "a<b>&amp;.pdf", "#1?.pdf", "report.v2.pdf"};
+        "%1 100%.pdf", "a<b>&amp;.pdf", "#1?.pdf", "6\" pipe.pdf",
+        "a\nb.pdf",    "report.v2.pdf"};
     QStringList words = splitWords({"--"});
     for (const QString &name : names) {
         words.append(input(name, "A\n"));
@@ -228,7 +240,9 @@ void TestRunner::oddFileNamesAreSplitToo()
     QCOMPARE(outputs("two  blanks & 'quotes' ü"),
              QStringList{"1 A two  blanks & 'quotes' ü 1.pdf"});
     QCOMPARE(outputs("report"), QStringList{"1 A report 1.pdf"});
-    QVERIFY(result.output.endsWith("8 of 8 files split.\n"));
+    QCOMPARE(outputs("6\" pipe"), QStringList{"1 A 6\" pipe 1.pdf"});
+    QCOMPARE(outputs("a\nb"), QStringList{"1 A a\nb 1.pdf"});
+    QVERIFY(result.output.endsWith("10 of 10 files split.\n"));
 }
 
 void TestRunner::everyFailingFileIsNamedWithItsReason()
@@ -282,7 +296,6 @@ void TestRunner::leftoversAreNotTakenForOutputs()
 
 void TestRunner::aFailedExportLeavesNoOutput()
 {
-    // The file before left its page files in the scratch folder; none may pass for this file's.
     const RunnerResult result =
         split({input("a.pdf", "A\n"), input("unexportable.pdf", "X\n"), input("b.pdf", "B\n")});
     QCOMPARE(result.exitCode, 1);
@@ -380,15 +393,17 @@ void TestRunner::aHungToolIsEndedAndTheOthersGoOn()
     QVERIFY(result.output.endsWith("1 of 3 files split.\n"));
 }
 
-void TestRunner::messageBoxesAreAnsweredAndTold()
+void TestRunner::aVanishedOutputFolderFailsEveryFileBehindIt()
 {
-    const RunnerResult result = split({input("unfolder.pdf", "A\n"), input("b.pdf", "B\n")});
+    const RunnerResult result =
+        split({"--jobs", "1", input("unfolder.pdf", "A\n"), input("b.pdf", "B\n")});
     QCOMPARE(result.exitCode, 1);
-    QVERIFY2(result.errors.contains("Please specify an output folder."), qPrintable(result.errors));
-    QVERIFY(result.errors.contains("in/b.pdf: the run ended before its turn"));
+    QVERIFY2(result.errors.contains("in/unfolder.pdf: 1 of 1 outputs"), qPrintable(result.errors));
+    QVERIFY2(result.errors.contains("in/b.pdf: its output folder could not be made"),
+             qPrintable(result.errors));
 }
 
-void TestRunner::aSignalEndsToolsAndRemovesScratchFiles_data()
+void TestRunner::aSignalEndsToolsAndLeavesNothing_data()
 {
     QTest::addColumn<int>("signal");
     QTest::newRow("SIGTERM") << SIGTERM;
@@ -396,7 +411,7 @@ void TestRunner::aSignalEndsToolsAndRemovesScratchFiles_data()
     QTest::newRow("SIGHUP") << SIGHUP;
 }
 
-void TestRunner::aSignalEndsToolsAndRemovesScratchFiles()
+void TestRunner::aSignalEndsToolsAndLeavesNothing()
 {
     QFETCH(int, signal);
     QProcess process;
@@ -405,11 +420,6 @@ void TestRunner::aSignalEndsToolsAndRemovesScratchFiles()
     process.start();
     QFile hanging(root->filePath("out/hanging"));
     QTRY_VERIFY_WITH_TIMEOUT(hanging.exists() && hanging.size() > 0, 30000);
-    QVERIFY(!QDir(root->filePath("tmp")).isEmpty());
-    const QFileInfoList scratch =
-        QDir(root->filePath("tmp")).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot);
-    QCOMPARE(scratch.size(), 1);
-    QVERIFY(!(scratch.at(0).permissions() & (QFile::ReadGroup | QFile::ReadOther)));
     QVERIFY(hanging.open(QIODevice::ReadOnly));
     const auto tool = static_cast<pid_t>(hanging.readAll().trimmed().toLong());
     QVERIFY(tool > 0);
@@ -420,7 +430,197 @@ void TestRunner::aSignalEndsToolsAndRemovesScratchFiles()
     QCOMPARE(process.exitCode(), 128 + signal);
     QVERIFY(::kill(tool, 0) != 0);
     QVERIFY(QDir(root->filePath("tmp")).isEmpty());
+    QVERIFY(!QDir(root->filePath("out/hangmerge")).exists());
     QVERIFY(process.readAllStandardError().contains("hangmerge.pdf: "));
+}
+
+void TestRunner::aReaderThatGoesAwayEndsTheRun()
+{
+    int ends[2] = {};
+    QCOMPARE(pipe2(ends, O_CLOEXEC), 0);
+    QProcess process;
+    prepareRunner(process, splitWords({"--quiet", input("hangmerge.pdf", "A\n")}), root->path(),
+                  root->filePath("tmp"));
+    process.setStandardOutputFile(QStringLiteral("/dev/fd/%1").arg(ends[1]), QIODevice::Append);
+    process.start();
+    ::close(ends[1]);
+    QFile hanging(root->filePath("out/hanging"));
+    QTRY_VERIFY_WITH_TIMEOUT(hanging.exists() && hanging.size() > 0, 30000);
+    QVERIFY(hanging.open(QIODevice::ReadOnly));
+    const auto tool = static_cast<pid_t>(hanging.readAll().trimmed().toLong());
+    ::close(ends[0]);
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 128 + SIGPIPE);
+    QVERIFY(::kill(tool, 0) != 0);
+    QVERIFY(!QDir(root->filePath("out/hangmerge")).exists());
+}
+
+void TestRunner::neitherHomeNorTemporaryFolderIsNeeded()
+{
+    QProcess process;
+    prepareRunner(process, splitWords({input("f.pdf", "A\nB\n")}), root->path(), "/nonexistent");
+    QProcessEnvironment environment = process.processEnvironment();
+    for (const char *name : {"HOME", "XDG_RUNTIME_DIR", "DISPLAY", "WAYLAND_DISPLAY", "USER"}) {
+        environment.remove(QLatin1String(name));
+    }
+    process.setProcessEnvironment(environment);
+    process.start();
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.readAllStandardError(), QByteArray());
+    QCOMPARE(process.exitCode(), 0);
+    QCOMPARE(outputs("f").size(), 2);
+}
+
+void TestRunner::onlyQtCoreIsLinked()
+{
+    QProcess ldd;
+    ldd.start("ldd", {runnerPath()});
+    QVERIFY(ldd.waitForFinished());
+    const QString libraries = QString::fromUtf8(ldd.readAllStandardOutput());
+    QVERIFY2(libraries.contains("libQt6Core"), qPrintable(libraries));
+    for (const char *name : {"Qt6Gui", "Qt6Widgets", "Qt6Network", "libX", "libxcb", "libwayland",
+                             "libGL", "libEGL", "fontconfig", "freetype"}) {
+        QVERIFY2(!libraries.contains(QLatin1String(name)), name);
+    }
+}
+
+void TestRunner::aFileWithoutAnyTextFails()
+{
+    const RunnerResult result = split({input("blank.pdf", "\n\n"), input("b.pdf", "B\n")});
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.errors.contains("in/blank.pdf: no page has text at 100,50 (--list-items"),
+             qPrintable(result.errors));
+    QVERIFY(!QDir(root->filePath("out/blank")).exists());
+    QVERIFY(result.output.endsWith("1 of 2 files split.\n"));
+}
+
+void TestRunner::theRunSaysWhatBecomesOfPagesWithoutText_data()
+{
+    QTest::addColumn<QString>("choice");
+    QTest::addColumn<QByteArray>("pages");
+    QTest::addColumn<QStringList>("names");
+    QTest::addColumn<QString>("told");
+    QTest::newRow("joined") << "join" << QByteArray("A\n\nA\n\nB\n")
+                            << QStringList{"1 A f 1-4.pdf", "2 B f 5.pdf"}
+                            << "(5 pages, 2 outputs, pages without text: 2)";
+    QTest::newRow("separate") << "separate" << QByteArray("A\n\n\nA\nB\n")
+                              << QStringList{"1 A f 1.pdf", "2   f 2-3.pdf", "3 A f 4.pdf",
+                                             "4 B f 5.pdf"}
+                              << "(5 pages, 4 outputs, pages without text: 2)";
+    QTest::newRow("dropped") << "drop" << QByteArray("\nA\n\nA\nB\n")
+                             << QStringList{"1 A f 2 4.pdf", "2 B f 5.pdf"}
+                             << "(5 pages, 2 outputs, pages without text: 2, pages dropped: 2)";
+    QTest::newRow("not allowed") << "fail" << QByteArray("A\n\nA\n") << QStringList()
+                                 << "1 of 3 pages have no text at 100,50";
+    QTest::newRow("no text at all, joined")
+        << "join" << QByteArray("\n\n") << QStringList{"1   f 1-2.pdf"}
+        << "(2 pages, 1 outputs, pages without text: 2)";
+    QTest::newRow("no text at all, dropped")
+        << "drop" << QByteArray("\n\n") << QStringList() << "no page has text";
+}
+
+void TestRunner::theRunSaysWhatBecomesOfPagesWithoutText()
+{
+    QFETCH(QString, choice);
+    QFETCH(QByteArray, pages);
+    QFETCH(QStringList, names);
+    QFETCH(QString, told);
+    const RunnerResult result = split({"--pages-without-text", choice, input("f.pdf", pages)});
+    QCOMPARE(outputs("f"), names);
+    QCOMPARE(result.exitCode, names.isEmpty() ? 1 : 0);
+    QVERIFY2((result.output + result.errors).contains(told), qPrintable(result.output));
+}
+
+void TestRunner::pagesThatCouldNotBeReadFailTheirFile()
+{
+    const RunnerResult result = split({input("a.pdf", "A\n!\nB\n"), input("b.pdf", "A\n~\n"),
+                                       input("c.pdf", "A\n~B\n"), input("standin.pdf", "A\nB\n")});
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.errors.contains("in/a.pdf: it has unreadable pages: page 2"),
+             qPrintable(result.errors));
+    QVERIFY2(result.errors.contains("in/b.pdf: pages could be read only in part"),
+             qPrintable(result.errors));
+    QVERIFY2(result.errors.contains("in/standin.pdf: unreadable pages have a stand-in: page 2 in"),
+             qPrintable(result.errors));
+    QVERIFY(result.output.contains("in/c.pdf (2 pages, 2 outputs, page warnings: 1)\n"));
+    // The outputs are there, with a stand-in for what could not be read.
+    QCOMPARE(outputs("a").size(), 2);
+    QCOMPARE(outputs("standin").size(), 2);
+}
+
+void TestRunner::aChangedInputIsNamedAndLeavesNoOutput()
+{
+    const RunnerResult result = split({input("changing.pdf", "A\nB\nC\n"), input("b.pdf", "B\n")});
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY2(result.errors.contains("in/changing.pdf: it changed while it was split"),
+             qPrintable(result.errors));
+    QVERIFY(!QDir(root->filePath("out/changing")).exists());
+    QCOMPARE(outputs("b").size(), 1);
+}
+
+void TestRunner::rulesWithOddNumbersAreRefused_data()
+{
+    QTest::addColumn<QByteArray>("numbers");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("negative") << QByteArray("xpos=-5\nypos=50\n") << "xpos is \"-5\"";
+    QTest::newRow("too large") << QByteArray("xpos=100\nypos=99999999999\n")
+                               << "ypos is \"99999999999\"";
+    QTest::newRow("no number") << QByteArray("xpos=100px\nypos=50\n") << "xpos is \"100px\"";
+    QTest::newRow("a fraction") << QByteArray("xpos=100\nypos=50.5\n") << "ypos is \"50.5\"";
+    QTest::newRow("none") << QByteArray("wid=100\n") << "has no position";
+}
+
+void TestRunner::rulesWithOddNumbersAreRefused()
+{
+    QFETCH(QByteArray, numbers);
+    QFETCH(QString, reason);
+    QFile settings(root->filePath("rules.ini"));
+    QVERIFY(settings.open(QIODevice::WriteOnly));
+    settings.write("[orbi]\nOdd=1\n[Odd]\n" + numbers);
+    settings.close();
+    const RunnerResult result = run({"--rule", "Odd", "--settings", "rules.ini", "--output", "out",
+                                     "--tools", "tools", input("f.pdf", "A\n")});
+    QCOMPARE(result.exitCode, 2);
+    QVERIFY2(result.errors.contains(reason), qPrintable(result.errors));
+    QVERIFY(QDir(root->filePath("out")).isEmpty());
+}
+
+void TestRunner::theSettingsStayAsTheyAre()
+{
+    const QString folder = root->filePath("settings");
+    QVERIFY(QDir().mkdir(folder));
+    const QByteArray text = "[orbi]\nAccount=1\n[Account]\nypos=50\nxpos=100\n; a remark\n";
+    QFile settings(folder + "/rules.ini");
+    QVERIFY(settings.open(QIODevice::WriteOnly));
+    settings.write(text);
+    settings.close();
+    const RunnerResult result = run({"--rule", "Account", "--settings", settings.fileName(),
+                                     "--output", "out", "--tools", "tools", input("f.pdf", "A\n")});
+    QCOMPARE(result.exitCode, 0);
+    QVERIFY(settings.open(QIODevice::ReadOnly));
+    QCOMPARE(settings.readAll(), text);
+    QCOMPARE(QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+             QStringList{"rules.ini"});
+}
+
+void TestRunner::jobsLimitTheToolsThatRunAtOnce()
+{
+    QStringList words = {"--jobs", "3"};
+    for (int number = 0; number < 9; ++number) {
+        words.append(input(QStringLiteral("f%1.pdf").arg(number), "A\nB\n"));
+    }
+    const RunnerResult result = split(words);
+    QCOMPARE(result.exitCode, 0);
+    QVERIFY(tools->mostAtOnce() <= 3);
+    QStringList told;
+    for (const QString &line : result.output.split('\n')) {
+        if (line.startsWith("Succeed")) {
+            told.append(line.section('/', -1).section(' ', 0, 0));
+        }
+    }
+    QCOMPARE(told, QStringList({"f0.pdf", "f1.pdf", "f2.pdf", "f3.pdf", "f4.pdf", "f5.pdf",
+                                "f6.pdf", "f7.pdf", "f8.pdf"}));
 }
 
 void TestRunner::runsSideBySideKeepTheirFilesApart()
@@ -458,6 +658,7 @@ void TestRunner::itemsOfAPageAreListed()
     QCOMPARE(result.errors, QString());
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(result.output, "   left    top  width height  text\n"
+                            "     20     30     90     12  Statement\n"
                             "    100     50     40     12  second page\n");
 }
 

@@ -67,7 +67,8 @@ void TestCorpusFiles::initTestCase()
         QVERIFY(QDir(root.path()).mkdir(QLatin1String(folder)));
     }
     // No item stands there, so that every file becomes one output of all its pages.
-    QStringList words{"--position", "1,9999999", "--output", "out", "--quiet"};
+    QStringList words{"--position", "1,9999999", "--pages-without-text", "join", "--output",
+                      "out",        "--quiet"};
     for (qsizetype index = 0; index < files.size(); ++index) {
         const QString link = QStringLiteral("in/") + linkName(index);
         QVERIFY2(QFile::link(files.at(index).path, root.filePath(link)), qPrintable(link));
@@ -106,8 +107,14 @@ void TestCorpusFiles::everyFileEndsAsItShould()
     const QStringList outputs = folder.entryList(QDir::Files);
     const int pages = results.value(name, 0);
     if (pages < 0) {
+        const QString reason = result.errors.section("/" + name + ": ", -1).section('\n', 0, 0);
+        // The outputs of a file with unreadable pages are written, with stand-ins.
+        if (reason.contains("unreadable pages") || reason.contains("only in part")) {
+            QCOMPARE(outputs.size(), 1);
+            return;
+        }
         QVERIFY2(file.readable != CorpusFile::Readable::Yes || file.mergeMayFail,
-                 qPrintable(result.errors.section("/" + name + ": ", 1).section('\n', 0, 0)));
+                 qPrintable(reason));
         QVERIFY2(outputs.isEmpty(), qPrintable(outputs.join('\n')));
         QVERIFY(result.errors.contains("/" + name + ": "));
         return;

@@ -3,6 +3,7 @@
 #include "tests/corpus/corpus.h"
 #include "tests/corpus/page_texts.h"
 #include "tests/corpus/text_comparison.h"
+#include "tests/support/text_files.h"
 #include "tests/support/window_bench.h"
 
 #include <QComboBox>
@@ -104,11 +105,42 @@ QString faultOf(const QDir &folder, const CorpusFile &file, int method, const QS
     return {};
 }
 
+/// What the runner writes otherwise than the window did into @p folder; empty when it writes the
+/// same under the same names.
+QString runnerDiffers(const WindowBench &bench, const QString &file, const Subtext &field,
+                      int method, const QDir &folder)
+{
+    const QString base = QFileInfo(file).baseName();
+    const QString output =
+        bench.folders.outputs() + QStringLiteral("/runner") + QString::number(method);
+    QProcess runner;
+    runner.start(QStringLiteral(QUORLIN_BIN_DIR "/quorlin-batch"),
+                 {QStringLiteral("--position"),
+                  QString::number(field.left) + u',' + QString::number(field.top),
+                  QStringLiteral("--method"), QString::number(method + 1),
+                  QStringLiteral("--create"), QStringLiteral("--output"), output, file});
+    if (!runner.waitForFinished(300000) || runner.exitCode() != 0) {
+        return QString::fromUtf8(runner.readAllStandardError());
+    }
+    const QDir ours(output + u'/' + base);
+    const QStringList names = folder.entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    if (ours.entryList(QDir::Files | QDir::Hidden, QDir::Name) != names) {
+        return QStringLiteral("other names");
+    }
+    for (const QString &name : names) {
+        if (quorlin::test::readFile(ours.filePath(name)) !=
+            quorlin::test::readFile(folder.filePath(name))) {
+            return name + QStringLiteral(" holds other bytes");
+        }
+    }
+    return {};
+}
+
 } // namespace
 
 Q_DECLARE_METATYPE(CorpusFile)
 
-/// Batches of many producers, split in the window with the real tools.
+/// Batches of many producers, split in the window with the real tools, and again by the runner.
 class TestWindowBatches : public QObject
 {
     Q_OBJECT
@@ -163,6 +195,9 @@ void TestWindowBatches::everyGroupIsRight()
         const QString fault = faultOf(outputs, file, method, texts);
         QVERIFY2(fault.isEmpty(),
                  qPrintable(QStringLiteral("method %1: ").arg(method + 1) + fault));
+        const QString difference = runnerDiffers(bench, file.path, field, method, outputs);
+        QVERIFY2(difference.isEmpty(),
+                 qPrintable(QStringLiteral("runner, method %1: ").arg(method + 1) + difference));
     }
 }
 

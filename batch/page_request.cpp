@@ -1,0 +1,51 @@
+#include "batch/page_request.h"
+
+#include "batch/console.h"
+#include "batch/stop_signals.h"
+#include "pipeline/tool_run.h"
+
+#include <QEventLoop>
+
+#include <utility>
+
+namespace quorlin::batch {
+
+PageRequest::PageRequest(QString folder, QString pdf, int pageNumber, int timeout)
+    : toolFolder(std::move(folder)), file(std::move(pdf)), page(pageNumber), timeoutSeconds(timeout)
+{
+}
+
+int PageRequest::run(Console &console)
+{
+    const QString number = QString::number(page);
+    ToolCommand command;
+    command.program = toolFolder + QStringLiteral("/pagexport");
+    command.arguments = {QStringLiteral("-items"), file,  QStringLiteral("-f"), number,
+                         QStringLiteral("-l"),     number};
+    QEventLoop loop;
+    ToolRun tool(std::move(command), timeoutSeconds, nullptr);
+    PageItemsReader reader(gatherer, page);
+    int stopSignal = 0;
+    const StopSignals stopSignals([&](int signal) {
+        stopSignal = signal;
+        tool.cancel();
+    });
+    QObject::connect(&tool, &ToolRun::wrote, &loop,
+                     [&](const QByteArray &bytes) { reader.take(bytes); });
+    QObject::connect(&tool, &ToolRun::said, &loop,
+                     [&](const QByteArray &text) { console.passOn(text); });
+    QObject::connect(&tool, &ToolRun::ended, &loop, [&](const ToolEnd &end) {
+        if (end.kind == ToolEnd::Kind::Stalled) {
+            faultText = QStringLiteral("the page took too long");
+        } else if (!end.succeeded() || !reader.isComplete() ||
+                   !reader.pages().unreadable.isEmpty()) {
+            faultText = QStringLiteral("page ") + number + QStringLiteral(" could not be read");
+        }
+        loop.quit();
+    });
+    tool.start();
+    loop.exec();
+    return stopSignal;
+}
+
+} // namespace quorlin::batch

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "analysis/subtext.h"
+#include "batch/item_listing.h"
+
+#include <QList>
+#include <QString>
+
+namespace quorlin::batch {
+
+class Console;
+
+/// Asks for the text items of one page.
+class PageRequest
+{
+public:
+    /// @param toolFolder folder of pagexport
+    /// @param page counted from 1
+    PageRequest(QString toolFolder, QString file, int page, int timeoutSeconds);
+
+    /// Waits for the answer; the tool's complaints go to the error stream.
+    /// @returns the signal that asked the program to end meanwhile; 0 when there was none
+    int run(Console &console);
+
+    /// What kept the page from being read; empty when it was.
+    QString fault() const { return faultText; }
+    const QList<Subtext> &items() const { return gatherer.items(); }
+
+private:
+    QString toolFolder;
+    QString file;
+    int page;
+    int timeoutSeconds;
+    ItemGatherer gatherer;
+    QString faultText;
+};
+
+} // namespace quorlin::batch

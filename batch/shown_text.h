@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+namespace quorlin::batch {
+
+/// @p text with every control character shown as "?", so that no file name can steer a terminal.
+QString printable(const QString &text);
+
+/// The one line shown on a terminal while a file is worked on: "[2/3] name: what", control
+/// characters as "?", the name cut where the line would exceed @p columns characters.
+QString liveText(qsizetype number, qsizetype count, const QString &name, const QString &what,
+                 int columns);
+
+} // namespace quorlin::batch

@@ -1,0 +1,45 @@
+#include "batch/item_listing.h"
+#include "batch/shown_text.h"
+
+#include <QTest>
+
+using namespace quorlin::batch;
+
+class TestPrinting : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theLiveLineFitsTheTerminal();
+    void controlCharactersNeverReachATerminal();
+    void itemsAreListedInColumns();
+};
+
+void TestPrinting::theLiveLineFitsTheTerminal()
+{
+    QCOMPARE(liveText(2, 3, "a.pdf", "counting pages", 80), "[2/3] a.pdf: counting pages");
+    const QString cut = liveText(2, 3, QString(200, u'n'), "counting pages", 40);
+    QCOMPARE(cut.size(), 40);
+    QVERIFY(cut.endsWith(QLatin1String("~: counting pages")));
+    QVERIFY(liveText(2, 3, "a.pdf", "counting pages", 5).size() <= 5);
+}
+
+void TestPrinting::controlCharactersNeverReachATerminal()
+{
+    QCOMPARE(printable(QStringLiteral("a\033[2Jb\n\u009b")), "a?[2Jb??");
+}
+
+void TestPrinting::itemsAreListedInColumns()
+{
+    ItemGatherer gatherer;
+    gatherer.takeItem("72\t104\t210\t12\tINV 1");
+    gatherer.takeItem("600\t1104\t21\t12\ttwo  words");
+    QCOMPARE(gatherer.items().size(), 2);
+    QCOMPARE(gatherer.items().at(0), (Subtext{72, 104, 210, 12, "INV 1"}));
+    QCOMPARE(itemTable(gatherer.items()), "   left    top  width height  text\n"
+                                          "     72    104    210     12  INV 1\n"
+                                          "    600   1104     21     12  two  words\n");
+}
+
+QTEST_GUILESS_MAIN(TestPrinting)
+#include "test_printing.moc"
