@@ -1,9 +1,10 @@
-// Page selections and command lines of any content: a selection that is taken stands for exactly
-// what was written, and a command line is either understood or refused.
+// Page selections, command lines and lists of outputs of any content: a selection that is taken
+// stands for exactly what was written, and the rest is either understood or refused.
 
 #include "tools/pagebinder/page_ranges.h"
 #include "tools/common/tool_error.h"
 #include "tools/pagebinder/command_line.h"
+#include "tools/pagebinder/split_list.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -39,14 +40,39 @@ void tryRange(const std::string &text)
 void tryCommandLine(const std::vector<std::string> &arguments)
 {
     try {
-        const tools::BinderCommand command = tools::parseCommandLine(arguments);
+        const tools::BinderCommand command =
+            tools::parseCommandLine({arguments.begin(), arguments.end()});
         for (const tools::PageRange &range : command.ranges) {
             if (range.first < 1 || range.last < range.first) {
                 std::abort();
             }
         }
+        if (command.action == tools::BinderCommand::Action::split && command.list.empty()) {
+            std::abort();
+        }
         if (command.action == tools::BinderCommand::Action::merge &&
             (command.ranges.empty() || command.input.empty() || command.output.empty())) {
+            std::abort();
+        }
+    } catch (const tools::ToolError &error) {
+        if (error.status() != tools::exitUsageError) {
+            std::abort();
+        }
+    }
+}
+
+/// A list that is taken names an output and pages in every entry, and as many as there are ends.
+void trySplitList(const std::string &text)
+{
+    try {
+        const std::vector<tools::SplitEntry> entries = tools::parseSplitList(text, "list");
+        const char end = text.find('\0') == std::string::npos ? '\n' : '\0';
+        bool isWhole =
+            entries.size() == static_cast<std::size_t>(std::count(text.begin(), text.end(), end));
+        for (const tools::SplitEntry &entry : entries) {
+            isWhole = isWhole && !entry.ranges.empty() && !entry.output.empty();
+        }
+        if (!isWhole) {
             std::abort();
         }
     } catch (const tools::ToolError &error) {
@@ -70,5 +96,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         begin = end + 1;
     }
     tryCommandLine(arguments);
+    trySplitList(text);
     return 0;
 }

@@ -7,10 +7,17 @@ QString binderPath()
     return QStringLiteral(QUORLIN_BIN_DIR "/pagebinder");
 }
 
-ToolRun runBinder(const QStringList &arguments)
+ToolRun runBinder(const QStringList &arguments, const QByteArray &input, const QString &identity)
 {
     QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    if (!identity.isNull()) {
+        environment.insert("QUORLIN_INPUT_IDENTITY", identity);
+    }
+    process.setProcessEnvironment(environment);
     process.start(binderPath(), arguments);
+    process.write(input);
+    process.closeWriteChannel();
     ToolRun run;
     if (!process.waitForFinished(60000)) {
         process.kill();

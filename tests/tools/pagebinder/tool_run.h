@@ -13,7 +13,10 @@ struct ToolRun
 };
 
 /// Runs pagebinder with @p arguments, at most a minute.
-ToolRun runBinder(const QStringList &arguments);
+/// @param input what it reads from standard input
+/// @param identity the value of QUORLIN_INPUT_IDENTITY, which is not set when this is null
+ToolRun runBinder(const QStringList &arguments, const QByteArray &input = {},
+                  const QString &identity = {});
 
 /// Merges @p ranges ("1-2 4") of @p input into @p output.
 ToolRun merge(const QString &input, const QString &ranges, const QString &output);

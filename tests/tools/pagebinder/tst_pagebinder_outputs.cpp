@@ -34,6 +34,11 @@ private slots:
     void refusesTheInputAsOutput();
     void refusesAFolderAsOutput();
     void refusesADeviceAsOutput();
+    void refusesLinksThatLeadToAStream_data();
+    void refusesLinksThatLeadToAStream();
+    void writesToStandardOutputForAHyphen();
+    void standardOutputGetsNothingOfAFailure();
+    void aClosedReaderEndsItQuietly();
     void doesNotWriteThroughALink();
     void namesTheFolderThatIsMissing();
     void aFullDiskLeavesNothing();
@@ -238,6 +243,78 @@ void PageBinderOutputsTest::refusesADeviceAsOutput()
     QCOMPARE(merge(m_input, "1", path("pipe")).status, 1);
     QCOMPARE(runBinder({m_input, "-getinfo", "-outfile", path("pipe")}).status, 1);
     QVERIFY(QFileInfo::exists(path("pipe")));
+}
+
+void PageBinderOutputsTest::refusesLinksThatLeadToAStream_data()
+{
+    QTest::addColumn<QString>("target");
+    QTest::newRow("a pipe") << "pipe";
+    QTest::newRow("a device") << "/dev/null";
+    QTest::newRow("standard output") << "/dev/stdout";
+    QTest::newRow("an open file") << "/proc/self/fd/1";
+    QTest::newRow("a link to a link") << "second";
+    QTest::newRow("a folder") << "folder";
+    QTest::newRow("itself") << "link.pdf";
+}
+
+void PageBinderOutputsTest::refusesLinksThatLeadToAStream()
+{
+    QFETCH(QString, target);
+    QCOMPARE(mkfifo(path("pipe").toLocal8Bit().constData(), 0600), 0);
+    QVERIFY(QDir(m_folder->path()).mkdir("folder"));
+    QVERIFY(QFile::link("/dev/stdout", path("second")));
+    QCOMPARE(
+        ::symlink(target.toLocal8Bit().constData(), path("link.pdf").toLocal8Bit().constData()), 0);
+    for (const QStringList &action : {QStringList{"-merge", "1"}, QStringList{"-getinfo"}}) {
+        QProcess process;
+        // A file for standard output: what the link leads to is then a regular file.
+        process.setStandardOutputFile(path("stream"));
+        process.start(binderPath(),
+                      QStringList{m_input} + action + QStringList{"-outfile", path("link.pdf")});
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitCode(), 1);
+        QCOMPARE(process.readAllStandardError().count('\n'), 1);
+        QVERIFY(QFileInfo(path("link.pdf")).isSymLink());
+        QCOMPARE(QFileInfo(path("stream")).size(), 0);
+    }
+}
+
+void PageBinderOutputsTest::writesToStandardOutputForAHyphen()
+{
+    const ToolRun information = runBinder({m_input, "-getinfo", "-outfile", "-"});
+    QCOMPARE(information.status, 0);
+    QVERIFY(information.output.startsWith("NumberOfPages: 5\n"));
+    const ToolRun merged = runBinder({m_input, "-merge", "2-3", "-outfile", "-"});
+    QCOMPARE(merged.status, 0);
+    QCOMPARE(merge(m_input, "2-3", m_output).status, 0);
+    QFile file(m_output);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(merged.output, file.readAll());
+    QCOMPARE(files(), (QStringList{"input.pdf", "out.pdf"}));
+}
+
+void PageBinderOutputsTest::standardOutputGetsNothingOfAFailure()
+{
+    const ToolRun run = runBinder({m_input, "-merge", "1-9", "-outfile", "-"});
+    QCOMPARE(run.status, 1);
+    QCOMPARE(run.output, QByteArray());
+}
+
+void PageBinderOutputsTest::aClosedReaderEndsItQuietly()
+{
+    QProcess process;
+    process.setChildProcessModifier([] {
+        int ends[2];
+        if (::pipe(ends) == 0) {
+            ::close(ends[0]);
+            ::dup2(ends[1], STDOUT_FILENO);
+        }
+    });
+    process.start(binderPath(), {m_input, "-getinfo", "-outfile", "-"});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 1);
+    QCOMPARE(process.readAllStandardError(), QByteArray());
 }
 
 void PageBinderOutputsTest::doesNotWriteThroughALink()

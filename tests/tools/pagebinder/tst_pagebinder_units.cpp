@@ -134,17 +134,24 @@ void PageBinderUnitsTest::readsCommandLines_data()
     row("no page", "in.pdf -merge 1 x -outfile out", false);
     row("both actions", "in.pdf -getinfo -merge 1 -outfile out", false);
     row("two outputs", "in.pdf -getinfo -outfile a -outfile b", false);
-    row("unknown option", "in.pdf -split -outfile out", false);
+    row("split", "in.pdf -split list", true);
+    row("split by standard input", "in.pdf -split -", true);
+    row("output to standard output", "in.pdf -merge 1 -outfile -", true);
+    row("split without a list", "in.pdf -split", false);
+    row("split with an output", "in.pdf -split list -outfile out", false);
+    row("split and merge", "in.pdf -split list -merge 1 -outfile out", false);
+    row("unknown option", "in.pdf -slit -outfile out", false);
 }
 
 void PageBinderUnitsTest::readsCommandLines()
 {
     QFETCH(QStringList, arguments);
     QFETCH(bool, understood);
-    std::vector<std::string> list;
+    std::vector<std::string> texts;
     for (const QString &argument : arguments) {
-        list.push_back(argument.toStdString());
+        texts.push_back(argument.toStdString());
     }
+    const std::vector<std::string_view> list(texts.begin(), texts.end());
     int status = exitSuccess;
     try {
         parseCommandLine(list);
