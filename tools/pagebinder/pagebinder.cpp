@@ -12,6 +12,7 @@
 #include "tools/pagebinder/output/output_places.h"
 #include "tools/pagebinder/output/signal_cleanup.h"
 #include "tools/pagebinder/split.h"
+#include "tools/sandbox/version_text.h"
 
 #include <csignal>
 #include <new>
@@ -102,7 +103,7 @@ ExitStatus runCommand(int argc, char **argv, std::string &input)
         writeStandardOutput(helpText());
         return exitSuccess;
     case BinderCommand::Action::showVersion:
-        writeStandardOutput(std::string(toolName) + " " QUORLIN_VERSION "\n");
+        writeStandardOutput(versionText(toolName));
         return exitSuccess;
     default:
         input = command.input;

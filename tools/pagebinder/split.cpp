@@ -11,6 +11,16 @@ namespace {
 
 constexpr char hexDigits[] = "0123456789abcdef";
 
+void appendHexadecimal(std::string &text, std::string_view bytes)
+{
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        text += "\\x";
+        text += hexDigits[byte >> 4U];
+        text += hexDigits[byte & 15U];
+    }
+}
+
 /// Writes one output after another.
 class Split
 {
@@ -82,17 +92,17 @@ void Split::finish()
 std::string escapedPath(std::string_view path)
 {
     std::string escaped;
-    for (const char c : path) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (c == '\\') {
+    while (!path.empty()) {
+        const LeadingCharacter character = leadingCharacter(path);
+        const std::string_view bytes = path.substr(0, character.bytes);
+        if (bytes == "\\") {
             escaped += "\\\\";
-        } else if (byte < 0x20 || byte == 0x7f) {
-            escaped += "\\x";
-            escaped += hexDigits[byte >> 4U];
-            escaped += hexDigits[byte & 15U];
+        } else if (character.canBeShown) {
+            escaped += bytes;
         } else {
-            escaped += c;
+            appendHexadecimal(escaped, bytes);
         }
+        path.remove_prefix(character.bytes);
     }
     return escaped;
 }

@@ -22,7 +22,8 @@ ExitStatus splitPages(SourceFile &file, const std::vector<SplitEntry> &entries,
 std::string doneLine(std::size_t index, const MergeResult &result, std::string_view path);
 std::string failedLine(std::size_t index, std::string_view reason);
 
-/// @p path as it stands in a report: control characters as "\xHH", a backslash as two.
+/// @p path as it stands in a report: bytes that cannot be shown (see printable()) as "\xHH" each, a
+/// backslash as two.
 std::string escapedPath(std::string_view path);
 
 } // namespace tools

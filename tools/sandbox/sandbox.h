@@ -50,7 +50,7 @@ void enterSandboxOf(const char *tool, const SandboxNeeds &needs);
 /// One line about @p state, for people.
 std::string describeSandbox(const SandboxState &state);
 
-/// What --version says about the sandbox this program was built with.
+/// One line about the sandbox that this program was built with.
 const char *sandboxSummary();
 
 } // namespace tools

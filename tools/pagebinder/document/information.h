@@ -17,8 +17,8 @@ std::string describeDocument(SourceFile &file);
 /// @throws ToolError, InputChanged
 void writeInformation(SourceFile &file, const OutputPlace &output);
 
-/// @p value as it may stand in a line: control characters become blanks, and a text too long for a
-/// line is cut between two characters.
+/// @p value as it may stand in a line: characters that must not be shown become blanks, and a text
+/// too long for a line is cut between two characters.
 std::string cleanValue(const std::string &value);
 
 } // namespace tools

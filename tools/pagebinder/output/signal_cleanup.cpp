@@ -1,6 +1,7 @@
 #include "tools/pagebinder/output/signal_cleanup.h"
 
 #include "tools/common/ending_signals.h"
+#include "tools/common/printable.h"
 #include "tools/common/tool_error.h"
 
 #include <fcntl.h>
@@ -89,12 +90,7 @@ bool isOverflow(const siginfo_t &information, const void *context)
 
 void fillLine(std::array<char, 512> &line, const std::string &input, const char *reason)
 {
-    std::string text = "pagebinder: ";
-    for (const char c : input.substr(0, 300)) {
-        const auto byte = static_cast<unsigned char>(c);
-        text += byte < 0x20 || byte == 0x7f ? '?' : c;
-    }
-    text += reason;
+    const std::string text = "pagebinder: " + printable(input.substr(0, 300)) + reason;
     std::memcpy(line.data(), text.c_str(), text.size() + 1);
 }
 

@@ -8,6 +8,7 @@
 #include "tools/pagexport/output/output_folder.h"
 #include "tools/pagexport/output/page_files.h"
 #include "tools/sandbox/sandbox.h"
+#include "tools/sandbox/version_text.h"
 
 #include <algorithm>
 #include <memory>
@@ -30,7 +31,7 @@ int runOptions(ExportOptions options)
         writeStandardOutput(exportHelp());
         break;
     case ExportOptions::Action::showVersion:
-        writeStandardOutput("pagexport " QUORLIN_VERSION "\n");
+        writeStandardOutput(versionText(toolName));
         break;
     case ExportOptions::Action::exportPages:
         exportPages(options);
