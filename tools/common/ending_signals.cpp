@@ -24,13 +24,15 @@ void cleanUpAndEnd(int signal)
     endBySignal(signal);
 }
 
-void handle(int signal, void (*handler)(int), int flags)
+/// @returns whether the signal was ignored until now
+bool handle(int signal, void (*handler)(int), int flags)
 {
     struct sigaction action = {};
+    struct sigaction former = {};
     action.sa_handler = handler;
     action.sa_flags = flags;
     sigfillset(&action.sa_mask); // one signal is enough to end by
-    sigaction(signal, &action, nullptr);
+    return sigaction(signal, &action, &former) == 0 && former.sa_handler == SIG_IGN;
 }
 
 } // namespace
@@ -38,10 +40,9 @@ void handle(int signal, void (*handler)(int), int flags)
 void handleEndingSignals(void (*handler)(int))
 {
     for (const int signal : fromOutside) {
-        struct sigaction current = {};
         // Whoever starts the program with a signal ignored, as nohup does, wants it to stay so.
-        if (sigaction(signal, nullptr, &current) == 0 && current.sa_handler != SIG_IGN) {
-            handle(signal, handler, 0);
+        if (handle(signal, handler, 0)) {
+            std::signal(signal, SIG_IGN);
         }
     }
 }

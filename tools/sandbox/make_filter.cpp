@@ -1,4 +1,7 @@
-// Compiles the system call filter of both tools when they are built: make_filter OUTPUT.inc
+// Compiles the system call filters of both tools when they are built: make_filter OUTPUT.inc
+//
+// There is one for each kind of work, because the kernel takes time for every instruction when a
+// tool starts: with threads or without, with new files or without.
 //
 // Everything that is not listed here is refused with "Operation not permitted", which the code that
 // made the call sees as an ordinary failure.
@@ -86,25 +89,37 @@ std::vector<sock_filter> Filter::compile() const
     return program;
 }
 
-/// Whether @p program tests at @p at what is always true: no bit of an argument's half.
-bool isVoidTest(const std::vector<sock_filter> &program, std::size_t at)
+constexpr int loadWord = BPF_LD | BPF_W | BPF_ABS;
+constexpr int jumpIfEqual = BPF_JMP | BPF_JEQ | BPF_K;
+constexpr int jumpIfGreater = BPF_JMP | BPF_JGT | BPF_K;
+constexpr int jumpIfAtLeast = BPF_JMP | BPF_JGE | BPF_K;
+
+/// How many instructions at @p at test what is always true: no bit of an argument's half, or that a
+/// half is at least zero.
+std::size_t lengthOfVoidTest(const std::vector<sock_filter> &program, std::size_t at)
 {
-    constexpr int load = BPF_LD | BPF_W | BPF_ABS;
-    constexpr int mask = BPF_ALU | BPF_AND | BPF_K;
-    constexpr int compare = BPF_JMP | BPF_JEQ | BPF_K;
-    return at + 2 < program.size() && program[at].code == load && program[at + 1].code == mask &&
-           program[at + 1].k == 0 && program[at + 2].code == compare && program[at + 2].k == 0 &&
-           program[at + 2].jt == 0;
+    const auto is = [&program, at](std::size_t offset, int code, bool isZero) {
+        return at + offset < program.size() && program[at + offset].code == code &&
+               (!isZero || program[at + offset].k == 0);
+    };
+    if (!is(0, loadWord, false)) {
+        return 0;
+    }
+    if (is(1, BPF_ALU | BPF_AND | BPF_K, true) && is(2, jumpIfEqual, true) &&
+        program[at + 2].jt == 0) {
+        return 3;
+    }
+    return is(1, jumpIfAtLeast, true) && program[at + 1].jt == 0 ? 2 : 0;
 }
 
-/// The kernel takes time for every instruction when a tool starts.
+/// Leaves out tests that are always true.
 std::vector<sock_filter> withoutVoidTests(const std::vector<sock_filter> &program)
 {
     std::vector<std::size_t> places(program.size() + 1);
     std::vector<std::size_t> kept;
     for (std::size_t at = 0, skipped = 0; at < program.size(); ++at) {
         places[at] = kept.size();
-        skipped = skipped == 0 && isVoidTest(program, at) ? 3 : skipped;
+        skipped = skipped == 0 ? lengthOfVoidTest(program, at) : skipped;
         if (skipped == 0) {
             kept.push_back(at);
         } else {
@@ -158,19 +173,24 @@ void allowFiles(Filter &filter)
 {
     // The standard descriptors may be a terminal, and what its user types is nobody's business.
     filter.allow(SCMP_SYS(read), {SCMP_A0(SCMP_CMP_GE, firstOwnDescriptor)});
-    for (const int call :
-         {SCMP_SYS(write), SCMP_SYS(pread64), SCMP_SYS(lseek), SCMP_SYS(ftruncate), SCMP_SYS(fstat),
-          SCMP_SYS(flock), SCMP_SYS(close), SCMP_SYS(poll), SCMP_SYS(ppoll)}) {
+    for (const int call : {SCMP_SYS(write), SCMP_SYS(pread64), SCMP_SYS(lseek), SCMP_SYS(fstat),
+                           SCMP_SYS(close), SCMP_SYS(poll), SCMP_SYS(ppoll)}) {
         filter.allow(call);
     }
     filter.allow(SCMP_SYS(fcntl), {equals(1, F_DUPFD_CLOEXEC)});
+    filter.allow(SCMP_SYS(newfstatat), {within(1, sealedPaths)});
+}
+
+void allowNewFiles(Filter &filter)
+{
+    filter.allow(SCMP_SYS(ftruncate));
+    filter.allow(SCMP_SYS(flock));
     constexpr std::uint32_t creation = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW;
     constexpr std::uint32_t either = O_CLOEXEC;
     filter.allow(SCMP_SYS(openat), {folder(0), within(1, sealedNames), bits(2, ~either, creation)});
     filter.allow(SCMP_SYS(unlinkat), {folder(0), within(1, sealedNames), equals(2, 0)});
     filter.allow(SCMP_SYS(renameat),
                  {folder(0), within(1, sealedNames), folder(2), within(3, sealedNames)});
-    filter.allow(SCMP_SYS(newfstatat), {within(1, sealedPaths)});
 }
 
 void allowMemory(Filter &filter)
@@ -195,8 +215,8 @@ void allowThreads(Filter &filter)
     constexpr std::uint32_t bookkeeping = CLONE_SETTLS | CLONE_PARENT_SETTID | CLONE_CHILD_SETTID |
                                           CLONE_CHILD_CLEARTID | CLONE_DETACHED;
     filter.allow(SCMP_SYS(clone), {bits(0, ~bookkeeping, sameProcess)});
-    for (const int call : {SCMP_SYS(futex), SCMP_SYS(set_robust_list), SCMP_SYS(rseq),
-                           SCMP_SYS(sched_getaffinity), SCMP_SYS(exit)}) {
+    for (const int call :
+         {SCMP_SYS(set_robust_list), SCMP_SYS(rseq), SCMP_SYS(sched_getaffinity), SCMP_SYS(exit)}) {
         filter.allow(call);
     }
 }
@@ -204,12 +224,36 @@ void allowThreads(Filter &filter)
 void allowProcess(Filter &filter)
 {
     for (const int call :
-         {SCMP_SYS(exit_group), SCMP_SYS(rt_sigaction), SCMP_SYS(rt_sigprocmask),
+         {SCMP_SYS(exit_group), SCMP_SYS(futex), SCMP_SYS(rt_sigaction), SCMP_SYS(rt_sigprocmask),
           SCMP_SYS(rt_sigreturn), SCMP_SYS(sigaltstack), SCMP_SYS(restart_syscall),
           SCMP_SYS(getpid), SCMP_SYS(gettid), SCMP_SYS(getrandom), SCMP_SYS(clock_gettime)}) {
         filter.allow(call);
     }
     filter.allow(SCMP_SYS(tgkill), {equals(0, tools::ownProcessPlaceholder)});
+}
+
+void writeFilter(std::FILE *output, const char *name, bool hasNewFiles, bool hasThreads)
+{
+    Filter filter;
+    allowFiles(filter);
+    allowMemory(filter);
+    allowProcess(filter);
+    if (hasNewFiles) {
+        allowNewFiles(filter);
+    }
+    if (hasThreads) {
+        allowThreads(filter);
+    }
+    std::vector<sock_filter> program = withoutVoidTests(filter.compile());
+    // To look at an argument first makes the kernel skip its forecast of the answer to every single
+    // system call there is, which would take longer than all the calls that a tool makes.
+    program.insert(program.begin(), BPF_STMT(loadWord, firstArgument));
+    std::fprintf(output, "constexpr std::array<sock_filter, %zu> %s = {{\n", program.size(), name);
+    for (const sock_filter &instruction : program) {
+        std::fprintf(output, "    {0x%02x, %u, %u, 0x%08x},\n", instruction.code, instruction.jt,
+                     instruction.jf, instruction.k);
+    }
+    std::fputs("}};\n", output);
 }
 
 } // namespace
@@ -220,20 +264,11 @@ int main(int argc, char **argv)
         std::fputs("usage: make_filter OUTPUT.inc\n", stderr);
         return 2;
     }
-    Filter filter;
-    allowFiles(filter);
-    allowMemory(filter);
-    allowThreads(filter);
-    allowProcess(filter);
     std::FILE *output = std::fopen(argv[1], "w");
     check(output == nullptr ? -errno : 0, argv[1]);
-    std::vector<sock_filter> program = withoutVoidTests(filter.compile());
-    // To look at an argument first makes the kernel skip its forecast of the answer to every single
-    // system call there is, which would take longer than all the calls that a tool makes.
-    program.insert(program.begin(), BPF_STMT(BPF_LD | BPF_W | BPF_ABS, firstArgument));
-    for (const sock_filter &instruction : program) {
-        std::fprintf(output, "sock_filter{0x%02x, %u, %u, 0x%08x},\n", instruction.code,
-                     instruction.jt, instruction.jf, instruction.k);
-    }
+    writeFilter(output, "reading", false, false);
+    writeFilter(output, "readingInThreads", false, true);
+    writeFilter(output, "writing", true, false);
+    writeFilter(output, "writingInThreads", true, true);
     return std::fclose(output) == 0 ? 0 : 1;
 }

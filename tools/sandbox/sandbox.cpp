@@ -71,7 +71,7 @@ SandboxState enterSandbox(const SandboxNeeds &needs, SandboxParts parts)
     } else if (!needs.namesAreSealed) {
         state.filter = "the place of the sealed names is taken";
     } else {
-        state.filter = filterSystemCalls();
+        state.filter = filterSystemCalls(!needs.outputFolders.empty(), needs.usesThreads);
     }
     return state;
 }

@@ -15,6 +15,7 @@ struct SandboxNeeds
     /// Whether all names and paths are sealed text at its proper place (SealedText::isInPlace()).
     /// The system call filter refuses all others.
     bool namesAreSealed = true;
+    bool usesThreads = false;
 };
 
 /// What was given up, part by part.

@@ -16,15 +16,10 @@ namespace tools {
 
 namespace {
 
-constexpr std::array filter = {
 #include "system_call_filter.inc"
-};
 
-} // namespace
-
-std::string filterSystemCalls()
+template <std::size_t size> std::string load(std::array<sock_filter, size> program)
 {
-    std::array program = filter;
     for (sock_filter &instruction : program) {
         if (instruction.k == ownProcessPlaceholder) {
             instruction.k = static_cast<std::uint32_t>(getpid());
@@ -35,6 +30,16 @@ std::string filterSystemCalls()
         return std::strerror(errno);
     }
     return {};
+}
+
+} // namespace
+
+std::string filterSystemCalls(bool hasNewFiles, bool hasThreads)
+{
+    if (hasNewFiles) {
+        return hasThreads ? load(writingInThreads) : load(writing);
+    }
+    return hasThreads ? load(readingInThreads) : load(reading);
 }
 
 } // namespace tools

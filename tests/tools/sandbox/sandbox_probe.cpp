@@ -65,7 +65,7 @@ int tryAction(const std::string &parts, const std::string &folder, const probe::
     const int spare = open((folder + "/secret.txt").c_str(), O_RDWR);
     scene.spare = spare;
     const tools::SandboxState state =
-        enter(parts, {{scene.input, scene.output}, {scene.output}, text.isInPlace()});
+        enter(parts, {{scene.input, scene.output}, {scene.output}, text.isInPlace(), true});
     if (parts != "container" &&
         (!state.privileges.empty() || (parts != "landlock" && !state.filter.empty()))) {
         std::printf("no sandbox: %s\n", tools::describeSandbox(state).c_str());

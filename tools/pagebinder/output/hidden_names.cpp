@@ -7,12 +7,14 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#ifdef __APPLE__
+#include <sys/random.h>
+#endif
 
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
-#include <random>
+#include <cstdint>
 
 namespace tools {
 
@@ -85,16 +87,15 @@ bool lockNewFile(int descriptor)
 std::vector<std::string> hiddenNames()
 {
     std::vector<std::string> names;
-    std::array<char, 64> name{};
+    const std::string own = ".pagebinder-" + std::to_string(geteuid()) + '-';
     for (int i = 0; i < namesInTurn; ++i) {
-        std::snprintf(name.data(), name.size(), ".pagebinder-%lu-%d.part",
-                      static_cast<unsigned long>(geteuid()), i);
-        names.emplace_back(name.data());
+        names.push_back(own + std::to_string(i) + ".part");
     }
-    std::random_device random;
-    for (int i = 0; i < secretNames; ++i) {
-        std::snprintf(name.data(), name.size(), ".pagebinder-%08x%08x.part", random(), random());
-        names.emplace_back(name.data());
+    std::array<std::uint64_t, secretNames> secrets{};
+    if (getentropy(secrets.data(), sizeof(secrets)) == 0) {
+        for (const std::uint64_t secret : secrets) {
+            names.push_back(own + 'x' + std::to_string(secret) + ".part");
+        }
     }
     return names;
 }

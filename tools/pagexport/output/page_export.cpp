@@ -92,7 +92,8 @@ void exportPages(const ExportOptions &options)
     if (options.locksUp) {
         enterSandboxOf(toolName, {{input.descriptor(), folder.descriptor()},
                                   {folder.descriptor()},
-                                  folder.names().areInPlace()});
+                                  folder.names().areInPlace(),
+                                  true});
     }
     PageFiles files(folder, options.input);
     try {
@@ -113,7 +114,7 @@ void listItems(const ExportOptions &options)
     input.setFixedPath(text.addPath(options.input));
     text.seal();
     if (options.locksUp) {
-        enterSandboxOf(toolName, {{input.descriptor()}, {}, text.isInPlace()});
+        enterSandboxOf(toolName, {{input.descriptor()}, {}, text.isInPlace(), true});
     }
     ItemStream stream;
     const Job job = runJob(options, std::move(input), stream);
