@@ -1,5 +1,6 @@
 #include "tools/pdf/pdf_file.h"
 
+#include "tools/common/memory_budget.h"
 #include "tools/common/report.h"
 #include "tools/pdf/file_stream.h"
 
@@ -14,7 +15,7 @@ constexpr int maximumWarnings = 5;
 } // namespace
 
 PdfContext::PdfContext(const char *tool)
-    : m_context(fz_new_context(nullptr, nullptr, FZ_STORE_DEFAULT)), m_tool(tool)
+    : m_context(fz_new_context(budgetedMemory(), nullptr, cacheBudget())), m_tool(tool)
 {
     if (m_context == nullptr) {
         throw std::bad_alloc();
