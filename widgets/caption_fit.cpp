@@ -44,7 +44,7 @@ QFont resized(QFont font, int percent)
 /// Percentage at which @p needed pixels become @p width, as a first guess.
 int percentOf(int width, int needed)
 {
-    return needed <= width ? 100 : 100 * width / needed;
+    return needed <= width || needed <= 0 ? 100 : 100 * width / needed;
 }
 
 bool hasSameSize(const QFont &one, const QFont &other)

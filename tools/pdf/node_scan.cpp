@@ -172,7 +172,7 @@ bool Scanner::takeInteger(int &number)
 {
     const char *at = m_at;
     number = 0;
-    for (; at != m_end && is(*at, isNumeral) && at - m_at <= longestInteger; ++at) {
+    for (; at != m_end && is(*at, isNumeral) && at - m_at < longestInteger; ++at) {
         number = number * 10 + (*at - '0');
     }
     const std::ptrdiff_t digits = at - m_at;
