@@ -33,7 +33,7 @@ std::string encryptionString(PdfSource &source, const char *key)
         }));
         dictionary = loaded;
     }
-    const std::string bytes =
+    std::string bytes =
         PdfSource::bytes(context, source.resolve(pdf_dict_gets(context, dictionary, key)));
     pdf_drop_obj(context, loaded);
     return bytes;
