@@ -161,7 +161,7 @@ void ContentResources::keepDoubtful(ResourceUse &use)
         }
     }
     for (ResourceUse::Entry &entry : use.entries(ResourceKind::xObject)) {
-        if (!entry.used && !m_others.draw(m_source.resolve(entry.value))) {
+        if (!entry.used && !m_others.draw(m_source.numberOf(entry.value))) {
             use.mark(entry);
         }
     }

@@ -18,9 +18,8 @@ namespace tools {
 class ContentResources
 {
 public:
-    ContentResources(ObjectCopier &copier, PageTree &tree)
-        : m_copier(copier), m_source(copier.source()), m_drawn(m_source),
-          m_others(m_source, tree, m_drawn)
+    ContentResources(ObjectCopier &copier, PageDrawings &drawings)
+        : m_copier(copier), m_source(copier.source()), m_drawn(m_source), m_others(drawings)
     {
     }
 
