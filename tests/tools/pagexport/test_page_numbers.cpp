@@ -214,6 +214,7 @@ private slots:
     void pagesThatComeTwice();
     void roots();
     void pagesInTheListItself();
+    void pagesInTheListBesideOthers();
     void foreignParents();
     void treesOfAllKinds();
 };
@@ -418,6 +419,27 @@ void TestPageNumbers::pagesInTheListItself()
     tree.pdf.setPageTree("<</Type/Pages/Count 3/Kids[" + reference(second) + direct +
                          reference(first) + "]>>");
     QCOMPARE(textsOfEveryWay(tree.pdf), QString("B B A"));
+}
+
+/// One reader goes from a page with a number of its own to one without and back.
+void TestPageNumbers::pagesInTheListBesideOthers()
+{
+    TreeBuilder tree;
+    const int first = tree.page();
+    const int last = tree.page();
+    const int content = tree.pdf.addStream({}, "BT /F1 12 Tf 72 700 Td (in the list) Tj ET");
+    tree.pdf.setPageTree("<</Type/Pages/Count 3/Kids[" + reference(first) +
+                         "<</Type/Page/MediaBox[0 0 595 842]/Contents " + reference(content) +
+                         "/Resources<</Font<</F1 3 0 R>>>>>>" + reference(last) + "]>>");
+    ExportRun run;
+    QCOMPARE(run.call({"-items", "-threads", "1", run.save(tree.pdf)}), 0);
+    QStringList texts;
+    for (const QByteArray &line : run.output().split('\n')) {
+        if (line.startsWith("item\t")) {
+            texts.append(line.mid(line.lastIndexOf('\t') + 1));
+        }
+    }
+    QCOMPARE(texts, QStringList({"A", "in the list", "B"}));
 }
 
 /// What pages take over comes from the nodes that list them, whatever they call their parent.
