@@ -164,8 +164,10 @@ void PageBinderUnitsTest::readsCommandLines()
 
 void PageBinderUnitsTest::keepsShortNames()
 {
-    QCOMPARE(shortenOutputName("1 ACME report 1-3.pdf", "report", 255),
-             std::string("1 ACME report 1-3.pdf"));
+    const std::string name = "1 ACME report 1-3.pdf";
+    QCOMPARE(shortenOutputName(name, "report", 255), name);
+    QCOMPARE(shortenOutputName(name, "report", name.size()), name);
+    QVERIFY(shortenOutputName(name, "report", name.size() - 1) != name);
 }
 
 void PageBinderUnitsTest::shortensTheTextBeforeTheLastPart()

@@ -215,6 +215,9 @@ private slots:
     void roots();
     void pagesInTheListItself();
     void pagesInTheListBesideOthers();
+    void aPageWithAListOfKidsIsAPage();
+    void streamsAreNoPages();
+    void placesThatLeadBackCountWhereTheRootCountsThem();
     void foreignParents();
     void treesOfAllKinds();
 };
@@ -419,6 +422,38 @@ void TestPageNumbers::pagesInTheListItself()
     tree.pdf.setPageTree("<</Type/Pages/Count 3/Kids[" + reference(second) + direct +
                          reference(first) + "]>>");
     QCOMPARE(textsOfEveryWay(tree.pdf), QString("B B A"));
+}
+
+void TestPageNumbers::aPageWithAListOfKidsIsAPage()
+{
+    TreeBuilder tree;
+    const int content = tree.pdf.addStream({}, "BT /F1 12 Tf 72 700 Td (A) Tj ET");
+    const int page = tree.pdf.add("<</Type/Page/Parent 2 0 R/Kids[]/MediaBox[0 0 595 842]"
+                                  "/Resources<</Font<</F1 3 0 R>>>>/Contents " +
+                                  reference(content) + ">>");
+    tree.root("1", {page});
+    QCOMPARE(textsOfEveryWay(tree.pdf), QString("A"));
+}
+
+void TestPageNumbers::streamsAreNoPages()
+{
+    TreeBuilder tree;
+    const int first = tree.page();
+    const int stream = tree.pdf.addStream({}, "no page");
+    const int last = tree.page();
+    tree.root("2", {first, stream, last});
+    QCOMPARE(textsOfEveryWay(tree.pdf), QString("A B"));
+}
+
+void TestPageNumbers::placesThatLeadBackCountWhereTheRootCountsThem()
+{
+    TreeBuilder tree;
+    const int first = tree.page();
+    const int last = tree.page();
+    tree.root("3", {first, 2, last});
+    QCOMPARE(textsOfEveryWay(tree.pdf), QString("A - B"));
+    tree.root("2", {first, 2, last});
+    QCOMPARE(textsOfEveryWay(tree.pdf), QString("A B"));
 }
 
 /// One reader goes from a page with a number of its own to one without and back.
