@@ -7,6 +7,10 @@ install(TARGETS ${QUORLIN_PROGRAMS} RUNTIME DESTINATION ${home}/bin
     COMPONENT debian EXCLUDE_FROM_ALL)
 # Apart from the programs: what lies beside them are settings, and these belong to a user.
 install(FILES "${QUORLIN_SETTINGS}" DESTINATION ${home} COMPONENT debian EXCLUDE_FROM_ALL)
+if(QUORLIN_CATALOGUES)
+    install(FILES ${QUORLIN_CATALOGUES} DESTINATION ${home}/bin/translations
+        COMPONENT debian EXCLUDE_FROM_ALL)
+endif()
 install(PROGRAMS "${CMAKE_CURRENT_BINARY_DIR}/launcher" DESTINATION ${home}
     COMPONENT debian EXCLUDE_FROM_ALL)
 quorlin_install_desktop(debian "" EXCLUDE_FROM_ALL)
@@ -53,8 +57,6 @@ set(CPACK_DEBIAN_DEBIAN_PACKAGE_NAME quorlin-cleaver)
 set(CPACK_DEBIAN_DEBIAN_PACKAGE_SECTION text)
 # The plug-ins are loaded by name at run time; these packages hold them, whatever the scan finds.
 set(CPACK_DEBIAN_DEBIAN_PACKAGE_DEPENDS "libqt6gui6, libqt6network6, libqt6widgets6")
-# Qt's own texts: the buttons of boxes and file dialogs.
-set(CPACK_DEBIAN_DEBIAN_PACKAGE_RECOMMENDS "qt6-translations-l10n")
 set(CPACK_DEBIAN_SERVER_PACKAGE_NAME quorlin-batch)
 set(CPACK_DEBIAN_SERVER_PACKAGE_SECTION utils)
 # Both hold the same commands. Either takes the other's place.
