@@ -1,10 +1,6 @@
 # What Debian's policy asks of every package: copyright, change log and, with their reasons, the
 # exceptions to what lintian checks.
 
-set(QUORLIN_RELEASE_DATE "2026-11-21")
-# The form that a Debian change log wants.
-set(QUORLIN_RELEASE_DATE_MAIL "Sat, 21 Nov 2026 12:00:00 +0000")
-
 # A licence as a paragraph: indented, with a dot on every empty line.
 file(READ "${CMAKE_SOURCE_DIR}/LICENSE" QUORLIN_LICENSE_PARAGRAPHS)
 string(REGEX REPLACE "[ \n]+$" "" QUORLIN_LICENSE_PARAGRAPHS "${QUORLIN_LICENSE_PARAGRAPHS}")
