@@ -6,7 +6,9 @@ configure_file(linux/launcher.in launcher @ONLY)
 install(TARGETS ${QUORLIN_PROGRAMS} RUNTIME DESTINATION ${home}/bin
     COMPONENT debian EXCLUDE_FROM_ALL)
 # Apart from the programs: what lies beside them are settings, and these belong to a user.
-install(FILES "${QUORLIN_SETTINGS}" DESTINATION ${home} COMPONENT debian EXCLUDE_FROM_ALL)
+set(settings "${CMAKE_CURRENT_BINARY_DIR}/texts/debian/setting.ini")
+quorlin_write_first_settings("${settings}" /usr/share/doc/quorlin-cleaver/samples)
+install(FILES "${settings}" DESTINATION ${home} COMPONENT debian EXCLUDE_FROM_ALL)
 if(QUORLIN_CATALOGUES)
     install(FILES ${QUORLIN_CATALOGUES} DESTINATION ${home}/bin/translations
         COMPONENT debian EXCLUDE_FROM_ALL)
@@ -39,7 +41,8 @@ quorlin_install_materials(debian quorlin-cleaver share/doc/quorlin-cleaver EXCLU
 set(server_programs ${QUORLIN_PROGRAMS})
 list(REMOVE_ITEM server_programs quorlin-cleaver)
 install(TARGETS ${server_programs} RUNTIME DESTINATION bin COMPONENT server EXCLUDE_FROM_ALL)
-install(FILES "${QUORLIN_SETTINGS}" DESTINATION ../etc/quorlin COMPONENT server EXCLUDE_FROM_ALL)
+install(FILES "${CMAKE_SOURCE_DIR}/samples/setting.ini" DESTINATION ../etc/quorlin
+    COMPONENT server EXCLUDE_FROM_ALL)
 quorlin_install_documents(server share/doc/quorlin-batch EXCLUDE_FROM_ALL)
 quorlin_install_manual_pages(server "" "${server_programs}" EXCLUDE_FROM_ALL)
 quorlin_install_debian_texts(server quorlin-batch)

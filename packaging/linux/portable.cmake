@@ -31,11 +31,12 @@ install(PROGRAMS "${CMAKE_CURRENT_BINARY_DIR}/quorlin-cleaver" DESTINATION . COM
 install(FILES "${CMAKE_SOURCE_DIR}/LICENSE" DESTINATION . COMPONENT portable)
 
 # The settings belong to the user once they exist: laid down, never overwritten.
-set(QUORLIN_SETTINGS "${CMAKE_SOURCE_DIR}/samples/setting.ini")
+set(settings "${CMAKE_CURRENT_BINARY_DIR}/texts/portable/setting.ini")
+quorlin_write_first_settings("${settings}" ../share/doc/quorlin-cleaver/samples)
 install(CODE "
     set(folder \"\${CMAKE_INSTALL_PREFIX}/bin\")
     if(NOT EXISTS \"\$ENV{DESTDIR}\${folder}/setting.ini\")
-        file(INSTALL \"${QUORLIN_SETTINGS}\" DESTINATION \"\${folder}\")
+        file(INSTALL \"${settings}\" DESTINATION \"\${folder}\")
     endif()" COMPONENT portable)
 
 # Only what a window needs: the platforms, the pictures' formats, text input, and TLS for Network.
