@@ -43,6 +43,10 @@ list(REMOVE_ITEM server_programs quorlin-cleaver)
 install(TARGETS ${server_programs} RUNTIME DESTINATION bin COMPONENT server EXCLUDE_FROM_ALL)
 install(FILES "${CMAKE_SOURCE_DIR}/samples/setting.ini" DESTINATION ../etc/quorlin
     COMPONENT server EXCLUDE_FROM_ALL)
+install(PROGRAMS cluster/split_part cluster/gather_reports cluster/slurm_array cluster/parallel_ssh
+    DESTINATION share/quorlin-batch/cluster COMPONENT server EXCLUDE_FROM_ALL)
+install(FILES cluster/kubernetes_job.yaml DESTINATION share/quorlin-batch/cluster
+    COMPONENT server EXCLUDE_FROM_ALL)
 quorlin_install_documents(server share/doc/quorlin-batch EXCLUDE_FROM_ALL)
 quorlin_install_manual_pages(server "" "${server_programs}" EXCLUDE_FROM_ALL)
 quorlin_install_debian_texts(server quorlin-batch)
