@@ -18,7 +18,7 @@ function(quorlin_install_manual_pages component prefix programs)
     endforeach()
 endfunction()
 
-find_package(Python3 COMPONENTS Interpreter)
+find_package(Python3 QUIET COMPONENTS Interpreter)
 
 # Writes sbom.spdx.json and notices/ into FOLDER once the rest of COMPONENT is installed. Call it
 # last: files installed later are missing from the account.
@@ -27,7 +27,10 @@ function(quorlin_install_materials component package folder)
         message(STATUS "Python 3 is missing: ${package} gets no bill of materials and no notices")
         return()
     endif()
-    get_target_property(archives quorlin::mupdf_static INTERFACE_LINK_LIBRARIES)
+    set(archives)
+    if(TARGET quorlin::mupdf_static)
+        get_target_property(archives quorlin::mupdf_static INTERFACE_LINK_LIBRARIES)
+    endif()
     install(CODE "
         # An installation may share its folder with others; a package is all that lies in its folder.
         set(installed)
