@@ -38,8 +38,8 @@ constexpr long long mostPages = 1'000'000;
 constexpr int mostAttempts = 4;
 constexpr std::size_t mostHeldObjects = 4096;
 
-/// The copying of one selection of pages. It is made anew when the library repairs the file on the
-/// way.
+/// The copying of one selection of pages. A new one is made when the library repairs the file on
+/// the way.
 class Merge
 {
 public:
