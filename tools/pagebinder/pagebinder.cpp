@@ -9,8 +9,10 @@
 #include "tools/pagebinder/merge.h"
 #include "tools/pagebinder/output/atomic_output.h"
 #include "tools/pagebinder/output/output_name.h"
+#include "tools/pagebinder/output/output_places.h"
 #include "tools/pagebinder/output/signal_cleanup.h"
 #include "tools/pagebinder/split.h"
+#include "tools/sandbox/version_text.h"
 
 #include <csignal>
 #include <new>
@@ -40,19 +42,22 @@ ExitStatus getInformation(PdfContext &context, const BinderCommand &command)
         // Whatever happens from here on, nobody reads an older file's answer.
         removeFile(command.output);
     }
-    SourceFile file(context, InputFile(command.input, noted));
-    writeInformation(file, fittingOutput(command.input, command.output));
+    InputFile input(command.input, noted);
+    const OutputPlaces places(input, {command.output});
+    enterSandboxOf(toolName, places.sandboxNeeds(input));
+    SourceFile file(context, std::move(input));
+    writeInformation(file, places.at(0));
     return exitSuccess;
 }
 
 ExitStatus merge(PdfContext &context, const BinderCommand &command)
 {
-    if (command.output != standardOutputName) {
-        checkOutput(command.input, command.output);
-    }
-    SourceFile file(context, InputFile(command.input, notedIdentity()));
-    const MergeResult result =
-        mergePages(file, command.ranges, fittingOutput(command.input, command.output));
+    InputFile input(command.input, notedIdentity());
+    const OutputPlaces places(input, {command.output});
+    const OutputPlace &output = places.at(0);
+    enterSandboxOf(toolName, places.sandboxNeeds(input));
+    SourceFile file(context, std::move(input));
+    const MergeResult result = mergePages(file, command.ranges, output);
     return result.standIns.empty() ? exitSuccess : exitStandIns;
 }
 
@@ -61,8 +66,15 @@ ExitStatus split(PdfContext &context, const BinderCommand &command)
     const std::optional<FileIdentity> noted = notedIdentity();
     const std::vector<SplitEntry> entries = readSplitList(command.list);
     limitTime(entries.size());
-    SourceFile file(context, InputFile(command.input, noted));
-    return splitPages(file, entries);
+    std::vector<std::string> outputs;
+    for (const SplitEntry &entry : entries) {
+        outputs.push_back(entry.output);
+    }
+    InputFile input(command.input, noted);
+    const OutputPlaces places(input, outputs);
+    enterSandboxOf(toolName, places.sandboxNeeds(input));
+    SourceFile file(context, std::move(input));
+    return splitPages(file, entries, places);
 }
 
 ExitStatus execute(const BinderCommand &command)
@@ -91,7 +103,7 @@ ExitStatus runCommand(int argc, char **argv, std::string &input)
         writeStandardOutput(helpText());
         return exitSuccess;
     case BinderCommand::Action::showVersion:
-        writeStandardOutput(std::string(toolName) + " " QUORLIN_VERSION "\n");
+        writeStandardOutput(versionText(toolName));
         return exitSuccess;
     default:
         input = command.input;

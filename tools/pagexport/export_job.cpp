@@ -1,5 +1,6 @@
 #include "tools/pagexport/export_job.h"
 
+#include "tools/common/ending_signals.h"
 #include "tools/common/report.h"
 #include "tools/pagexport/text/geometry.h"
 
@@ -140,6 +141,7 @@ void ExportJob::finishWorker(const std::exception_ptr &error) noexcept
 
 void ExportJob::workAsFirst(Worker &worker) noexcept
 {
+    useSignalStack();
     std::exception_ptr error;
     try {
         std::unique_ptr<PageReader> reader;
@@ -158,6 +160,7 @@ void ExportJob::workAsFirst(Worker &worker) noexcept
 
 void ExportJob::workAsOther(Worker &worker) noexcept
 {
+    useSignalStack();
     std::exception_ptr error;
     try {
         fz_cookie cookie{};

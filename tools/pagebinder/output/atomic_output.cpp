@@ -1,6 +1,7 @@
 #include "tools/pagebinder/output/atomic_output.h"
 
 #include "tools/common/tool_error.h"
+#include "tools/pagebinder/output/hidden_names.h"
 #include "tools/pagebinder/output/signal_cleanup.h"
 
 #include <fcntl.h>
@@ -10,10 +11,8 @@
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <random>
 #include <string_view>
 
 namespace tools {
@@ -21,14 +20,6 @@ namespace tools {
 namespace {
 
 constexpr int longestLinkChain = 40;
-
-std::string hiddenName()
-{
-    std::random_device random;
-    std::array<char, 40> name{};
-    std::snprintf(name.data(), name.size(), ".pagebinder-%08x%08x.part", random(), random());
-    return name.data();
-}
 
 /// Whether the link @p path, or one that it leads to, points to an open file of a process. Such a
 /// link stands for a stream, even where that happens to be a file just now.
@@ -79,36 +70,17 @@ void refuseSpecialFile(const std::string &path)
     }
 }
 
-AtomicOutput::AtomicOutput(std::string path) : Output(std::move(path))
+AtomicOutput::AtomicOutput(const OutputPlace &place) : Output(place.path), m_place(place)
 {
-    refuseSpecialFile(this->path());
-    open(folderOf(this->path()));
+    m_descriptor = createHiddenFile(place.folder, *place.hiddenNames, m_hidden);
+    if (m_descriptor < 0) {
+        fail(errno);
+    }
 }
 
 AtomicOutput::~AtomicOutput()
 {
     discard();
-}
-
-void AtomicOutput::open(const std::string &folder)
-{
-    for (int attempt = 0; attempt < 8 && m_descriptor < 0; ++attempt) {
-        m_hidden = folder + "/" + hiddenName();
-        if (!watchHiddenFile(m_hidden)) {
-            throw ToolError(path(), "path is too long");
-        }
-        m_descriptor =
-            ::open(m_hidden.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666);
-        if (m_descriptor < 0 && errno != EEXIST) {
-            break;
-        }
-    }
-    if (m_descriptor < 0) {
-        const int reason = errno;
-        m_hidden.clear();
-        forgetHiddenFile();
-        fail(reason);
-    }
 }
 
 void AtomicOutput::fail(int reason)
@@ -140,6 +112,8 @@ void AtomicOutput::clear()
 
 void AtomicOutput::complete()
 {
+    // Its copy keeps the lock until the file has its name.
+    m_lock = fcntl(m_descriptor, F_DUPFD_CLOEXEC, 3);
     const int descriptor = m_descriptor;
     m_descriptor = -1;
     if (close(descriptor) != 0) {
@@ -149,22 +123,25 @@ void AtomicOutput::complete()
 
 void AtomicOutput::publish()
 {
-    if (rename(m_hidden.c_str(), path().c_str()) != 0) {
+    if (renameat(m_place.folder, m_hidden, m_place.folder, m_place.name) != 0) {
         fail(errno);
     }
-    m_hidden.clear();
+    m_hidden = nullptr;
     forgetHiddenFile();
+    close(m_lock);
+    m_lock = -1;
 }
 
 void AtomicOutput::discard() noexcept
 {
-    if (m_descriptor >= 0) {
-        close(m_descriptor);
-        m_descriptor = -1;
-    }
-    if (!m_hidden.empty()) {
-        unlink(m_hidden.c_str());
+    if (m_hidden != nullptr) {
+        unlinkat(m_place.folder, m_hidden, 0);
         forgetHiddenFile();
+    }
+    for (const int descriptor : {m_descriptor, m_lock}) {
+        if (descriptor >= 0) {
+            close(descriptor);
+        }
     }
 }
 

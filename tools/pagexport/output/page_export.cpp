@@ -7,7 +7,10 @@
 #include "tools/pagexport/output/item_stream.h"
 #include "tools/pagexport/output/output_folder.h"
 #include "tools/pagexport/output/page_files.h"
+#include "tools/sandbox/sandbox.h"
+#include "tools/sandbox/version_text.h"
 
+#include <algorithm>
 #include <memory>
 #include <new>
 
@@ -22,12 +25,13 @@ int runOptions(ExportOptions options)
     if (!options.input.empty()) {
         options.identity = notedIdentity();
     }
+    options.locksUp = true;
     switch (options.action) {
     case ExportOptions::Action::showHelp:
         writeStandardOutput(exportHelp());
         break;
     case ExportOptions::Action::showVersion:
-        writeStandardOutput("pagexport " QUORLIN_VERSION "\n");
+        writeStandardOutput(versionText(toolName));
         break;
     case ExportOptions::Action::exportPages:
         exportPages(options);
@@ -51,11 +55,11 @@ struct KeepForLostThreads
 };
 using Job = std::unique_ptr<ExportJob, KeepForLostThreads>;
 
-/// Opens the input and hands its pages to @p sink.
-Job runJob(const ExportOptions &options, PageSink &sink)
+/// Hands the pages of @p input to @p sink.
+Job runJob(const ExportOptions &options, InputFile input, PageSink &sink)
 {
     try {
-        Job job(new ExportJob(options, InputFile(options.input, options.identity), sink));
+        Job job(new ExportJob(options, std::move(input), sink));
         try {
             job->run();
         } catch (const ToolError &) {
@@ -68,15 +72,32 @@ Job runJob(const ExportOptions &options, PageSink &sink)
     }
 }
 
+/// How many pages an export can have at most.
+int mostPages(const ExportOptions &options, const InputFile &input)
+{
+    const long long bySize = mostPagesOf(static_cast<std::uint64_t>(input.size()));
+    const long long first = options.firstPage.value_or(1);
+    const long long chosen = options.lastPage ? *options.lastPage - first + 1 : bySize;
+    return static_cast<int>(std::clamp<long long>(chosen, 0, bySize));
+}
+
 } // namespace
 
 void exportPages(const ExportOptions &options)
 {
     OutputFolder folder(options.output);
     folder.removeEarlierExport(options.input);
-    PageFiles files(folder);
+    InputFile input(options.input, options.identity);
+    folder.fixNames(mostPages(options, input), options.wantsPictures(), input);
+    if (options.locksUp) {
+        enterSandboxOf(toolName, {{input.descriptor(), folder.descriptor()},
+                                  {folder.descriptor()},
+                                  folder.names().areInPlace(),
+                                  true});
+    }
+    PageFiles files(folder, options.input);
     try {
-        const Job job = runJob(options, files);
+        const Job job = runJob(options, std::move(input), files);
         folder.prepareIndex(files.index());
         job->checkInput();
         folder.publishIndex();
@@ -88,8 +109,15 @@ void exportPages(const ExportOptions &options)
 
 void listItems(const ExportOptions &options)
 {
+    InputFile input(options.input, options.identity);
+    SealedText text(0, options.input.size() + 1);
+    input.setFixedPath(text.addPath(options.input));
+    text.seal();
+    if (options.locksUp) {
+        enterSandboxOf(toolName, {{input.descriptor()}, {}, text.isInPlace(), true});
+    }
     ItemStream stream;
-    const Job job = runJob(options, stream);
+    const Job job = runJob(options, std::move(input), stream);
     job->checkInput();
     stream.finish();
 }
