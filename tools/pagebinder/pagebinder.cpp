@@ -12,8 +12,10 @@
 #include "tools/pagebinder/output/output_places.h"
 #include "tools/pagebinder/output/signal_cleanup.h"
 #include "tools/pagebinder/split.h"
+#include "tools/pdf/memory_budget.h"
 #include "tools/sandbox/version_text.h"
 
+#include <algorithm>
 #include <csignal>
 #include <new>
 
@@ -22,18 +24,31 @@ namespace tools {
 namespace {
 
 constexpr char toolName[] = "pagebinder";
-constexpr std::uint64_t mostMemory = std::uint64_t{2} << 30U;
+constexpr std::uint64_t mostAddresses = std::uint64_t{4} << 30U;
 constexpr std::uint64_t largestOutput = std::uint64_t{16} << 30U;
-constexpr std::uint64_t cpuSeconds = 600;
-constexpr std::uint64_t cpuSecondsPerOutput = 1; // a thousand times what one usually takes
-
-/// Bounds the whole run; the time by the number of outputs it writes.
-void limitTime(std::size_t outputs)
+/// What the run may take at most; each part a multiple of what files take in earnest.
+std::uint64_t cpuSecondsFor(std::uint64_t inputBytes, std::uint64_t outputs, std::uint64_t pages)
 {
-    applyResourceLimits({.cpuSeconds = cpuSeconds + cpuSecondsPerOutput * outputs});
+    constexpr std::uint64_t forAnyFile = 4;
+    constexpr std::uint64_t bytesPerSecond = 1'000'000;
+    constexpr std::uint64_t outputsPerSecond = 10;
+    constexpr std::uint64_t pagesPerSecond = 2'000;
+    return forAnyFile + inputBytes / bytesPerSecond + outputs / outputsPerSecond +
+           pages / pagesPerSecond;
 }
 
-ExitStatus getInformation(PdfContext &context, const BinderCommand &command)
+/// The last step before the first byte of the input is read: bounds time and memory by what there
+/// is to do, and gives up what is not needed for it.
+void lockUp(const InputFile &input, const OutputPlaces &places, std::uint64_t outputs,
+            std::uint64_t pages)
+{
+    const auto bytes = static_cast<std::uint64_t>(input.size());
+    applyResourceLimits({.cpuSeconds = cpuSecondsFor(bytes, outputs, pages)});
+    setMemoryBudget(memoryBudgetFor(bytes));
+    enterSandboxOf(toolName, places.sandboxNeeds(input));
+}
+
+ExitStatus getInformation(const BinderCommand &command)
 {
     const std::optional<FileIdentity> noted = notedIdentity();
     if (command.output != standardOutputName) {
@@ -44,54 +59,59 @@ ExitStatus getInformation(PdfContext &context, const BinderCommand &command)
     }
     InputFile input(command.input, noted);
     const OutputPlaces places(input, {command.output});
-    enterSandboxOf(toolName, places.sandboxNeeds(input));
+    lockUp(input, places, 1, 0);
+    PdfContext context(toolName);
     SourceFile file(context, std::move(input));
     writeInformation(file, places.at(0));
     return exitSuccess;
 }
 
-ExitStatus merge(PdfContext &context, const BinderCommand &command)
+std::uint64_t pagesIn(const std::vector<PageRange> &ranges)
+{
+    return static_cast<std::uint64_t>(std::clamp<long long>(countPages(ranges), 0, 1'000'000));
+}
+
+ExitStatus merge(const BinderCommand &command)
 {
     InputFile input(command.input, notedIdentity());
     const OutputPlaces places(input, {command.output});
     const OutputPlace &output = places.at(0);
-    enterSandboxOf(toolName, places.sandboxNeeds(input));
+    lockUp(input, places, 1, pagesIn(command.ranges));
+    PdfContext context(toolName);
     SourceFile file(context, std::move(input));
     const MergeResult result = mergePages(file, command.ranges, output);
     return result.standIns.empty() ? exitSuccess : exitStandIns;
 }
 
-ExitStatus split(PdfContext &context, const BinderCommand &command)
+ExitStatus split(const BinderCommand &command)
 {
     const std::optional<FileIdentity> noted = notedIdentity();
     const std::vector<SplitEntry> entries = readSplitList(command.list);
-    limitTime(entries.size());
     std::vector<std::string> outputs;
+    std::uint64_t pages = 0;
     for (const SplitEntry &entry : entries) {
         outputs.push_back(entry.output);
+        pages += pagesIn(entry.ranges);
     }
     InputFile input(command.input, noted);
     const OutputPlaces places(input, outputs);
-    enterSandboxOf(toolName, places.sandboxNeeds(input));
+    lockUp(input, places, entries.size(), pages);
+    PdfContext context(toolName);
     SourceFile file(context, std::move(input));
     return splitPages(file, entries, places);
 }
 
 ExitStatus execute(const BinderCommand &command)
 {
-    applyResourceLimits({.addressSpaceBytes = mostMemory, .fileBytes = largestOutput});
-    if (command.action != BinderCommand::Action::split) {
-        limitTime(1);
-    }
+    applyResourceLimits({.addressSpaceBytes = mostAddresses, .fileBytes = largestOutput});
     removeHiddenFileOnSignals(command.input);
-    PdfContext context(toolName);
     switch (command.action) {
     case BinderCommand::Action::getInformation:
-        return getInformation(context, command);
+        return getInformation(command);
     case BinderCommand::Action::merge:
-        return merge(context, command);
+        return merge(command);
     default:
-        return split(context, command);
+        return split(command);
     }
 }
 

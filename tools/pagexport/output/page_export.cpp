@@ -7,6 +7,7 @@
 #include "tools/pagexport/output/item_stream.h"
 #include "tools/pagexport/output/output_folder.h"
 #include "tools/pagexport/output/page_files.h"
+#include "tools/pdf/memory_budget.h"
 #include "tools/sandbox/sandbox.h"
 #include "tools/sandbox/version_text.h"
 
@@ -72,6 +73,14 @@ Job runJob(const ExportOptions &options, InputFile input, PageSink &sink)
     }
 }
 
+/// Opens the input and bounds the memory by its size.
+InputFile openInput(const ExportOptions &options)
+{
+    InputFile input(options.input, options.identity);
+    setMemoryBudget(memoryBudgetFor(static_cast<std::uint64_t>(input.size())));
+    return input;
+}
+
 /// How many pages an export can have at most.
 int mostPages(const ExportOptions &options, const InputFile &input)
 {
@@ -87,7 +96,7 @@ void exportPages(const ExportOptions &options)
 {
     OutputFolder folder(options.output);
     folder.removeEarlierExport(options.input);
-    InputFile input(options.input, options.identity);
+    InputFile input = openInput(options);
     folder.fixNames(mostPages(options, input), options.wantsPictures(), input);
     if (options.locksUp) {
         enterSandboxOf(toolName, {{input.descriptor(), folder.descriptor()},
@@ -109,7 +118,7 @@ void exportPages(const ExportOptions &options)
 
 void listItems(const ExportOptions &options)
 {
-    InputFile input(options.input, options.identity);
+    InputFile input = openInput(options);
     SealedText text(0, options.input.size() + 1);
     input.setFixedPath(text.addPath(options.input));
     text.seal();
