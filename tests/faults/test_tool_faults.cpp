@@ -113,6 +113,8 @@ private slots:
     void unwritablePlacesAreRefused_data();
     void unwritablePlacesAreRefused();
     void plantedLinksAreReplacedNotFollowed();
+    void devicesAndPipesAreNeverReplaced_data();
+    void devicesAndPipesAreNeverReplaced();
     void aFolderUnderAPageFilesNameFailsTheExport();
     void theInputIsNeverWritten_data();
     void theInputIsNeverWritten();
@@ -425,6 +427,44 @@ void TestToolFaults::plantedLinksAreReplacedNotFollowed()
          {"out/split.xml", "out/split_pg_0001.htm", "out/split_pg_0300.htm", "out/q.pdf"}) {
         QVERIFY(!QFileInfo(path(name)).isSymLink());
     }
+}
+
+void TestToolFaults::devicesAndPipesAreNeverReplaced_data()
+{
+    QTest::addColumn<QString>("kind");
+    for (const char *kind : {"pipe", "link to a device", "link to an open file"}) {
+        QTest::newRow(kind) << kind;
+    }
+}
+
+void TestToolFaults::devicesAndPipesAreNeverReplaced()
+{
+    QFETCH(QString, kind);
+    const auto plant = [&kind](const QString &name) {
+        const QByteArray file = QFile::encodeName(name);
+        return kind == QLatin1String("pipe")
+                   ? ::mkfifo(file.constData(), 0600)
+                   : ::symlink(kind == QLatin1String("link to a device") ? "/dev/null"
+                                                                         : "/proc/self/fd/1",
+                               file.constData());
+    };
+    const auto modeOf = [](const QString &name) {
+        struct stat status = {};
+        return ::lstat(QFile::encodeName(name).constData(), &status) == 0 ? status.st_mode : 0;
+    };
+    for (const char *name : {"out/split.xml", "out/split_pg_0001.htm", "out/q.pdf"}) {
+        QCOMPARE(plant(path(name)), 0);
+        const auto before = modeOf(path(name));
+        const bool isMerge = QString::fromLatin1(name).endsWith(QLatin1String("q.pdf"));
+        const Outcome outcome =
+            isMerge ? run(binder, merge(path("in.pdf"), QStringLiteral("1"), path(name)))
+                    : run(exporter, exportOf(path("in.pdf")));
+        QCOMPARE(outcome.status, 1);
+        QCOMPARE(outcome.messages.size(), 1);
+        QCOMPARE(modeOf(path(name)), before);
+        QVERIFY(QFile::remove(path(name)));
+    }
+    QCOMPARE(entries(), QStringList());
 }
 
 void TestToolFaults::aFolderUnderAPageFilesNameFailsTheExport()

@@ -1,6 +1,7 @@
 #include "tools/pagebinder/pagebinder.h"
 
 #include "tools/common/argument_reader.h"
+#include "tools/common/output_path.h"
 #include "tools/common/report.h"
 #include "tools/common/resource_limits.h"
 #include "tools/common/standard_output.h"

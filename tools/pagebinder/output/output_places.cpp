@@ -1,7 +1,8 @@
 #include "tools/pagebinder/output/output_places.h"
 
-#include "tools/pagebinder/output/atomic_output.h"
+#include "tools/common/output_path.h"
 #include "tools/pagebinder/output/hidden_names.h"
+#include "tools/pagebinder/output/output.h"
 #include "tools/pagebinder/output/output_name.h"
 
 #include <fcntl.h>

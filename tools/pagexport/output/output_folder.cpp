@@ -1,5 +1,6 @@
 #include "tools/pagexport/output/output_folder.h"
 
+#include "tools/common/output_path.h"
 #include "tools/common/tool_error.h"
 #include "tools/pagexport/output/export_cleanup.h"
 
@@ -89,6 +90,7 @@ OutputFolder::Kind OutputFolder::kindOf(std::string_view name) const
 
 void OutputFolder::removeEarlierExport(const std::string &protectedPath)
 {
+    refuseSpecialFile(pathOf(m_indexName));
     struct stat status
     {
     };
@@ -138,6 +140,7 @@ void OutputFolder::removeMatching(dev_t device, ino_t inode)
             status.st_ino == inode && status.st_dev == device) {
             throw ToolError(pathOf(name), "is the input and would be overwritten");
         }
+        refuseSpecialFile(pathOf(name));
         if (unlinkat(m_descriptor, name.c_str(), 0) != 0 && errno != ENOENT) {
             throw ToolError(pathOf(name),
                             std::string("is left from before and cannot be removed: ") +

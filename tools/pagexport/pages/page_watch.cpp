@@ -10,7 +10,7 @@ namespace {
 
 // How long the library may take to notice the flag.
 constexpr std::chrono::seconds grace{1};
-constexpr int wallFactor = 5;
+constexpr int wallFactor = 20;
 // So long a thread may wait for its turn on a busy machine; short limits are of processor time
 // only.
 constexpr std::chrono::seconds mostWaiting{1};
