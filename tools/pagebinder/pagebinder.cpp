@@ -5,7 +5,7 @@
 #include "tools/common/report.h"
 #include "tools/common/resource_limits.h"
 #include "tools/common/standard_output.h"
-#include "tools/pagebinder/command_line.h"
+#include "tools/pagebinder/arguments.h"
 #include "tools/pagebinder/document/information.h"
 #include "tools/pagebinder/merge.h"
 #include "tools/pagebinder/output/atomic_output.h"
@@ -49,17 +49,17 @@ void lockUp(const InputFile &input, const OutputPlaces &places, std::uint64_t ou
     enterSandboxOf(toolName, places.sandboxNeeds(input));
 }
 
-ExitStatus getInformation(const BinderCommand &command)
+ExitStatus getInformation(const BinderArguments &arguments)
 {
     const std::optional<FileIdentity> noted = notedIdentity();
-    if (command.output != standardOutputName) {
-        checkOutput(command.input, command.output);
-        refuseSpecialFile(command.output);
+    if (arguments.output != standardOutputName) {
+        checkOutput(arguments.input, arguments.output);
+        refuseSpecialFile(arguments.output);
         // Whatever happens from here on, nobody reads an older file's answer.
-        removeFile(command.output);
+        removeFile(arguments.output);
     }
-    InputFile input(command.input, noted);
-    const OutputPlaces places(input, {command.output});
+    InputFile input(arguments.input, noted);
+    const OutputPlaces places(input, {arguments.output});
     lockUp(input, places, 1, 0);
     PdfContext context(toolName);
     SourceFile file(context, std::move(input));
@@ -72,29 +72,29 @@ std::uint64_t pagesIn(const std::vector<PageRange> &ranges)
     return static_cast<std::uint64_t>(std::clamp<long long>(countPages(ranges), 0, 1'000'000));
 }
 
-ExitStatus merge(const BinderCommand &command)
+ExitStatus merge(const BinderArguments &arguments)
 {
-    InputFile input(command.input, notedIdentity());
-    const OutputPlaces places(input, {command.output});
+    InputFile input(arguments.input, notedIdentity());
+    const OutputPlaces places(input, {arguments.output});
     const OutputPlace &output = places.at(0);
-    lockUp(input, places, 1, pagesIn(command.ranges));
+    lockUp(input, places, 1, pagesIn(arguments.ranges));
     PdfContext context(toolName);
     SourceFile file(context, std::move(input));
-    const MergeResult result = mergePages(file, command.ranges, output);
+    const MergeResult result = mergePages(file, arguments.ranges, output);
     return result.standIns.empty() ? exitSuccess : exitStandIns;
 }
 
-ExitStatus split(const BinderCommand &command)
+ExitStatus split(const BinderArguments &arguments)
 {
     const std::optional<FileIdentity> noted = notedIdentity();
-    const std::vector<SplitEntry> entries = readSplitList(command.list);
+    const std::vector<SplitEntry> entries = readSplitList(arguments.list);
     std::vector<std::string> outputs;
     std::uint64_t pages = 0;
     for (const SplitEntry &entry : entries) {
         outputs.push_back(entry.output);
         pages += pagesIn(entry.ranges);
     }
-    InputFile input(command.input, noted);
+    InputFile input(arguments.input, noted);
     const OutputPlaces places(input, outputs);
     lockUp(input, places, entries.size(), pages);
     PdfContext context(toolName);
@@ -102,33 +102,33 @@ ExitStatus split(const BinderCommand &command)
     return splitPages(file, entries, places);
 }
 
-ExitStatus execute(const BinderCommand &command)
+ExitStatus execute(const BinderArguments &arguments)
 {
     applyResourceLimits({.addressSpaceBytes = mostAddresses, .fileBytes = largestOutput});
-    removeHiddenFileOnSignals(command.input);
-    switch (command.action) {
-    case BinderCommand::Action::getInformation:
-        return getInformation(command);
-    case BinderCommand::Action::merge:
-        return merge(command);
+    removeHiddenFileOnSignals(arguments.input);
+    switch (arguments.action) {
+    case BinderArguments::Action::getInformation:
+        return getInformation(arguments);
+    case BinderArguments::Action::merge:
+        return merge(arguments);
     default:
-        return split(command);
+        return split(arguments);
     }
 }
 
 ExitStatus runCommand(int argc, char **argv, std::string &input)
 {
-    const BinderCommand command = parseCommandLine(argumentsOf(argc, argv));
-    switch (command.action) {
-    case BinderCommand::Action::showHelp:
+    const BinderArguments arguments = parseBinderArguments(argumentsOf(argc, argv));
+    switch (arguments.action) {
+    case BinderArguments::Action::showHelp:
         writeStandardOutput(helpText());
         return exitSuccess;
-    case BinderCommand::Action::showVersion:
+    case BinderArguments::Action::showVersion:
         writeStandardOutput(versionText(toolName));
         return exitSuccess;
     default:
-        input = command.input;
-        return execute(command);
+        input = arguments.input;
+        return execute(arguments);
     }
 }
 

@@ -1,4 +1,4 @@
-#include "tools/pagexport/output/page_export.h"
+#include "tools/pagexport/pagexport.h"
 
 #include "tools/common/report.h"
 #include "tools/common/standard_output.h"
@@ -21,24 +21,24 @@ namespace {
 
 constexpr const char *toolName = "pagexport";
 
-int runOptions(ExportOptions options)
+int run(ExportArguments arguments)
 {
-    if (!options.input.empty()) {
-        options.identity = notedIdentity();
+    if (!arguments.input.empty()) {
+        arguments.identity = notedIdentity();
     }
-    options.locksUp = true;
-    switch (options.action) {
-    case ExportOptions::Action::showHelp:
+    arguments.locksUp = true;
+    switch (arguments.action) {
+    case ExportArguments::Action::showHelp:
         writeStandardOutput(exportHelp());
         break;
-    case ExportOptions::Action::showVersion:
+    case ExportArguments::Action::showVersion:
         writeStandardOutput(versionText(toolName));
         break;
-    case ExportOptions::Action::exportPages:
-        exportPages(options);
+    case ExportArguments::Action::exportPages:
+        exportPages(arguments);
         break;
-    case ExportOptions::Action::listItems:
-        listItems(options);
+    case ExportArguments::Action::listItems:
+        listItems(arguments);
         break;
     }
     return exitSuccess;
@@ -57,10 +57,10 @@ struct KeepForLostThreads
 using Job = std::unique_ptr<ExportJob, KeepForLostThreads>;
 
 /// Hands the pages of @p input to @p sink.
-Job runJob(const ExportOptions &options, InputFile input, PageSink &sink)
+Job runJob(const ExportArguments &arguments, InputFile input, PageSink &sink)
 {
     try {
-        Job job(new ExportJob(options, std::move(input), sink));
+        Job job(new ExportJob(arguments, std::move(input), sink));
         try {
             job->run();
         } catch (const ToolError &) {
@@ -69,44 +69,44 @@ Job runJob(const ExportOptions &options, InputFile input, PageSink &sink)
         }
         return job;
     } catch (const std::bad_alloc &) {
-        throw ToolError(options.input, "needs more memory than there is");
+        throw ToolError(arguments.input, "needs more memory than there is");
     }
 }
 
 /// Opens the input and bounds the memory by its size.
-InputFile openInput(const ExportOptions &options)
+InputFile openInput(const ExportArguments &arguments)
 {
-    InputFile input(options.input, options.identity);
+    InputFile input(arguments.input, arguments.identity);
     setMemoryBudget(memoryBudgetFor(static_cast<std::uint64_t>(input.size())));
     return input;
 }
 
 /// How many pages an export can have at most.
-int mostPages(const ExportOptions &options, const InputFile &input)
+int mostPages(const ExportArguments &arguments, const InputFile &input)
 {
     const long long bySize = mostPagesOf(static_cast<std::uint64_t>(input.size()));
-    const long long first = options.firstPage.value_or(1);
-    const long long chosen = options.lastPage ? *options.lastPage - first + 1 : bySize;
+    const long long first = arguments.firstPage.value_or(1);
+    const long long chosen = arguments.lastPage ? *arguments.lastPage - first + 1 : bySize;
     return static_cast<int>(std::clamp<long long>(chosen, 0, bySize));
 }
 
 } // namespace
 
-void exportPages(const ExportOptions &options)
+void exportPages(const ExportArguments &arguments)
 {
-    OutputFolder folder(options.output);
-    folder.removeEarlierExport(options.input);
-    InputFile input = openInput(options);
-    folder.fixNames(mostPages(options, input), options.wantsPictures(), input);
-    if (options.locksUp) {
+    OutputFolder folder(arguments.output);
+    folder.removeEarlierExport(arguments.input);
+    InputFile input = openInput(arguments);
+    folder.fixNames(mostPages(arguments, input), arguments.wantsPictures(), input);
+    if (arguments.locksUp) {
         enterSandboxOf(toolName, {{input.descriptor(), folder.descriptor()},
                                   {folder.descriptor()},
                                   folder.names().areInPlace(),
                                   true});
     }
-    PageFiles files(folder, options.input);
+    PageFiles files(folder, arguments.input);
     try {
-        const Job job = runJob(options, std::move(input), files);
+        const Job job = runJob(arguments, std::move(input), files);
         folder.prepareIndex(files.index());
         job->checkInput();
         folder.publishIndex();
@@ -116,17 +116,17 @@ void exportPages(const ExportOptions &options)
     }
 }
 
-void listItems(const ExportOptions &options)
+void listItems(const ExportArguments &arguments)
 {
-    InputFile input = openInput(options);
-    SealedText text(0, options.input.size() + 1);
-    input.setFixedPath(text.addPath(options.input));
+    InputFile input = openInput(arguments);
+    SealedText text(0, arguments.input.size() + 1);
+    input.setFixedPath(text.addPath(arguments.input));
     text.seal();
-    if (options.locksUp) {
+    if (arguments.locksUp) {
         enterSandboxOf(toolName, {{input.descriptor()}, {}, text.isInPlace(), true});
     }
     ItemStream stream;
-    const Job job = runJob(options, std::move(input), stream);
+    const Job job = runJob(arguments, std::move(input), stream);
     job->checkInput();
     stream.finish();
 }
@@ -134,7 +134,7 @@ void listItems(const ExportOptions &options)
 int runPageExport(int argc, const char *const *argv)
 {
     try {
-        return runOptions(parseExportOptions(argc, argv));
+        return run(parseExportArguments(argc, argv));
     } catch (const ToolError &error) {
         return reportError(toolName, error);
     } catch (const ReaderGone &) {
