@@ -317,7 +317,7 @@ void PageMerger::forgetObjects()
 }
 
 MergeResult mergePages(SourceFile &file, const std::vector<PageRange> &ranges,
-                       const std::string &output)
+                       const OutputPlace &output)
 {
     const std::unique_ptr<Output> destination = openOutput(output);
     return PageMerger(file).merge(ranges, *destination);
