@@ -24,6 +24,7 @@ private slots:
     void expandsRangesInTheOrderGiven();
     void readsCommandLines_data();
     void readsCommandLines();
+    void namesWhatIsWrongWithACommandLine();
     void keepsShortNames();
     void shortensTheTextBeforeTheLastPart();
     void keepsTheBaseNameWhereNoPagesFollow();
@@ -117,6 +118,22 @@ void PageBinderUnitsTest::expandsRangesInTheOrderGiven()
     QCOMPARE(countPages({{1, 2147483647}, {1, 2147483647}}), 4294967294LL);
 }
 
+void PageBinderUnitsTest::namesWhatIsWrongWithACommandLine()
+{
+    const auto fault = [](const std::vector<std::string_view> &words) {
+        try {
+            parseBinderArguments(words);
+        } catch (const ToolError &error) {
+            return QByteArray(error.what());
+        }
+        return QByteArray("nothing");
+    };
+    QVERIFY(fault({}).startsWith("no input file"));
+    QVERIFY(fault({"in.pdf"}).startsWith("one of -getinfo, -merge and -split is needed"));
+    QVERIFY(fault({"in.pdf", "-getinfo", "-outfile", ""}).startsWith("-outfile needs a file"));
+    QVERIFY(fault({"in.pdf", "-getinfo"}).startsWith("-outfile is needed"));
+}
+
 void PageBinderUnitsTest::readsCommandLines_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -129,6 +146,7 @@ void PageBinderUnitsTest::readsCommandLines_data()
     row("output first", "in.pdf -outfile out -merge 1", true);
     row("input like an option", "-merge -merge 1 -outfile out", true);
     row("help", "--help", true);
+    row("short help", "-h", true);
     row("version", "--version", true);
     row("nothing", "", false);
     row("input alone", "in.pdf", false);

@@ -217,6 +217,7 @@ private slots:
     void pagesInTheListBesideOthers();
     void aPageWithAListOfKidsIsAPage();
     void streamsAreNoPages();
+    void referencesToReferencesLeadToPages();
     void placesThatLeadBackCountWhereTheRootCountsThem();
     void foreignParents();
     void treesOfAllKinds();
@@ -433,6 +434,14 @@ void TestPageNumbers::aPageWithAListOfKidsIsAPage()
                                   reference(content) + ">>");
     tree.root("1", {page});
     QCOMPARE(textsOfEveryWay(tree.pdf), QString("A"));
+}
+
+void TestPageNumbers::referencesToReferencesLeadToPages()
+{
+    TreeBuilder tree;
+    const int page = tree.page();
+    tree.root("2", {tree.page(), tree.pdf.add(reference(page))});
+    QCOMPARE(textsOfEveryWay(tree.pdf), QString("B A"));
 }
 
 void TestPageNumbers::streamsAreNoPages()
