@@ -31,6 +31,7 @@ private slots:
     void shortensBetweenCharacters();
     void shortensTheBaseNameWhenItIsTooLongItself();
     void namesThatDifferOnlyWhereTheyAreCutStayApart();
+    void numberSignsInNamesStandForCharacters();
     void findsNamesByKind_data();
     void findsNamesByKind();
     void findsNamesWhereverTheBytesAreCut();
@@ -236,6 +237,12 @@ void PageBinderUnitsTest::namesThatDifferOnlyWhereTheyAreCutStayApart()
     const std::string first = shortenOutputName("1 " + text + "A b 1.pdf", "b", 255);
     const std::string second = shortenOutputName("1 " + text + "B b 1.pdf", "b", 255);
     QVERIFY(first != second);
+}
+
+void PageBinderUnitsTest::numberSignsInNamesStandForCharacters()
+{
+    QCOMPARE(decodeName("A#6a#4B"), std::string("AjK"));
+    QCOMPARE(decodeName("A#00#6"), std::string("A#00#6"));
 }
 
 void PageBinderUnitsTest::findsNamesByKind_data()

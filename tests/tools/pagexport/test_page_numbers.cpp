@@ -219,6 +219,7 @@ private slots:
     void streamsAreNoPages();
     void referencesToReferencesLeadToPages();
     void placesThatLeadBackCountWhereTheRootCountsThem();
+    void sizesComeFromThePageOrTheNodesAboveIt();
     void foreignParents();
     void treesOfAllKinds();
 };
@@ -484,6 +485,24 @@ void TestPageNumbers::pagesInTheListBesideOthers()
         }
     }
     QCOMPARE(texts, QStringList({"A", "in the list", "B"}));
+}
+
+void TestPageNumbers::sizesComeFromThePageOrTheNodesAboveIt()
+{
+    TreeBuilder tree;
+    const int taken = tree.pdf.add("<</Type/Page>>");
+    const int own = tree.pdf.add("<</Type/Page/MediaBox[0 0 300 100]/Rotate 0>>");
+    tree.pdf.setPageTree("<</Type/Pages/Count 2/MediaBox[0 0 200 100]/Rotate 90/Kids[" +
+                         reference(taken) + ' ' + reference(own) + "]>>");
+    ExportRun run;
+    const QString input = run.save(tree.pdf);
+    const QString output = run.path("merged.pdf");
+    QCOMPARE(runBinder({input, "-merge", "1-2", "-outfile", output}), 0);
+    for (const QString &file : {input, output}) {
+        QCOMPARE(run.call({"-items", file}), 0);
+        QCOMPARE(run.output(), QByteArray("page\t1\t150\t300\twhole\n"
+                                          "page\t2\t450\t150\twhole\nend\t2\n"));
+    }
 }
 
 /// What pages take over comes from the nodes that list them, whatever they call their parent.
