@@ -11,8 +11,9 @@
 
 namespace tools {
 
-/// The folder that an export writes into, and the names of its files. Files are made anew, for
-/// their owner's eyes only, and no symbolic link is ever followed: the folder may be a shared one.
+/// The folder that an export writes into, and the names of its files. Files are always
+/// created new and readable by their owner only, and no symbolic link is ever followed: others may
+/// write to the folder.
 /// All failures throw ToolError.
 class OutputFolder
 {
