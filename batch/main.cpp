@@ -31,6 +31,9 @@ int main(int argc, char *argv[])
     }
     showsLog = words.contains(QStringLiteral("--verbose"));
     qInstallMessageHandler(handleMessage);
+    if (showsLog && qEnvironmentVariableIsEmpty("QUORLIN_SANDBOX")) {
+        qputenv("QUORLIN_SANDBOX", "report");
+    }
     // The desktop's event loop would only cost: its turns are dearer than the system's own.
     qputenv("QT_NO_GLIB", "1");
     return quorlin::batch::runProgram(words, argv[0]);

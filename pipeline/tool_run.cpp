@@ -15,6 +15,7 @@ namespace {
 constexpr int millisecondsToEnd = 2000;
 constexpr qsizetype maximumMessages = 100;
 constexpr qsizetype maximumLineLength = 8192;
+const QString sandboxReport = QStringLiteral(": sandbox: "); // no message about the file
 
 QProcessEnvironment environmentWith(const QByteArray &inputIdentity)
 {
@@ -165,7 +166,8 @@ void ToolRun::noteMessages(const QByteArray &lines)
 {
     for (const QByteArray &line : lines.split('\n')) {
         const QString message = QString::fromUtf8(line).trimmed();
-        if (!message.isEmpty() && messages.size() < maximumMessages) {
+        if (!message.isEmpty() && !message.contains(sandboxReport) &&
+            messages.size() < maximumMessages) {
             messages.append(message);
         }
     }

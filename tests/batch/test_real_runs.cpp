@@ -44,6 +44,7 @@ private slots:
     void anInputThatChangesLeavesNoOutput_data();
     void anInputThatChangesLeavesNoOutput();
     void anUnreadablePageIsNamed();
+    void theLogSaysWhatSandboxTheToolsHave();
 
 private:
     QString write(const QString &name, const QByteArray &bytes) const;
@@ -192,6 +193,16 @@ void TestRealRuns::anUnreadablePageIsNamed()
     QVERIFY2(result.errors.contains("in.pdf: it has unreadable pages: page 2"),
              qPrintable(result.errors));
     QCOMPARE(outputs("in"), QStringList({"1 A in 1-2.pdf", "2 B in 3.pdf"}));
+}
+
+void TestRealRuns::theLogSaysWhatSandboxTheToolsHave()
+{
+    const QString input = write("in.pdf", statementPdf({"A", "B"}));
+    const RunnerResult told = split({"--verbose", input});
+    QCOMPARE(told.exitCode, 0);
+    QVERIFY(told.errors.contains("pagexport: sandbox: system call filter"));
+    QVERIFY(told.errors.contains("pagebinder: sandbox: system call filter"));
+    QVERIFY(!split({input}).errors.contains("sandbox: "));
 }
 
 QUORLIN_TEST(TestRealRuns)

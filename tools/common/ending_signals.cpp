@@ -14,7 +14,7 @@ constexpr std::array fromOutside = {
     SIGIO,   SIGPWR,  SIGSTKFLT,
 #endif
 };
-constexpr std::array faults = {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT};
+[[maybe_unused]] constexpr std::array faults = {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT};
 
 void (*beforeEnding)() = nullptr;
 

@@ -11,9 +11,8 @@ namespace {
 // How long the library may take to notice the flag.
 constexpr std::chrono::seconds grace{1};
 constexpr int wallFactor = 20;
-// So long a thread may wait for its turn on a busy machine; short limits are of processor time
-// only.
-constexpr std::chrono::seconds mostWaiting{1};
+// So long a thread may wait for its turn on a busy machine; until then only processor time counts.
+constexpr std::chrono::seconds mostWaiting{30};
 
 PageWatch::Duration timeOf(clockid_t clock)
 {
