@@ -238,6 +238,35 @@ void parseNode(fz_context *context, pdf_document *document, int number, const st
 
 } // namespace
 
+KeptObject PdfSource::parse(std::string_view text)
+{
+    pdf_obj *object = nullptr;
+    attempt([this, text, &object] {
+        fz_stream *stream = nullptr;
+        pdf_lexbuf buffer;
+        fz_var(stream);
+        pdf_lexbuf_init(m_context, &buffer, PDF_LEXBUF_SMALL);
+        fz_try(m_context)
+        {
+            stream = fz_open_memory(
+                m_context, reinterpret_cast<const unsigned char *>(text.data()), text.size());
+            object = pdf_parse_stm_obj(m_context, m_document, stream, &buffer);
+        }
+        fz_always(m_context)
+        {
+            pdf_lexbuf_fin(m_context, &buffer);
+            fz_drop_stream(m_context, stream);
+        }
+        fz_catch(m_context)
+        {
+            fz_rethrow(m_context);
+        }
+    });
+    KeptObject kept(m_context, object);
+    pdf_drop_obj(m_context, object);
+    return kept;
+}
+
 void PdfSource::adoptNode(int number, const std::string &text)
 {
     if (knowsLibrary && m_file.isQuick() && !m_wasRepaired) {

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 #include <vector>
 
@@ -111,6 +112,9 @@ public:
     /// Makes the node of a page tree that stands in @p text object @p number, its list of children
     /// empty. Nothing happens where the library loads the object better itself.
     void adoptNode(int number, const std::string &text);
+
+    /// The value that is written as @p text; null when that makes no sense.
+    KeptObject parse(std::string_view text);
 
     /// Hands the bytes of stream @p number over in pieces, until @p take returns false.
     /// @param decoded whether its filters are undone; if not, the bytes are as they stand in the

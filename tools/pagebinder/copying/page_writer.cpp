@@ -16,9 +16,9 @@ constexpr double largestSide = 14400;
 /// What a page says about itself beyond its content; anything else is the document's business.
 bool isPageKey(std::string_view key)
 {
-    constexpr std::array<std::string_view, 14> keys = {
+    constexpr std::array<std::string_view, 15> keys = {
         "BleedBox", "TrimBox",  "ArtBox",        "UserUnit", "Group",    "Tabs", "Trans",
-        "Dur",      "Metadata", "OutputIntents", "VP",       "Contents", "PZ",   "BoxColorInfo"};
+        "Dur",      "Metadata", "OutputIntents", "VP",       "Contents", "PZ",   "BoxColorInfo", "AF"};
     return std::find(keys.begin(), keys.end(), key) != keys.end();
 }
 
