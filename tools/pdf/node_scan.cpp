@@ -14,10 +14,7 @@ class NodeReader
 public:
     NodeReader(std::string_view bytes, bool wantsKids) : m_scanner(bytes), m_wantsKids(wantsKids) {}
 
-    bool readHeader(int number)
-    {
-        return takeHeader(m_scanner, number);
-    }
+    bool readHeader(int number) { return takeHeader(m_scanner, number); }
     bool readDictionary()
     {
         return m_scanner.skipBlanks() &&

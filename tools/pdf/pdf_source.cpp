@@ -159,6 +159,11 @@ pdf_obj *PdfSource::raw(pdf_obj *dictionary, pdf_obj *key) const
     return pdf_dict_get(m_context, dictionary, key);
 }
 
+pdf_obj *PdfSource::raw(pdf_obj *dictionary, const char *key) const
+{
+    return pdf_dict_gets(m_context, dictionary, key);
+}
+
 pdf_obj *PdfSource::trailer() const
 {
     return pdf_trailer(m_context, m_document);
@@ -240,17 +245,19 @@ void parseNode(fz_context *context, pdf_document *document, int number, const st
 
 KeptObject PdfSource::parse(std::string_view text)
 {
-    pdf_obj *object = nullptr;
-    attempt([this, text, &object] {
+    // Alone, the first number of a reference would be read as one.
+    const std::string list = '[' + std::string(text) + ']';
+    pdf_obj *array = nullptr;
+    attempt([this, &list, &array] {
         fz_stream *stream = nullptr;
         pdf_lexbuf buffer;
         fz_var(stream);
         pdf_lexbuf_init(m_context, &buffer, PDF_LEXBUF_SMALL);
         fz_try(m_context)
         {
-            stream = fz_open_memory(
-                m_context, reinterpret_cast<const unsigned char *>(text.data()), text.size());
-            object = pdf_parse_stm_obj(m_context, m_document, stream, &buffer);
+            stream = fz_open_memory(m_context, reinterpret_cast<const unsigned char *>(list.data()),
+                                    list.size());
+            array = pdf_parse_stm_obj(m_context, m_document, stream, &buffer);
         }
         fz_always(m_context)
         {
@@ -262,8 +269,8 @@ KeptObject PdfSource::parse(std::string_view text)
             fz_rethrow(m_context);
         }
     });
-    KeptObject kept(m_context, object);
-    pdf_drop_obj(m_context, object);
+    KeptObject kept(m_context, pdf_array_get(m_context, array, 0));
+    pdf_drop_obj(m_context, array);
     return kept;
 }
 

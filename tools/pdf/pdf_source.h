@@ -67,6 +67,7 @@ public:
     pdf_obj *at(pdf_obj *array, int index);
     /// The value of @p key as it stands, a reference perhaps; @p dictionary must be resolved.
     pdf_obj *raw(pdf_obj *dictionary, pdf_obj *key) const;
+    pdf_obj *raw(pdf_obj *dictionary, const char *key) const;
 
     pdf_obj *trailer() const;
     pdf_obj *catalog();

@@ -13,11 +13,11 @@ namespace tools {
 struct StructureKid
 {
     enum class Kind : std::uint8_t {
-        nothing,  ///< what makes no sense, or has been found to be listed elsewhere
-        element,  ///< a reference: to an element, or what proves to be something else
-        inlined,  ///< an element that stands in the list itself
-        content,  ///< marked content
-        object,   ///< an annotation or a form or picture as a whole
+        nothing, ///< what makes no sense, or has been found to be listed elsewhere
+        element, ///< a reference: to an element, or what proves to be something else
+        inlined, ///< an element that stands in the list itself
+        content, ///< marked content
+        object,  ///< an annotation or a form or picture as a whole
     };
     Kind kind = Kind::nothing;
     int value = 0;  ///< object number, place among the inlined elements, or number of the mark

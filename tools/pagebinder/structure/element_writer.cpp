@@ -112,8 +112,7 @@ void ElementWriter::writeKids(const StructureCut::Kept &kept, int page)
     m_copier.text() += isOne ? "" : "]";
 }
 
-void ElementWriter::writeKid(const StructureCut::Kept &kept, const StructureCut::Kid &kid,
-                             int page)
+void ElementWriter::writeKid(const StructureCut::Kept &kept, const StructureCut::Kid &kid, int page)
 {
     PdfWriter &writer = m_copier.writer();
     if (kid.page == StructureCut::none) {
@@ -280,8 +279,7 @@ void ElementWriter::writeHeaders(pdf_obj *headers, int copy)
     std::vector<std::string> kept;
     for (int i = 0; i < length; ++i) {
         pdf_obj *one = isList ? m_source.at(headers, i) : headers;
-        std::string identifier =
-            identifierFor(PdfSource::bytes(m_source.context(), one), copy);
+        std::string identifier = identifierFor(PdfSource::bytes(m_source.context(), one), copy);
         if (m_identifiers.count(identifier) != 0) {
             kept.push_back(std::move(identifier));
         }

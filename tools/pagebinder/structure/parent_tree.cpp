@@ -74,8 +74,8 @@ const ParentTree::Entry *ParentTree::find(int key)
 void ParentTree::read()
 {
     m_isRead = true;
-    pdf_obj *root = m_source.get(m_source.catalog(), PDF_NAME(StructTreeRoot));
-    pdf_obj *tree = m_source.raw(root, PDF_NAME(ParentTree));
+    pdf_obj *root = m_source.get(m_source.catalog(), "StructTreeRoot");
+    pdf_obj *tree = m_source.raw(root, "ParentTree");
     std::vector<int> waiting = {m_source.directNumber(tree)};
     std::unordered_set<int> seen;
     while (!waiting.empty()) {

@@ -29,9 +29,9 @@ public:
     };
     struct Kept
     {
-        int element = 0; ///< index in the tree
-        int copy = 0;    ///< 0 for the first time that its pages come
-        int target = 0;  ///< number in the output, known when it is complete
+        int element = 0;      ///< index in the tree
+        int copy = 0;         ///< 0 for the first time that its pages come
+        int target = 0;       ///< number in the output, known when it is complete
         bool isWhole = false; ///< nothing of it is on other pages
         std::vector<Kid> kids = {};
     };
@@ -44,8 +44,8 @@ public:
     /// @returns the element's index here
     int keep(const StructureTree::Place &place, int copy, Kid kid);
 
-    /// Orders what is kept as in the input, gives it numbers in the output, and adds the elements without any content that lie in
-    /// elements which are kept whole, such as empty cells.
+    /// Orders what is kept as in the input, gives it numbers in the output, and adds the elements
+    /// without any content that lie in elements which are kept whole, such as empty cells.
     void complete(PdfWriter &writer);
 
     /// What is kept, the root first; empty when nothing is.

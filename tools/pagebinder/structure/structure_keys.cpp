@@ -11,8 +11,8 @@ namespace {
 
 using Kind = StructureKid::Kind;
 
-// Marks are numbered from 0, page by page; a list of all numbers up to a large one that is a mistake
-// would be nothing but a waste.
+// Marks are numbered from 0, page by page; a list of all numbers up to a large one that is a
+// mistake would be nothing but a waste.
 constexpr int mostUnusedMarks = 1024;
 constexpr int mostUnusedPerMark = 16;
 
@@ -125,8 +125,7 @@ bool StructureKeys::hasMarks(const TaggedPage &page)
     pdf_obj *properties = m_source.get(resources, PDF_NAME(Properties));
     const int length = pdf_dict_len(m_source.context(), properties);
     for (int i = 0; i < length; ++i) {
-        pdf_obj *value =
-            m_source.resolve(pdf_dict_get_val(m_source.context(), properties, i));
+        pdf_obj *value = m_source.resolve(pdf_dict_get_val(m_source.context(), properties, i));
         if (m_source.get(value, PDF_NAME(MCID)) != nullptr) {
             return true;
         }
@@ -269,8 +268,8 @@ void StructureKeys::addWalked()
         for (const TaggedPage::Annotation &annotation : page.annotations) {
             for (const Place &place : placesOfObject(none, annotation.number)) {
                 Entry single;
-                single.kept = m_cut->keep(place, page.copy,
-                                          {0, static_cast<int>(i), annotation.target});
+                single.kept =
+                    m_cut->keep(place, page.copy, {0, static_cast<int>(i), annotation.target});
                 m_annotationKeys[annotation.target] = open(std::move(single));
             }
         }
@@ -300,8 +299,8 @@ std::vector<StructureTree::Place> StructureKeys::placesInStream(pdf_obj *diction
         places.erase(std::remove_if(places.begin(), places.end(), isOther), places.end());
         return places;
     }
-    const std::vector<int> numbers = m_structure.parents().elementsOf(
-        keyIn(m_source, dictionary, PDF_NAME(StructParents)));
+    const std::vector<int> numbers =
+        m_structure.parents().elementsOf(keyIn(m_source, dictionary, PDF_NAME(StructParents)));
     for (std::size_t mark = 0; mark < numbers.size(); ++mark) {
         const int element = tree.find(numbers[mark]);
         if (element == StructureTree::none || !tree.link(element)) {

@@ -41,11 +41,10 @@ void StructureTags::writeKey(std::string_view name, int key)
     }
 }
 
-void StructureTags::writePageKey(std::size_t index)
+void StructureTags::writePageKey()
 {
-    m_page = index;
     if (m_keys) {
-        writeKey("/StructParents ", m_keys->keyOfPage(index));
+        writeKey("/StructParents ", m_keys->keyOfPage(m_page));
     }
 }
 
@@ -83,7 +82,7 @@ void StructureTags::write()
 
 void StructureTags::writeRoot(ElementWriter &elements)
 {
-    pdf_obj *root = m_source.get(m_source.catalog(), PDF_NAME(StructTreeRoot));
+    pdf_obj *root = m_source.get(m_source.catalog(), "StructTreeRoot");
     const StructureCut::Kept &kept = m_keys->cut()->kept().front();
     m_copier.writer().beginObject(kept.target);
     m_copier.text() += "<</Type/StructTreeRoot";
@@ -91,7 +90,7 @@ void StructureTags::writeRoot(ElementWriter &elements)
     writeParentTree();
     writeIdentifiers(elements);
     writeClassMap(m_source.get(root, "ClassMap"), elements);
-    writeRoleMap(m_source.get(root, PDF_NAME(RoleMap)), elements.types());
+    writeRoleMap(m_source.get(root, "RoleMap"), elements.types());
     writeNamespaces(m_source.get(root, "Namespaces"));
     m_copier.text() += ">>";
     m_copier.writer().endObject();
@@ -255,11 +254,11 @@ bool StructureTags::isAccessible()
 
 bool StructureTags::haveTabOrder()
 {
-    return std::all_of(
-        m_keys->pages().begin(), m_keys->pages().end(), [this](const TaggedPage &page) {
-            return page.annotations.empty() ||
-                   m_source.isName(m_source.get(page.page, "Tabs"), PDF_NAME(S));
-        });
+    return std::all_of(m_keys->pages().begin(), m_keys->pages().end(),
+                       [this](const TaggedPage &page) {
+                           return page.annotations.empty() ||
+                                  m_source.isName(m_source.get(page.page, "Tabs"), PDF_NAME(S));
+                       });
 }
 
 /// Whether every annotation that an element of the output's pages lists is there.
@@ -276,7 +275,9 @@ bool StructureTags::haveAnnotations()
             return kid.kind == StructureKid::Kind::object &&
                    (kid.page == 0 || numbers.count(kid.page) != 0);
         };
-        const auto isKept = [](const StructureCut::Kid &kid) { return kid.target != 0 && kid.page != StructureCut::none; };
+        const auto isKept = [](const StructureCut::Kid &kid) {
+            return kid.target != 0 && kid.page != StructureCut::none;
+        };
         const auto listed = std::count_if(kids.begin(), kids.end(), count);
         if (listed > std::count_if(kept.kids.begin(), kept.kids.end(), isKept)) {
             return false;
@@ -288,7 +289,7 @@ bool StructureTags::haveAnnotations()
 std::string StructureTags::standardType(std::string type)
 {
     pdf_obj *roles =
-        m_source.get(m_source.get(m_source.catalog(), PDF_NAME(StructTreeRoot)), PDF_NAME(RoleMap));
+        m_source.get(m_source.get(m_source.catalog(), "StructTreeRoot"), "RoleMap");
     for (int step = 0; step < longestRoleChain; ++step) {
         pdf_obj *next = m_source.get(roles, type.c_str());
         if (pdf_is_name(m_source.context(), next) == 0) {
@@ -307,8 +308,8 @@ bool StructureTags::haveHeadingsInOrder()
     while (!waiting.empty()) {
         const StructureCut::Kept &next = kept[static_cast<std::size_t>(waiting.back())];
         waiting.pop_back();
-        const int own = headingLevel(
-            standardType(m_keys->cut()->tree().element(next.element).source.type()));
+        const int own =
+            headingLevel(standardType(m_keys->cut()->tree().element(next.element).source.type()));
         if (own > level + 1) {
             return false;
         }

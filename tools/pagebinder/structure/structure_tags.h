@@ -26,9 +26,10 @@ public:
     /// Takes up the pages of the output, before anything is written.
     void addPages(std::vector<TaggedPage> pages);
 
-    /// Writes a page's "/StructParents" if it has tagged content; forms and pictures that are
-    /// written next are those it draws. @param index of the output's page
-    void writePageKey(std::size_t index);
+    /// From now on the output's page @p index is written, with the forms and pictures it draws.
+    void beginPage(std::size_t index) noexcept { m_page = index; }
+    /// Writes the page's "/StructParents" if it has tagged content.
+    void writePageKey();
     /// Writes an annotation's "/StructParent". @param target its number in the output
     void writeAnnotationKey(int target);
     /// Writes that of a form or picture, or a form's "/StructParents".

@@ -23,19 +23,19 @@ StructureTree::StructureTree(PdfSource &source, ObjectTexts &texts)
 
 bool StructureTree::isIn(PdfSource &source)
 {
-    return source.raw(source.catalog(), PDF_NAME(StructTreeRoot)) != nullptr &&
-           source.isDictionary(source.get(source.catalog(), PDF_NAME(StructTreeRoot)));
+    return source.raw(source.catalog(), "StructTreeRoot") != nullptr &&
+           source.isDictionary(source.get(source.catalog(), "StructTreeRoot"));
 }
 
 void StructureTree::readRoot()
 {
-    pdf_obj *value = m_source.raw(m_source.catalog(), PDF_NAME(StructTreeRoot));
+    pdf_obj *value = m_source.raw(m_source.catalog(), "StructTreeRoot");
     m_rootNumber = m_source.numberOf(value);
     Element &rootElement = element(add(m_rootNumber));
     StructureSource &kids = rootElement.source;
-    rootElement.isRead = m_texts.read(
-        m_source.resolve(value),
-        [&kids](SyntaxScanner &scanner) { return readStructureElement(scanner, kids); });
+    rootElement.isRead = m_texts.read(m_source.resolve(value), [&kids](SyntaxScanner &scanner) {
+        return readStructureElement(scanner, kids);
+    });
     rootElement.isLinked = true;
     take(root);
 }
@@ -254,8 +254,8 @@ int StructureTree::elementAt(const Place &place)
     if (!child.isLinked && !m_isWalked && isOwn) {
         hang(below, place.element, place.position);
     }
-    const bool isHere = child.isLinked && child.parent == place.element &&
-                        child.position == place.position;
+    const bool isHere =
+        child.isLinked && child.parent == place.element && child.position == place.position;
     return isHere ? below : none;
 }
 

@@ -94,7 +94,7 @@ private:
         int parent = 0;
         int position = 0;
     };
-    using PlaceList = std::vector<std::pair<int, Place>>;         ///< by object number
+    using PlaceList = std::vector<std::pair<int, Place>>;   ///< by object number
     using PagePositions = std::vector<std::pair<int, int>>; ///< page and place in a list
 
     int add(int number);
@@ -115,9 +115,9 @@ private:
     bool m_isWalked = false;
     std::uint32_t m_lastMark = 0;
     std::deque<Element> m_elements;
-    std::unordered_map<int, int> m_byNumber; ///< object number to index
-    std::vector<Listing> m_listings;         ///< by object number
-    std::unordered_map<int, PagePositions> m_longLists; ///< by index of the element
+    std::unordered_map<int, int> m_byNumber;             ///< object number to index
+    std::vector<Listing> m_listings;                     ///< by object number
+    std::unordered_map<int, PagePositions> m_longLists;  ///< by index of the element
     std::unordered_map<int, std::vector<int>> m_inlined; ///< indices of an element's inlined ones
     PlaceList m_onPages;
     PlaceList m_ofObjects;
