@@ -69,7 +69,7 @@ std::string Catalog::loadMetadata(int number)
 /// Takes back in @p xmp what does not hold for the output. @returns whether anything had to change
 bool Catalog::adaptClaims(std::string &xmp)
 {
-    bool isChanged = false;
+    bool isChanged = removeInvoiceClaim(xmp);
     if (claimsLevelA(xmp) && !m_tags.isWhole()) {
         isChanged = lowerLevel(xmp);
     }

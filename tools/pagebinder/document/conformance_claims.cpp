@@ -43,6 +43,9 @@ template <typename Take> void forEachLevelA(const std::string &xmp, Take &&take)
     }
 }
 
+constexpr std::array<std::string_view, 4> invoice = {"fx:DocumentType", "fx:DocumentFileName",
+                                                     "fx:Version", "fx:ConformanceLevel"};
+
 constexpr std::array<std::string_view, 3> universalAccess = {"pdfuaid:part", "pdfuaid:amd",
                                                              "pdfuaid:rev"};
 
@@ -114,6 +117,11 @@ bool claimsUniversalAccess(const std::string &xmp)
 bool removeUniversalAccess(std::string &xmp)
 {
     return removeProperties(xmp, universalAccess.data(), universalAccess.size());
+}
+
+bool removeInvoiceClaim(std::string &xmp)
+{
+    return removeProperties(xmp, invoice.data(), invoice.size());
 }
 
 } // namespace tools

@@ -19,4 +19,8 @@ bool claimsUniversalAccess(const std::string &xmp);
 /// Blanks that claim out. The length stays. @returns whether anything had to change
 bool removeUniversalAccess(std::string &xmp);
 
+/// Blanks out the claim that the data of an electronic invoice is attached, which belongs to the
+/// document as a whole and is not copied. The length stays. @returns whether anything had to change
+bool removeInvoiceClaim(std::string &xmp);
+
 } // namespace tools
