@@ -7,9 +7,9 @@
 #include "batch/page_request.h"
 #include "batch/rule_lookup.h"
 #include "batch/run_plan.h"
+#include "batch/settings_location.h"
 #include "batch/shown_text.h"
 #include "common/folders.h"
-#include "common/settings_text.h"
 #include "pipeline/page_file_text.h"
 
 #include <QCoreApplication>
@@ -43,9 +43,12 @@ struct Session
 
     QString settings() const
     {
-        return arguments.settingsFile.isEmpty()
-                   ? programFolder + u'/' + settingsFileName()
-                   : absolutePath(arguments.settingsFile, callerFolder);
+        const SettingsPlaces places{arguments.settingsFile.isEmpty()
+                                        ? QString()
+                                        : absolutePath(arguments.settingsFile, callerFolder),
+                                    programFolder, QString::fromLatin1(systemSettingsFolder)};
+        return settingsLocation(places,
+                                [](const QString &path) { return QFileInfo::exists(path); });
     }
 
     QString toolFolder() const

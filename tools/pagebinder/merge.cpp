@@ -19,7 +19,8 @@ struct DocumentParts
 {
     explicit DocumentParts(SourceFile &file)
         : source(file), tree(source), drawings(source, tree), names(source),
-          bookmarks(source, names), labels(source), order(source), structure(source)
+          bookmarks(source, names), labels(source), order(source), fieldParents(source),
+          structure(source)
     {
     }
 
@@ -30,6 +31,7 @@ struct DocumentParts
     BookmarkIndex bookmarks;
     PageLabelIndex labels;
     CalculationOrder order;
+    FieldParents fieldParents;
     DocumentStructure structure;
 };
 
@@ -39,8 +41,8 @@ constexpr long long mostPages = 1'000'000;
 constexpr int mostAttempts = 4;
 constexpr std::size_t mostHeldObjects = 4096;
 
-/// The copying of one selection of pages. It is made anew when the library repairs the file on the
-/// way.
+/// The copying of one selection of pages. A new one is made when the library repairs the file on
+/// the way.
 class Merge
 {
 public:
@@ -48,7 +50,8 @@ public:
         : m_file(file), m_source(parts.source), m_tree(parts.tree), m_writer(output),
           m_copier(m_source, m_writer), m_resources(m_copier, parts.drawings),
           m_tags(m_copier, parts.structure), m_pageWriter(m_copier, m_resources, m_tree, m_tags),
-          m_destinations(m_copier, parts.names), m_fields(m_copier, parts.order),
+          m_destinations(m_copier, parts.names),
+          m_fields(m_copier, parts.order, parts.fieldParents),
           m_annotations(m_copier, m_resources.drawn(), m_destinations, m_fields, m_tags),
           m_bookmarks(m_copier, m_destinations, parts.bookmarks), m_labels(m_copier, parts.labels),
           m_catalog(m_copier, m_tags), m_encryption(m_source)
@@ -341,7 +344,7 @@ void PageMerger::forgetObjects()
 }
 
 MergeResult mergePages(SourceFile &file, const std::vector<PageRange> &ranges,
-                       const std::string &output)
+                       const OutputPlace &output)
 {
     const std::unique_ptr<Output> destination = openOutput(output);
     return PageMerger(file).merge(ranges, *destination);

@@ -21,6 +21,9 @@ struct ExportArguments
     std::optional<std::size_t> mostThreads; ///< at least 1; one per processor when left out
     std::optional<FileIdentity> identity;   ///< that the input must have
 
+    /// The process has nothing else to do, so it gives up what it does not need.
+    bool locksUp = false;
+
     /// Page bounds given to an export ask for the pages' pictures, too.
     bool wantsPictures() const noexcept
     {
