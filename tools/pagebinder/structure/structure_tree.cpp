@@ -389,11 +389,12 @@ std::vector<StructureTree::Place> StructureTree::placesIn(const PlaceList &list,
 /// them.
 void StructureTree::forget()
 {
-    if (m_isWalked || m_elements.size() <= mostHeldElements) {
+    // Elements that stand in others' lists have no number to be read by again.
+    if (m_isWalked || !m_inlined.empty() || m_elements.size() <= mostHeldElements) {
         return;
     }
     std::vector<char> stays(m_elements.size(), 0);
-    for (std::size_t i = 0; m_inlined.empty() && i < m_elements.size(); ++i) {
+    for (std::size_t i = 0; i < m_elements.size(); ++i) {
         const Element &found = m_elements[i];
         for (int at = static_cast<int>(i);
              found.isLinked && found.source.kids.size() > wideElement && at != none &&
@@ -408,7 +409,6 @@ void StructureTree::forget()
     before.swap(m_elements);
     m_byNumber.clear();
     m_longLists.clear();
-    m_inlined.clear();
     for (std::size_t i = 0; i < before.size(); ++i) {
         if (stays[i] != 0) {
             moved[i] = add(before[i].number);
