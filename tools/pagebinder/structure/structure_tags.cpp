@@ -288,8 +288,7 @@ bool StructureTags::haveAnnotations()
 
 std::string StructureTags::standardType(std::string type)
 {
-    pdf_obj *roles =
-        m_source.get(m_source.get(m_source.catalog(), "StructTreeRoot"), "RoleMap");
+    pdf_obj *roles = m_source.get(m_source.get(m_source.catalog(), "StructTreeRoot"), "RoleMap");
     for (int step = 0; step < longestRoleChain; ++step) {
         pdf_obj *next = m_source.get(roles, type.c_str());
         if (pdf_is_name(m_source.context(), next) == 0) {
