@@ -41,6 +41,7 @@ private slots:
     void lowersTheLevelOfUntaggedArchives();
     void blanksOutTheClaimOfAccessibility();
     void leavesOtherMetadataAlone();
+    void blanksOutTheClaimOfAnInvoice();
     void valuesHoldNoLineBreaks();
     void messagesShowNoCharacterThatMisleads_data();
     void messagesShowNoCharacterThatMisleads();
@@ -319,11 +320,13 @@ void PageBinderUnitsTest::lowersTheLevelOfUntaggedArchives()
 {
     std::string element = "<pdfaid:part>2</pdfaid:part><pdfaid:conformance>A</pdfaid:conformance>";
     QVERIFY(claimsPdfA(element));
-    QVERIFY(adaptToUntagged(element));
+    QVERIFY(claimsLevelA(element));
+    QVERIFY(lowerLevel(element));
+    QVERIFY(!claimsLevelA(element));
     QCOMPARE(element,
              std::string("<pdfaid:part>2</pdfaid:part><pdfaid:conformance>B</pdfaid:conformance>"));
     std::string attribute = "<x pdfaid:part=\"1\" pdfaid:conformance = 'A'/>";
-    QVERIFY(adaptToUntagged(attribute));
+    QVERIFY(lowerLevel(attribute));
     QCOMPARE(attribute, std::string("<x pdfaid:part=\"1\" pdfaid:conformance = 'B'/>"));
 }
 
@@ -331,11 +334,13 @@ void PageBinderUnitsTest::blanksOutTheClaimOfAccessibility()
 {
     std::string element = "<a><pdfuaid:part>1</pdfuaid:part></a>";
     const std::size_t length = element.size();
-    QVERIFY(adaptToUntagged(element));
+    QVERIFY(claimsUniversalAccess(element));
+    QVERIFY(removeUniversalAccess(element));
+    QVERIFY(!claimsUniversalAccess(element));
     QCOMPARE(element.size(), length);
     QCOMPARE(QByteArray::fromStdString(element).replace(' ', ""), QByteArray("<a></a>"));
     std::string attribute = "<a pdfuaid:part=\"1\" b=\"2\"/>";
-    QVERIFY(adaptToUntagged(attribute));
+    QVERIFY(removeUniversalAccess(attribute));
     QCOMPARE(QByteArray::fromStdString(attribute).simplified(), QByteArray("<a b=\"2\"/>"));
 }
 
@@ -344,11 +349,26 @@ void PageBinderUnitsTest::leavesOtherMetadataAlone()
     const std::string original = "<pdfaid:part>2</pdfaid:part>"
                                  "<pdfaid:conformance>U</pdfaid:conformance><dc:title/>";
     std::string xmp = original;
-    QVERIFY(!adaptToUntagged(xmp));
+    QVERIFY(!claimsLevelA(xmp));
+    QVERIFY(!lowerLevel(xmp));
+    QVERIFY(!removeUniversalAccess(xmp));
+    QVERIFY(!removeInvoiceClaim(xmp));
     QCOMPARE(xmp, original);
     QVERIFY(!claimsPdfA("<dc:title/>"));
     std::string cut = "pdfaid:conformance";
-    QVERIFY(!adaptToUntagged(cut));
+    QVERIFY(!lowerLevel(cut));
+}
+
+void PageBinderUnitsTest::blanksOutTheClaimOfAnInvoice()
+{
+    std::string xmp =
+        "<x fx:Version=\"1.0\"><fx:DocumentFileName>factur-x.xml</fx:DocumentFileName>"
+        "<pdfaProperty:name>DocumentFileName</pdfaProperty:name></x>";
+    const std::size_t length = xmp.size();
+    QVERIFY(removeInvoiceClaim(xmp));
+    QCOMPARE(xmp.size(), length);
+    QVERIFY(xmp.find("fx:") == std::string::npos);
+    QVERIFY(xmp.find("<pdfaProperty:name>DocumentFileName<") != std::string::npos);
 }
 
 void PageBinderUnitsTest::valuesHoldNoLineBreaks()
