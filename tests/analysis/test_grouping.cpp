@@ -15,6 +15,18 @@ QStringList pages(const QString &letters)
     return texts;
 }
 
+/// Each group as "range=text".
+QStringList shown(const quorlin::PageGroups &groups)
+{
+    QStringList result;
+    for (qsizetype i = 0; i < groups.ranges.size(); ++i) {
+        const QString text = groups.texts.value(i, QStringLiteral("nothing"));
+        result.append(groups.ranges.at(i) + QLatin1Char('=') +
+                      (text == quorlin::noTextMarker() ? QStringLiteral("-") : text));
+    }
+    return result;
+}
+
 } // namespace
 
 class TestGrouping : public QObject
@@ -24,6 +36,8 @@ class TestGrouping : public QObject
 private slots:
     void groups_data();
     void groups();
+    void pagesWithoutTextGoWhereTheCallerSays_data();
+    void pagesWithoutTextGoWhereTheCallerSays();
     void textsAreComparedExactly();
     void anEmptyTextIsAText();
     void unknownMethodsGiveNoGroups();
@@ -75,15 +89,39 @@ void TestGrouping::groups()
 {
     QFETCH(QString, letters);
     QFETCH(int, method);
-    const quorlin::PageGroups groups = quorlin::groupPages(pages(letters), method);
-    QCOMPARE(groups.ranges.size(), groups.texts.size());
-    QStringList found;
-    for (qsizetype i = 0; i < groups.ranges.size(); ++i) {
-        const QString &key = groups.texts.at(i);
-        found.append(groups.ranges.at(i) + QLatin1Char('=') +
-                     (key == quorlin::noTextMarker() ? QStringLiteral("-") : key));
-    }
-    QTEST(found, "expected");
+    QTEST(shown(quorlin::groupPages(pages(letters), method)), "expected");
+}
+
+void TestGrouping::pagesWithoutTextGoWhereTheCallerSays_data()
+{
+    using quorlin::BlankPages;
+    QTest::addColumn<QString>("letters");
+    QTest::addColumn<int>("method");
+    QTest::addColumn<BlankPages>("blankPages");
+    QTest::addColumn<QStringList>("expected");
+    const auto row = [](const char *name, const char *letters, int method, BlankPages blankPages,
+                        const QStringList &expected) {
+        QTest::newRow(name) << QString::fromLatin1(letters) << method << blankPages << expected;
+    };
+    row("dropped at the front, within and at the end", "-A--B-", 0, BlankPages::Drop,
+        {"2=A", "5=B"});
+    row("dropped within a group", "A-A", 0, BlankPages::Drop, {"1 3=A"});
+    row("dropped between single pages", "A-A", 1, BlankPages::Drop, {"1=A", "3=A"});
+    row("dropped from merged groups", "AB-AA", 2, BlankPages::Drop, {"1 4-5=A", "2=B"});
+    row("dropped all", "---", 0, BlankPages::Drop, {});
+    row("apart between other texts", "A--B", 0, BlankPages::Separate, {"1=A", "2-3=-", "4=B"});
+    row("apart between equal texts", "A-A", 0, BlankPages::Separate, {"1=A", "2=-", "3=A"});
+    row("apart between single pages", "A--A", 1, BlankPages::Separate, {"1=A", "2-3=-", "4=A"});
+    row("apart and merged", "A-A-", 2, BlankPages::Separate, {"1 3=A", "2 4=-"});
+    row("apart all", "---", 0, BlankPages::Separate, {"1-3=-"});
+}
+
+void TestGrouping::pagesWithoutTextGoWhereTheCallerSays()
+{
+    QFETCH(QString, letters);
+    QFETCH(int, method);
+    QFETCH(quorlin::BlankPages, blankPages);
+    QTEST(shown(quorlin::groupPages(pages(letters), method, blankPages)), "expected");
 }
 
 void TestGrouping::textsAreComparedExactly()

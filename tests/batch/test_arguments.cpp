@@ -112,7 +112,8 @@ void TestArguments::faultsAreNamed_data()
     QTest::newRow("unknown short option") << words("-x") << "-x";
     QTest::newRow("value for a switch")
         << words("--quiet=yes") << "unexpected value after '--quiet'";
-    QTest::newRow("empty rule name") << QStringList({"--rule", ""}) << "--rule";
+    QTest::newRow("empty rule name") << QStringList({"--rule", ""}) << "--rule an empty value";
+    QTest::newRow("two faults") << words("--method 4 --jobs 0 --timeout 0") << "--method";
     QTest::newRow("page 0") << words("--list-items a.pdf --page 0") << "--page";
     QTest::newRow("no jobs") << words("--jobs 0") << "--jobs takes 1 to 1024";
     QTest::newRow("too many jobs") << words("--jobs 100000") << "--jobs";

@@ -42,6 +42,7 @@ private slots:
     void blocksOfEverySizeMoveByOne_data();
     void blocksOfEverySizeMoveByOne();
     void everyExchangeStaysInTheTable();
+    void aRowPickedTwiceMovesOnce();
 };
 
 void TestRowMoves::orders_data()
@@ -117,6 +118,14 @@ void TestRowMoves::blocksOfEverySizeMoveByOne()
     QCOMPARE(orderAfter(RowMove::Down, quorlin::rowExchanges(RowMove::Down, items, 4, rowCount),
                         rowCount),
              down);
+}
+
+/// In a table of three columns, six items of one row stand for two rows.
+void TestRowMoves::aRowPickedTwiceMovesOnce()
+{
+    const QList<int> items(6, 1);
+    QCOMPARE(quorlin::rowExchanges(RowMove::Up, items, 3, 3), QList<int>{1});
+    QCOMPARE(quorlin::rowExchanges(RowMove::Down, items, 3, 3), QList<int>{1});
 }
 
 void TestRowMoves::everyExchangeStaysInTheTable()

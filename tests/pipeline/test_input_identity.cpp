@@ -5,6 +5,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
+
 #include <limits>
 
 using quorlin::FileIdentity;
@@ -72,6 +74,10 @@ void TestInputIdentity::aFileLeftAloneKeepsItsIdentity()
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), QByteArray("pages"));
     QCOMPARE(identifyFile(path), first);
+    struct stat status = {};
+    QCOMPARE(stat(QFile::encodeName(path).constData(), &status), 0);
+    QCOMPARE(first->inode, quint64{status.st_ino});
+    QCOMPARE(first->device, quint64{status.st_dev});
 }
 
 void TestInputIdentity::everyChangeIsSeen_data()
@@ -123,6 +129,10 @@ void TestInputIdentity::whatIsNoFileHasNone()
 {
     QVERIFY(!identifyFile(folder.filePath(QStringLiteral("missing.pdf"))));
     QVERIFY(!identifyFile(QString()));
+    QVERIFY(!identifyFile(folder.path()));
+    const QString pipe = folder.filePath(QStringLiteral("pipe"));
+    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    QVERIFY(!identifyFile(pipe));
 }
 
 QUORLIN_TEST(TestInputIdentity)

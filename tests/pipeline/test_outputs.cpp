@@ -81,6 +81,8 @@ void TestOutputs::namesAreTheWindows()
     QCOMPARE(outputs.size(), 2);
     QCOMPARE(outputs.at(0).path, "/out/report/1 A-B report 1-2.pdf");
     QCOMPARE(outputs.at(0).text, "A/B");
+    QCOMPARE(outputs.at(0).number, 1);
+    QCOMPARE(outputs.at(1).number, 2);
     QCOMPARE(outputs.at(1).path, "/out/report/2 &lt;C&gt; report 3.pdf");
     QCOMPARE(outputs.at(1).text, "<C>");
     QCOMPARE(planOutputs({{"1-2 4"}, {" "}}, "/in/report.pdf", "/out", 2).at(0).path,
@@ -111,6 +113,12 @@ void TestOutputs::answersAreRead_data()
     QTest::newRow("failed") << QByteArray("failed\t2\tno space is left") << 1 << int(State::Failed)
                             << ""
                             << "no space is left";
+    QTest::newRow("failed for a reason with a tab")
+        << QByteArray("failed\t2\tno\tspace") << 1 << int(State::Failed) << ""
+        << "no\tspace";
+    QTest::newRow("a path that ends within an escape")
+        << QByteArray("done\t1\t3\t/o/a\\x4") << 0 << int(State::Written) << "/o/a\\x4"
+        << "";
     QTest::newRow("an odd path") << QByteArray("done\t1\t3\t/o/a\\x0ab\\\\c\\x09.pdf") << 0
                                  << int(State::Written) << "/o/a\nb\\c\t.pdf"
                                  << "";

@@ -43,6 +43,7 @@ class TestPageItems : public QObject
 private slots:
     void theFirstItemAtThePositionGivesTheText_data();
     void theFirstItemAtThePositionGivesTheText();
+    void aMarkAtTheBeginningIsPartOfTheText();
     void pagesThatCouldNotBeReadAreNoted();
     void anExportThatBreaksOffIsNotWhole_data();
     void anExportThatBreaksOffIsNotWhole();
@@ -74,6 +75,17 @@ void TestPageItems::theFirstItemAtThePositionGivesTheText()
     QCOMPARE(pages.withoutText, 1);
     QVERIFY(pages.unreadable.isEmpty());
     QVERIFY(pages.doubtful.isEmpty());
+}
+
+void TestPageItems::aMarkAtTheBeginningIsPartOfTheText()
+{
+    bool isComplete = false;
+    bool isMalformed = true;
+    const PageTexts pages =
+        read("page\t1\t8\t9\twhole\nitem\t1\t100\t50\t4\t5\t\xef\xbb\xbfmarked\nend\t1\n", 1000,
+             isComplete, isMalformed);
+    QVERIFY(isComplete);
+    QCOMPARE(pages.texts, QStringList(QStringLiteral("\ufeffmarked")));
 }
 
 void TestPageItems::pagesThatCouldNotBeReadAreNoted()

@@ -84,8 +84,8 @@ void TestEditorText::pageButtonsFollowThePage()
     QFETCH(int, previous);
     QFETCH(int, next);
     QCOMPARE(pageButtons(page, count), (PageButtons{previous != 0, next != 0}));
-    QCOMPARE(previousPage(page, count).value_or(0), previous);
-    QCOMPARE(nextPage(page, count).value_or(0), next);
+    QCOMPARE(previousPage(page, count), previous != 0 ? std::optional(previous) : std::nullopt);
+    QCOMPARE(nextPage(page, count), next != 0 ? std::optional(next) : std::nullopt);
 }
 
 QUORLIN_TEST(TestEditorText)

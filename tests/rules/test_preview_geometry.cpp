@@ -86,6 +86,8 @@ void TestPreviewGeometry::pictureIsScaledToTruncatedSides_data()
     QTest::newRow("nothing is left of a side") << 100.F << 1.F << 0.5F << QSize();
     QTest::newRow("one pixel is left") << 2.F << 2.F << 0.5F << QSize(1, 1);
     QTest::newRow("the longest side") << 32767.F << 1.F << 1.F << QSize(32767, 1);
+    QTest::newRow("nothing is left of the width") << 1.F << 100.F << 0.5F << QSize();
+    QTest::newRow("too high") << 1.F << 32768.F << 1.F << QSize();
     QTest::newRow("a side too long") << 32768.F << 1.F << 1.F << QSize();
     QTest::newRow("the largest area") << 16384.F << 16384.F << 1.F << QSize(16384, 16384);
     QTest::newRow("an area too large") << 16384.F << 16385.F << 1.F << QSize();

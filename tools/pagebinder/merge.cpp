@@ -7,6 +7,7 @@
 #include "tools/pagebinder/document/catalog.h"
 #include "tools/pagebinder/document/page_labels.h"
 #include "tools/pagebinder/output/output_encryption.h"
+#include "tools/pagebinder/structure/structure_tags.h"
 
 #include <algorithm>
 #include <array>
@@ -18,7 +19,8 @@ struct DocumentParts
 {
     explicit DocumentParts(SourceFile &file)
         : source(file), tree(source), drawings(source, tree), names(source),
-          bookmarks(source, names), labels(source), order(source), fieldParents(source)
+          bookmarks(source, names), labels(source), order(source), fieldParents(source),
+          structure(source)
     {
     }
 
@@ -30,6 +32,7 @@ struct DocumentParts
     PageLabelIndex labels;
     CalculationOrder order;
     FieldParents fieldParents;
+    DocumentStructure structure;
 };
 
 namespace {
@@ -46,13 +49,17 @@ public:
     Merge(SourceFile &file, DocumentParts &parts, Output &output)
         : m_file(file), m_source(parts.source), m_tree(parts.tree), m_writer(output),
           m_copier(m_source, m_writer), m_resources(m_copier, parts.drawings),
-          m_pageWriter(m_copier, m_resources, m_tree), m_destinations(m_copier, parts.names),
+          m_tags(m_copier, parts.structure), m_pageWriter(m_copier, m_resources, m_tree, m_tags),
+          m_destinations(m_copier, parts.names),
           m_fields(m_copier, parts.order, parts.fieldParents),
-          m_annotations(m_copier, m_resources.drawn(), m_destinations, m_fields),
+          m_annotations(m_copier, m_resources.drawn(), m_destinations, m_fields, m_tags),
           m_bookmarks(m_copier, m_destinations, parts.bookmarks), m_labels(m_copier, parts.labels),
-          m_catalog(m_copier), m_encryption(m_source)
+          m_catalog(m_copier, m_tags), m_encryption(m_source)
     {
         m_copier.setContentResources(&m_resources);
+        if (m_tags.isInInput()) {
+            m_copier.setStructureTags(&m_tags);
+        }
     }
 
     void run(const std::vector<int> &pages);
@@ -64,6 +71,7 @@ public:
 
 private:
     void findPages(const std::vector<int> &pages);
+    void findTags();
     void keepEncryption();
     int version();
     void writePages();
@@ -79,6 +87,7 @@ private:
     PdfWriter m_writer;
     ObjectCopier m_copier;
     ContentResources m_resources;
+    StructureTags m_tags;
     PageWriter m_pageWriter;
     Destinations m_destinations;
     FormFields m_fields;
@@ -101,8 +110,10 @@ void Merge::run(const std::vector<int> &pages)
     m_pagesRoot = m_writer.allocate();
     keepEncryption();
     findPages(pages);
+    findTags();
     writePages();
     m_fields.writeFields();
+    m_tags.write();
     writeCatalog(pages);
     m_information = m_catalog.writeInformation();
     m_copier.copyQueued();
@@ -145,6 +156,20 @@ void Merge::findPages(const std::vector<int> &pages)
     }
 }
 
+void Merge::findTags()
+{
+    if (!m_tags.isInInput()) {
+        return;
+    }
+    std::vector<TaggedPage> pages;
+    for (std::size_t i = 0; i < m_pages.size(); ++i) {
+        const OutputPage &page = m_pages[i];
+        pages.push_back({page.found.isUnreadable ? nullptr : page.found.page, page.found.number,
+                         page.target, 0, m_annotations.copiedOn(i)});
+    }
+    m_tags.addPages(std::move(pages));
+}
+
 void Merge::keepEncryption()
 {
     if (!m_encryption.isNeeded()) {
@@ -176,6 +201,7 @@ void Merge::writePages()
             continue;
         }
         const std::string annotations = m_annotations.references(i);
+        m_tags.beginPage(i);
         m_pageWriter.write(m_pages[i], m_pagesRoot, annotations, m_annotations.appearances(i));
         m_annotations.write(i);
         m_copier.copyQueued();
@@ -308,6 +334,7 @@ MergeResult PageMerger::copyPages(const std::vector<int> &pages, Output &output)
 // document; a look at every entry of its table after each of them would cost more than the outputs.
 void PageMerger::forgetObjects()
 {
+    m_parts->structure.forget();
     const auto share = static_cast<std::size_t>(m_parts->source.objectCount()) / 8;
     if (m_copied > std::max(mostHeldObjects, share)) {
         m_parts->source.dropUnused();

@@ -6,6 +6,8 @@
 
 namespace tools {
 
+class SyntaxScanner;
+
 /// What the bytes of an object tell of its part in a page tree.
 struct NodeScan
 {
@@ -33,6 +35,9 @@ NodeScan scanObject(std::string_view bytes, int number, bool wantsKids);
 
 /// The same for an object of an object stream, which has neither number nor end.
 NodeScan scanDictionary(std::string_view bytes, bool wantsKids);
+
+/// Takes "12 0 obj" of object @p number, and white space before it.
+bool takeHeader(SyntaxScanner &scanner, int number);
 
 /// Whether @p bytes begin with "12 0 obj" for object @p number, after white space perhaps.
 bool startsObject(std::string_view bytes, int number);

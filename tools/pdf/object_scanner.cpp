@@ -37,40 +37,66 @@ std::string_view viewOf(const FileWindow::Bytes &bytes)
 
 NodeScan ObjectScanner::scan(int number, const ObjectPlace &place, bool wantsKids)
 {
+    NodeScan scan;
     if (place.kind == ObjectPlace::Kind::inFile) {
-        return scanInFile(place.offset, number, wantsKids);
+        tryBytes(place.offset, [&scan, number, wantsKids](std::string_view bytes) {
+            scan = scanObject(bytes, number, wantsKids);
+            return scan.kind == NodeScan::Kind::cutOff;
+        });
+    } else if (place.kind == ObjectPlace::Kind::inStream) {
+        const std::string_view bytes = bytesInStream(number, place.stream);
+        scan = bytes.empty() ? scan : scanDictionary(bytes, wantsKids);
     }
-    if (place.kind != ObjectPlace::Kind::inStream) {
-        return {};
+    return scan;
+}
+
+bool ObjectScanner::readBytes(int number, const ObjectPlace &place,
+                              const std::function<bool(SyntaxScanner &)> &reader)
+{
+    bool isRead = false;
+    if (place.kind == ObjectPlace::Kind::inFile) {
+        tryBytes(place.offset, [&isRead, &reader, number](std::string_view bytes) {
+            SyntaxScanner scanner(bytes);
+            isRead = takeHeader(scanner, number) && scanner.skipBlanks() && reader(scanner) &&
+                     scanner.skipBlanks() && scanner.takeWord("endobj");
+            return !isRead && scanner.isAtEnd();
+        });
+    } else if (place.kind == ObjectPlace::Kind::inStream) {
+        // The last object of a stream may have nothing behind it that would end a number.
+        SyntaxScanner scanner(bytesInStream(number, place.stream));
+        isRead = scanner.skipBlanks() && reader(scanner);
     }
-    const Decoded &stream = decoded(place.stream);
+    return isRead;
+}
+
+/// The bytes of object @p number in object stream @p stream; none when they are not known.
+std::string_view ObjectScanner::bytesInStream(int number, int stream)
+{
+    const Decoded &found = decoded(stream);
     const auto slice =
-        std::lower_bound(stream.slices.begin(), stream.slices.end(), number,
+        std::lower_bound(found.slices.begin(), found.slices.end(), number,
                          [](const Slice &one, int wanted) { return one.number < wanted; });
-    if (slice == stream.slices.end() || slice->number != number) {
+    if (slice == found.slices.end() || slice->number != number) {
         return {};
     }
-    return scanDictionary(std::string_view(stream.bytes).substr(slice->begin, slice->length),
-                          wantsKids);
+    return std::string_view(found.bytes).substr(slice->begin, slice->length);
 }
 
 /// Most objects lie in what the window holds; one that does not is read again with more and more
 /// bytes, until it is whole.
-NodeScan ObjectScanner::scanInFile(std::int64_t offset, int number, bool wantsKids)
+template <typename Scan> void ObjectScanner::tryBytes(std::int64_t offset, Scan &&isCutOff)
 {
-    NodeScan scan = scanObject(viewOf(m_window.onwards(offset)), number, wantsKids);
-    if (scan.kind == NodeScan::Kind::cutOff) {
-        scan = scanObject(viewOf(m_window.at(offset, FileWindow::largest)), number, wantsKids);
+    if (!isCutOff(viewOf(m_window.onwards(offset))) ||
+        !isCutOff(viewOf(m_window.at(offset, FileWindow::largest)))) {
+        return;
     }
     std::string bytes;
-    for (std::size_t size = 4 * FileWindow::largest;
-         scan.kind == NodeScan::Kind::cutOff && bytes.size() < size / 2 &&
-         size <= largestObjectText;
-         size *= 4) {
+    for (std::size_t size = 4 * FileWindow::largest; size <= largestObjectText; size *= 4) {
         appendBytes(bytes, offset, size);
-        scan = scanObject(bytes, number, wantsKids);
+        if (!isCutOff(bytes) || bytes.size() < size) {
+            return;
+        }
     }
-    return scan;
 }
 
 /// Adds to @p bytes those of the file from @p offset on, up to @p size of them.

@@ -3,8 +3,10 @@
 #include "tools/pdf/file_window.h"
 #include "tools/pdf/node_scan.h"
 #include "tools/pdf/pdf_source.h"
+#include "tools/pdf/syntax_scanner.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -21,6 +23,11 @@ public:
     /// What the bytes of object @p number, which stands at @p place, tell; "unclear" and "cutOff"
     /// are no answer, the object may be any.
     NodeScan scan(int number, const ObjectPlace &place, bool wantsKids);
+
+    /// Has @p reader read the object from its bytes, more and more of them as long as they end too
+    /// early for it. @returns whether it has read the object up to its end
+    bool readBytes(int number, const ObjectPlace &place,
+                   const std::function<bool(SyntaxScanner &)> &reader);
 
     /// Lets the library have the node that was scanned last without its list of children, which
     /// makes up most of the work of loading it. Nothing happens where that cannot be done.
@@ -40,7 +47,8 @@ private:
         std::vector<Slice> slices; ///< by number
     };
 
-    NodeScan scanInFile(std::int64_t offset, int number, bool wantsKids);
+    template <typename Scan> void tryBytes(std::int64_t offset, Scan &&isCutOff);
+    std::string_view bytesInStream(int number, int stream);
     void appendBytes(std::string &bytes, std::int64_t offset, std::size_t size);
     const Decoded &decoded(int stream);
     bool readSlices(int stream, Decoded &result);

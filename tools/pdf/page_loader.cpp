@@ -63,6 +63,7 @@ pdf_obj *newTree(fz_context *context, pdf_document *document, const FoundPage &p
 /// Shows the library a tree of this page alone while it loads the page. @throws the library's error
 pdf_page *loadFromOwnTree(fz_context *context, pdf_document *document, const FoundPage &found)
 {
+    dropPageMap(context, document); // or the page loaded before would come again
     pdf_obj *catalog = pdf_dict_get(context, pdf_trailer(context, document), PDF_NAME(Root));
     pdf_obj *tree = newTree(context, document, found);
     pdf_obj *former = pdf_keep_obj(context, pdf_dict_get(context, catalog, PDF_NAME(Pages)));

@@ -190,6 +190,11 @@ pdf_obj *PdfSource::raw(pdf_obj *dictionary, pdf_obj *key) const
     return pdf_dict_get(m_context, dictionary, key);
 }
 
+pdf_obj *PdfSource::raw(pdf_obj *dictionary, const char *key) const
+{
+    return pdf_dict_gets(m_context, dictionary, key);
+}
+
 pdf_obj *PdfSource::trailer() const
 {
     return pdf_trailer(m_context, m_document);
@@ -268,6 +273,37 @@ void parseNode(fz_context *context, pdf_document *document, int number, const st
 }
 
 } // namespace
+
+KeptObject PdfSource::parse(std::string_view text)
+{
+    // Alone, the first number of a reference would be read as one.
+    const std::string list = '[' + std::string(text) + ']';
+    pdf_obj *array = nullptr;
+    attempt([this, &list, &array] {
+        fz_stream *stream = nullptr;
+        pdf_lexbuf buffer;
+        fz_var(stream);
+        pdf_lexbuf_init(m_context, &buffer, PDF_LEXBUF_SMALL);
+        fz_try(m_context)
+        {
+            stream = fz_open_memory(m_context, reinterpret_cast<const unsigned char *>(list.data()),
+                                    list.size());
+            array = pdf_parse_stm_obj(m_context, m_document, stream, &buffer);
+        }
+        fz_always(m_context)
+        {
+            pdf_lexbuf_fin(m_context, &buffer);
+            fz_drop_stream(m_context, stream);
+        }
+        fz_catch(m_context)
+        {
+            fz_rethrow(m_context);
+        }
+    });
+    KeptObject kept(m_context, pdf_array_get(m_context, array, 0));
+    pdf_drop_obj(m_context, array);
+    return kept;
+}
 
 void PdfSource::adoptNode(int number, const std::string &text)
 {

@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 #include <vector>
 
@@ -68,6 +69,7 @@ public:
     pdf_obj *at(pdf_obj *array, int index);
     /// The value of @p key as it stands, a reference perhaps; @p dictionary must be resolved.
     pdf_obj *raw(pdf_obj *dictionary, pdf_obj *key) const;
+    pdf_obj *raw(pdf_obj *dictionary, const char *key) const;
 
     pdf_obj *trailer() const;
     pdf_obj *catalog();
@@ -113,6 +115,9 @@ public:
     /// Makes the node of a page tree that stands in @p text object @p number, its list of children
     /// empty. Nothing happens where the library loads the object better itself.
     void adoptNode(int number, const std::string &text);
+
+    /// The value that is written as @p text; null when that makes no sense.
+    KeptObject parse(std::string_view text);
 
     /// Hands the bytes of stream @p number over in pieces, until @p take returns false.
     /// @param decoded whether its filters are undone; if not, the bytes are as they stand in the

@@ -16,6 +16,7 @@ private slots:
     void neighboursAreLinkedBothWays();
     void everyBookmarkNamesItsParent();
     void actionsThatLeadToAPageAreDestinations();
+    void pagesMayBeNamedByTheirNumbers();
     void bookmarksThatLeadToNoPageGo_data();
     void bookmarksThatLeadToNoPageGo();
     void theModeGoesWithTheBookmarks();
@@ -117,8 +118,10 @@ void TestBookmarks::everyBookmarkNamesItsParent()
 
 void TestBookmarks::actionsThatLeadToAPageAreDestinations()
 {
-    const auto output = m_bench.merged(
-        withBookmarks({"/Title(One)/A<</S/GoTo/D[20 0 R/FitH 7]>>/C[0 0 1]/F 3/SE 9 0 R"}), "2");
+    TestPdf pdf =
+        withBookmarks({"/Title(One)/A<</S/GoTo/D[20 0 R/FitH 7]>>/C[0 0 1]/F 3/SE 9 0 R"});
+    pdf.object(9, "<</S/Span/T(element)>>");
+    const auto output = m_bench.merged(pdf, "2");
     QVERIFY(output);
     QCOMPARE(output->value("Root/Outlines/First/Dest/1"), QByteArray("/FitH"));
     QCOMPARE(output->value("Root/Outlines/First/Dest/2"), QByteArray("7"));
@@ -126,6 +129,17 @@ void TestBookmarks::actionsThatLeadToAPageAreDestinations()
     QCOMPARE(output->value("Root/Outlines/First/C"), QByteArray("[0 0 1]"));
     QCOMPARE(output->value("Root/Outlines/First/F"), QByteArray("3"));
     QCOMPARE(output->value("Root/Outlines/First/SE"), QByteArray("null"));
+}
+
+void TestBookmarks::pagesMayBeNamedByTheirNumbers()
+{
+    const auto output = m_bench.merged(
+        withBookmarks({"/Title(One)/Dest[0/Fit]/Next 42 0 R", "/Title(Two)/Dest[1/FitH 7]"}), "2");
+    QVERIFY(output);
+    QCOMPARE(output->value("Root/Outlines/First/Title"), QByteArray("(Two)"));
+    QCOMPARE(output->value("Root/Outlines/First/Dest/0/Type"), QByteArray("/Page"));
+    QCOMPARE(output->value("Root/Outlines/First/Dest/1"), QByteArray("/FitH"));
+    QCOMPARE(output->value("Root/Outlines/Count"), QByteArray("1"));
 }
 
 void TestBookmarks::bookmarksThatLeadToNoPageGo_data()

@@ -132,8 +132,11 @@ void TestFields::fieldsThatAreTheirOwnAncestorsAreWritten()
     QCOMPARE(output->value("Root/AcroForm/Fields/0/T"), QByteArray("(top)"));
     QCOMPARE(output->value("Root/AcroForm/Fields/0/Parent"), QByteArray("null"));
     QCOMPARE(output->value("Root/AcroForm/Fields/0/Kids/0/T"), QByteArray("(middle)"));
+    QCOMPARE(output->value("Root/AcroForm/Fields/0/Kids/0/Parent/T"), QByteArray("(top)"));
     QCOMPARE(output->value("Root/AcroForm/Fields/0/Kids/1"), QByteArray("null"));
     QCOMPARE(output->value("Root/AcroForm/Fields/0/Kids/0/Kids/0/T"), QByteArray("(low)"));
+    QCOMPARE(output->value("Root/AcroForm/Fields/0/Kids/0/Kids/0/Parent/T"),
+             QByteArray("(middle)"));
     QCOMPARE(output->value("Root/AcroForm/Fields/1"), QByteArray("null"));
 }
 
@@ -175,7 +178,7 @@ void TestFields::aFieldKeepsWhatItsWidgetsInherit()
 void TestFields::theOrderOfCalculationIsThatOfTheInput()
 {
     TestPdf pdf = page("41 0 R 42 0 R 43 0 R", "/Fields[41 0 R 42 0 R 43 0 R]"
-                                               "/CO[43 0 R 44 0 R 41 0 R 43 0 R]");
+                                               "/CO[43 0 R 44 0 R 41 0 R 43 0 R 42 0 R]");
     for (int number = 41; number <= 44; ++number) {
         pdf.object(number,
                    "<</FT/Tx/T(" + QByteArray::number(number) + ")/Subtype/Widget/Rect[0 0 9 9]>>");
@@ -185,7 +188,8 @@ void TestFields::theOrderOfCalculationIsThatOfTheInput()
     QCOMPARE(output->value("Root/AcroForm/CO/0/T"), QByteArray("(43)"));
     QCOMPARE(output->value("Root/AcroForm/CO/1/T"), QByteArray("(41)"));
     QCOMPARE(output->value("Root/AcroForm/CO/2/T"), QByteArray("(43)"));
-    QCOMPARE(output->value("Root/AcroForm/CO/3"), QByteArray("null"));
+    QCOMPARE(output->value("Root/AcroForm/CO/3/T"), QByteArray("(42)"));
+    QCOMPARE(output->value("Root/AcroForm/CO/4"), QByteArray("null"));
 }
 
 void TestFields::widgetsThatNameNoFieldBelongToTheOneThatListsThem()

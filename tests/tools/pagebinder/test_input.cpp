@@ -37,6 +37,7 @@ private slots:
     void anInputThatChangesBetweenOutputsStopsThem();
     void anUnreadableIdentityIsWrongUsage();
     void anEmptyIdentityIsNone();
+    void foldersAndDevicesAreNoInputs();
     void pagesComeFromTheFileThatWasOpened();
 
 private:
@@ -96,6 +97,8 @@ void PageBinderInputTest::readsIdentities_data()
     QTest::newRow("no nanoseconds") << QByteArray("1:2:3:4") << false;
     QTest::newRow("negative") << QByteArray("-1:2:3:4.000000005") << false;
     QTest::newRow("letters") << QByteArray("a:2:3:4.000000005") << false;
+    QTest::newRow("a letter at the end") << QByteArray("1:2:3:4.00000000x") << false;
+    QTest::newRow("another sign between numbers") << QByteArray("1;2:3:4.000000005") << false;
     QTest::newRow("a blank") << QByteArray("1: 2:3:4.000000005") << false;
     QTest::newRow("too large") << QByteArray("1:2:18446744073709551616:4.000000005") << false;
 }
@@ -239,6 +242,15 @@ void PageBinderInputTest::anUnreadableIdentityIsWrongUsage()
 void PageBinderInputTest::anEmptyIdentityIsNone()
 {
     QCOMPARE(runBinder({m_input, "-merge", "1", "-outfile", path("out.pdf")}, {}, "").status, 0);
+}
+
+void PageBinderInputTest::foldersAndDevicesAreNoInputs()
+{
+    for (const QString &input : {path("."), QStringLiteral("/dev/null")}) {
+        const ToolRun run = runBinder({input, "-merge", "1", "-outfile", path("out.pdf")});
+        QCOMPARE(run.status, 1);
+        QVERIFY2(run.errors.contains("not a regular file"), run.errors.constData());
+    }
 }
 
 void PageBinderInputTest::pagesComeFromTheFileThatWasOpened()

@@ -645,7 +645,7 @@ void PageBinderMergeTest::privateDataThumbnailsAndAttachmentsStayBehind()
         TestPdf::pages(2,
                        "/Names<</EmbeddedFiles<</Names[(f) 40 0 R]>>>>/AF[40 0 R]"
                        "/PieceInfo<</App<</Private(secret)>>>>/Threads[42 0 R]",
-                       "/PieceInfo<</App<</Private(secret)>>>>/Thumb 41 0 R/B[43 0 R]/AF[40 0 R]");
+                       "/PieceInfo<</App<</Private(secret)>>>>/Thumb 41 0 R/B[43 0 R]");
     pdf.object(40, "<</Type/Filespec/F(f)/EF<</F 41 0 R>>>>");
     pdf.stream(41, "/Type/EmbeddedFile", "secret file");
     pdf.object(42, "<</Type/Thread/F 43 0 R/I<</Title(secret)>>>>");

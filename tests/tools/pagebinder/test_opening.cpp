@@ -595,6 +595,10 @@ void PageBinderOpeningTest::oddTablesAreLeftToTheLibrary_data()
     row("a letter in an offset", with("00000 n", "000x0 n"));
     row("an offset beyond the file", with("0000000009 ", "9999999999 "));
     row("an unknown kind", with("00000 n", "00000 o"));
+    row("no blank behind an offset", with("0000000009 00000", "0000000009x00000"));
+    row("a letter for a line end", with("00000 n \n", "00000 nx\n"));
+    row("a generation too large", with("00000 n", "70000 n"));
+    row("a number of eleven digits", with("xref\n0 16", "xref\n00000000000 16"));
     row("a comment in the table", with("xref\n0", "xref\n%\n0"));
     row("fewer entries than stated", with("xref\n0 16", "xref\n0 17"));
     row("more entries than stated", with("xref\n0 16", "xref\n0 15"));

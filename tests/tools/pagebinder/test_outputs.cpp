@@ -22,6 +22,9 @@ private slots:
     void init();
     void showsHelpAndVersion();
     void wrongCommandLinesEndWithStatusTwo();
+    void theVersionIsTheInputsWhereThereIsOne();
+    void moreThanAMillionPagesAreRefused();
+    void aPageWithoutASheetGetsOne();
     void writesTheNumberOfPagesFirst();
     void aTitleCannotForgeTheNumberOfPages();
     void leavesNoInformationFileOfAnUnreadableInput_data();
@@ -451,6 +454,36 @@ void PageBinderOutputsTest::theSameMergeGivesTheSameFile()
     QFile second(path("again.pdf"));
     QVERIFY(second.open(QIODevice::ReadOnly));
     QCOMPARE(second.readAll(), before);
+}
+
+void PageBinderOutputsTest::theVersionIsTheInputsWhereThereIsOne()
+{
+    for (const auto &[version, written] :
+         {std::pair{"2.0", "%PDF-2.0"}, std::pair{"9.9", "%PDF-1.7"}}) {
+        const QString output = path("version.pdf");
+        const QString input = TestPdf::pages(1, QByteArray("/Version/") + version)
+                                  .save(m_folder->path(), "version-of-input.pdf");
+        QCOMPARE(merge(input, "1", output).status, 0);
+        QFile file(output);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.read(8), QByteArray(written));
+    }
+}
+
+void PageBinderOutputsTest::moreThanAMillionPagesAreRefused()
+{
+    const ToolRun run = merge(m_input, "1-1000001", path("out.pdf"));
+    QCOMPARE(run.status, 1);
+    QVERIFY(run.errors.contains("more than 1,000,000 pages"));
+}
+
+void PageBinderOutputsTest::aPageWithoutASheetGetsOne()
+{
+    TestPdf pdf = TestPdf::pages(1);
+    pdf.object(10, "<</Type/Page/Parent 2 0 R/Contents 11 0 R/Resources<</Font<</F 3 0 R>>>>>>");
+    QCOMPARE(merge(pdf.save(m_folder->path(), "sheet.pdf"), "1", path("out.pdf")).status, 0);
+    QCOMPARE(PdfInspector(path("out.pdf")).value("Root/Pages/Kids/0/MediaBox"),
+             QByteArray("[0 0 612 792]"));
 }
 
 QUORLIN_TEST(PageBinderOutputsTest)

@@ -34,6 +34,8 @@ void TestPageLabels::labels_data()
     row("backwards", "0<</S/D>>", "3 2", "[0<</S/D/St 3>>1<</S/D/St 2>>]");
     row("twice the same", "0<</S/D>>", "2 2", "[0<</S/D/St 2>>1<</S/D/St 2>>]");
     row("over the end of a numbering", "0<</S/r>>2<</S/D>>", "2-3", "[0<</S/r/St 2>>1<</S/D>>]");
+    row("back over the beginning of a numbering", "0<</S/r>>2<</S/D>>", "3 1",
+        "[0<</S/D>>1<</S/r>>]");
     row("a start of its own", "0<</S/D/St 10>>", "2", "[0<</S/D/St 11>>]");
     row("back at number one", "0<</S/D/St 0>>", "2", "[0<</S/D>>]");
     row("a prefix alone", "0<</P(Cover)>>", "1", "[0<</P(Cover)>>]");

@@ -362,6 +362,10 @@ void PageBinderSplitTest::namesPagesThatStandInsTakeThePlaceOf()
     QVERIFY(lines[1].startsWith("standin\t2\t"));
     QCOMPARE(lines[1].split('\t').mid(3), (QList<QByteArray>{"4 2", path("b.pdf")}));
     QCOMPARE(PdfInspector(path("b.pdf")).pageCount(), 4);
+    const ToolRun mixed =
+        runBinder({input, "-split", "-"}, entry("9", path("c.pdf")) + entry("2", path("d.pdf")));
+    QCOMPARE(mixed.status, 1);
+    QVERIFY(mixed.output.contains("standin\t2\t"));
     QCOMPARE(merge(input, "1-2", path("one.pdf")).status, 3);
     QCOMPARE(merge(input, "1", path("one.pdf")).status, 0);
 }

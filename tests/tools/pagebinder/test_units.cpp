@@ -24,12 +24,14 @@ private slots:
     void expandsRangesInTheOrderGiven();
     void readsCommandLines_data();
     void readsCommandLines();
+    void namesWhatIsWrongWithACommandLine();
     void keepsShortNames();
     void shortensTheTextBeforeTheLastPart();
     void keepsTheBaseNameWhereNoPagesFollow();
     void shortensBetweenCharacters();
     void shortensTheBaseNameWhenItIsTooLongItself();
     void namesThatDifferOnlyWhereTheyAreCutStayApart();
+    void numberSignsInNamesStandForCharacters();
     void findsNamesByKind_data();
     void findsNamesByKind();
     void findsNamesWhereverTheBytesAreCut();
@@ -39,6 +41,7 @@ private slots:
     void lowersTheLevelOfUntaggedArchives();
     void blanksOutTheClaimOfAccessibility();
     void leavesOtherMetadataAlone();
+    void blanksOutTheClaimOfAnInvoice();
     void valuesHoldNoLineBreaks();
     void messagesShowNoCharacterThatMisleads_data();
     void messagesShowNoCharacterThatMisleads();
@@ -117,6 +120,22 @@ void PageBinderUnitsTest::expandsRangesInTheOrderGiven()
     QCOMPARE(countPages({{1, 2147483647}, {1, 2147483647}}), 4294967294LL);
 }
 
+void PageBinderUnitsTest::namesWhatIsWrongWithACommandLine()
+{
+    const auto fault = [](const std::vector<std::string_view> &words) {
+        try {
+            parseBinderArguments(words);
+        } catch (const ToolError &error) {
+            return QByteArray(error.what());
+        }
+        return QByteArray("nothing");
+    };
+    QVERIFY(fault({}).startsWith("no input file"));
+    QVERIFY(fault({"in.pdf"}).startsWith("one of -getinfo, -merge and -split is needed"));
+    QVERIFY(fault({"in.pdf", "-getinfo", "-outfile", ""}).startsWith("-outfile needs a file"));
+    QVERIFY(fault({"in.pdf", "-getinfo"}).startsWith("-outfile is needed"));
+}
+
 void PageBinderUnitsTest::readsCommandLines_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -129,6 +148,7 @@ void PageBinderUnitsTest::readsCommandLines_data()
     row("output first", "in.pdf -outfile out -merge 1", true);
     row("input like an option", "-merge -merge 1 -outfile out", true);
     row("help", "--help", true);
+    row("short help", "-h", true);
     row("version", "--version", true);
     row("nothing", "", false);
     row("input alone", "in.pdf", false);
@@ -167,8 +187,10 @@ void PageBinderUnitsTest::readsCommandLines()
 
 void PageBinderUnitsTest::keepsShortNames()
 {
-    QCOMPARE(shortenOutputName("1 ACME report 1-3.pdf", "report", 255),
-             std::string("1 ACME report 1-3.pdf"));
+    const std::string name = "1 ACME report 1-3.pdf";
+    QCOMPARE(shortenOutputName(name, "report", 255), name);
+    QCOMPARE(shortenOutputName(name, "report", name.size()), name);
+    QVERIFY(shortenOutputName(name, "report", name.size() - 1) != name);
 }
 
 void PageBinderUnitsTest::shortensTheTextBeforeTheLastPart()
@@ -216,6 +238,12 @@ void PageBinderUnitsTest::namesThatDifferOnlyWhereTheyAreCutStayApart()
     const std::string first = shortenOutputName("1 " + text + "A b 1.pdf", "b", 255);
     const std::string second = shortenOutputName("1 " + text + "B b 1.pdf", "b", 255);
     QVERIFY(first != second);
+}
+
+void PageBinderUnitsTest::numberSignsInNamesStandForCharacters()
+{
+    QCOMPARE(decodeName("A#6a#4B"), std::string("AjK"));
+    QCOMPARE(decodeName("A#00#6"), std::string("A#00#6"));
 }
 
 void PageBinderUnitsTest::findsNamesByKind_data()
@@ -292,11 +320,13 @@ void PageBinderUnitsTest::lowersTheLevelOfUntaggedArchives()
 {
     std::string element = "<pdfaid:part>2</pdfaid:part><pdfaid:conformance>A</pdfaid:conformance>";
     QVERIFY(claimsPdfA(element));
-    QVERIFY(adaptToUntagged(element));
+    QVERIFY(claimsLevelA(element));
+    QVERIFY(lowerLevel(element));
+    QVERIFY(!claimsLevelA(element));
     QCOMPARE(element,
              std::string("<pdfaid:part>2</pdfaid:part><pdfaid:conformance>B</pdfaid:conformance>"));
     std::string attribute = "<x pdfaid:part=\"1\" pdfaid:conformance = 'A'/>";
-    QVERIFY(adaptToUntagged(attribute));
+    QVERIFY(lowerLevel(attribute));
     QCOMPARE(attribute, std::string("<x pdfaid:part=\"1\" pdfaid:conformance = 'B'/>"));
 }
 
@@ -304,11 +334,13 @@ void PageBinderUnitsTest::blanksOutTheClaimOfAccessibility()
 {
     std::string element = "<a><pdfuaid:part>1</pdfuaid:part></a>";
     const std::size_t length = element.size();
-    QVERIFY(adaptToUntagged(element));
+    QVERIFY(claimsUniversalAccess(element));
+    QVERIFY(removeUniversalAccess(element));
+    QVERIFY(!claimsUniversalAccess(element));
     QCOMPARE(element.size(), length);
     QCOMPARE(QByteArray::fromStdString(element).replace(' ', ""), QByteArray("<a></a>"));
     std::string attribute = "<a pdfuaid:part=\"1\" b=\"2\"/>";
-    QVERIFY(adaptToUntagged(attribute));
+    QVERIFY(removeUniversalAccess(attribute));
     QCOMPARE(QByteArray::fromStdString(attribute).simplified(), QByteArray("<a b=\"2\"/>"));
 }
 
@@ -317,11 +349,26 @@ void PageBinderUnitsTest::leavesOtherMetadataAlone()
     const std::string original = "<pdfaid:part>2</pdfaid:part>"
                                  "<pdfaid:conformance>U</pdfaid:conformance><dc:title/>";
     std::string xmp = original;
-    QVERIFY(!adaptToUntagged(xmp));
+    QVERIFY(!claimsLevelA(xmp));
+    QVERIFY(!lowerLevel(xmp));
+    QVERIFY(!removeUniversalAccess(xmp));
+    QVERIFY(!removeInvoiceClaim(xmp));
     QCOMPARE(xmp, original);
     QVERIFY(!claimsPdfA("<dc:title/>"));
     std::string cut = "pdfaid:conformance";
-    QVERIFY(!adaptToUntagged(cut));
+    QVERIFY(!lowerLevel(cut));
+}
+
+void PageBinderUnitsTest::blanksOutTheClaimOfAnInvoice()
+{
+    std::string xmp =
+        "<x fx:Version=\"1.0\"><fx:DocumentFileName>factur-x.xml</fx:DocumentFileName>"
+        "<pdfaProperty:name>DocumentFileName</pdfaProperty:name></x>";
+    const std::size_t length = xmp.size();
+    QVERIFY(removeInvoiceClaim(xmp));
+    QCOMPARE(xmp.size(), length);
+    QVERIFY(xmp.find("fx:") == std::string::npos);
+    QVERIFY(xmp.find("<pdfaProperty:name>DocumentFileName<") != std::string::npos);
 }
 
 void PageBinderUnitsTest::valuesHoldNoLineBreaks()

@@ -83,6 +83,8 @@ private slots:
     void everyPageHasALineAndItsItemsFollow();
     void itemsAreThoseOfThePageFiles();
     void textsComeDecoded();
+    void theStateOfAPageIsNamed();
+    void oneFormatIsChosen();
     void boundsChooseThePages();
     void stateTellsHowMuchCouldBeRead();
     void pagesComeInOrderFromSeveralThreads();
@@ -176,6 +178,28 @@ void TestItemList::textsComeDecoded()
     // No text of a document can break a line or a field.
     QCOMPARE(lines[2].size(), 7);
     QCOMPARE(lines[2].value(6).left(3), QByteArray("tab"));
+}
+
+void TestItemList::theStateOfAPageIsNamed()
+{
+    for (const auto &[state, name] : {std::pair{tools::PageState::whole, "whole"},
+                                      std::pair{tools::PageState::partial, "partial"},
+                                      std::pair{tools::PageState::unreadable, "unreadable"}}) {
+        tools::ExportedPage page;
+        page.state = state;
+        std::string lines;
+        tools::appendItemLines(lines, page, 7);
+        QCOMPARE(QByteArray::fromStdString(lines), "page\t7\t0\t0\t" + QByteArray(name) + "\n");
+    }
+}
+
+void TestItemList::oneFormatIsChosen()
+{
+    ExportRun run;
+    QCOMPARE(run.call({"-items", "-htmlformat", run.path("in.pdf")}), 2);
+    QVERIFY(run.errors().contains("only one of -htmlformat and -items"));
+    // A dash alone is a file.
+    QCOMPARE(run.call({"-items", "-"}), 1);
 }
 
 void TestItemList::boundsChooseThePages()

@@ -214,6 +214,12 @@ private slots:
     void pagesThatComeTwice();
     void roots();
     void pagesInTheListItself();
+    void pagesInTheListBesideOthers();
+    void aPageWithAListOfKidsIsAPage();
+    void streamsAreNoPages();
+    void referencesToReferencesLeadToPages();
+    void placesThatLeadBackCountWhereTheRootCountsThem();
+    void sizesComeFromThePageOrTheNodesAboveIt();
     void foreignParents();
     void treesOfAllKinds();
 };
@@ -418,6 +424,85 @@ void TestPageNumbers::pagesInTheListItself()
     tree.pdf.setPageTree("<</Type/Pages/Count 3/Kids[" + reference(second) + direct +
                          reference(first) + "]>>");
     QCOMPARE(textsOfEveryWay(tree.pdf), QString("B B A"));
+}
+
+void TestPageNumbers::aPageWithAListOfKidsIsAPage()
+{
+    TreeBuilder tree;
+    const int content = tree.pdf.addStream({}, "BT /F1 12 Tf 72 700 Td (A) Tj ET");
+    const int page = tree.pdf.add("<</Type/Page/Parent 2 0 R/Kids[]/MediaBox[0 0 595 842]"
+                                  "/Resources<</Font<</F1 3 0 R>>>>/Contents " +
+                                  reference(content) + ">>");
+    tree.root("1", {page});
+    QCOMPARE(textsOfEveryWay(tree.pdf), QString("A"));
+}
+
+void TestPageNumbers::referencesToReferencesLeadToPages()
+{
+    TreeBuilder tree;
+    const int page = tree.page();
+    tree.root("2", {tree.page(), tree.pdf.add(reference(page))});
+    QCOMPARE(textsOfEveryWay(tree.pdf), QString("B A"));
+}
+
+void TestPageNumbers::streamsAreNoPages()
+{
+    TreeBuilder tree;
+    const int first = tree.page();
+    const int stream = tree.pdf.addStream({}, "no page");
+    const int last = tree.page();
+    tree.root("2", {first, stream, last});
+    QCOMPARE(textsOfEveryWay(tree.pdf), QString("A B"));
+}
+
+void TestPageNumbers::placesThatLeadBackCountWhereTheRootCountsThem()
+{
+    TreeBuilder tree;
+    const int first = tree.page();
+    const int last = tree.page();
+    tree.root("3", {first, 2, last});
+    QCOMPARE(textsOfEveryWay(tree.pdf), QString("A - B"));
+    tree.root("2", {first, 2, last});
+    QCOMPARE(textsOfEveryWay(tree.pdf), QString("A B"));
+}
+
+/// One reader goes from a page with a number of its own to one without and back.
+void TestPageNumbers::pagesInTheListBesideOthers()
+{
+    TreeBuilder tree;
+    const int first = tree.page();
+    const int last = tree.page();
+    const int content = tree.pdf.addStream({}, "BT /F1 12 Tf 72 700 Td (in the list) Tj ET");
+    tree.pdf.setPageTree("<</Type/Pages/Count 3/Kids[" + reference(first) +
+                         "<</Type/Page/MediaBox[0 0 595 842]/Contents " + reference(content) +
+                         "/Resources<</Font<</F1 3 0 R>>>>>>" + reference(last) + "]>>");
+    ExportRun run;
+    QCOMPARE(run.call({"-items", "-threads", "1", run.save(tree.pdf)}), 0);
+    QStringList texts;
+    for (const QByteArray &line : run.output().split('\n')) {
+        if (line.startsWith("item\t")) {
+            texts.append(line.mid(line.lastIndexOf('\t') + 1));
+        }
+    }
+    QCOMPARE(texts, QStringList({"A", "in the list", "B"}));
+}
+
+void TestPageNumbers::sizesComeFromThePageOrTheNodesAboveIt()
+{
+    TreeBuilder tree;
+    const int taken = tree.pdf.add("<</Type/Page>>");
+    const int own = tree.pdf.add("<</Type/Page/MediaBox[0 0 300 100]/Rotate 0>>");
+    tree.pdf.setPageTree("<</Type/Pages/Count 2/MediaBox[0 0 200 100]/Rotate 90/Kids[" +
+                         reference(taken) + ' ' + reference(own) + "]>>");
+    ExportRun run;
+    const QString input = run.save(tree.pdf);
+    const QString output = run.path("merged.pdf");
+    QCOMPARE(runBinder({input, "-merge", "1-2", "-outfile", output}), 0);
+    for (const QString &file : {input, output}) {
+        QCOMPARE(run.call({"-items", file}), 0);
+        QCOMPARE(run.output(), QByteArray("page\t1\t150\t300\twhole\n"
+                                          "page\t2\t450\t150\twhole\nend\t2\n"));
+    }
 }
 
 /// What pages take over comes from the nodes that list them, whatever they call their parent.

@@ -1,5 +1,6 @@
 #include "tests/support/room.h"
 #include "tests/tools/pagexport/export_run.h"
+#include "tools/pagexport/picture/palette.h"
 #include "tools/pagexport/picture/png_writer.h"
 
 #include <QFileInfo>
@@ -56,6 +57,7 @@ class TestPagePicture : public QObject
 private slots:
     void everyPictureComesBackUnchanged_data();
     void everyPictureComesBackUnchanged();
+    void aPaletteHas256ColoursAtMost();
     void pictureHasOnePixelPerUnit_data();
     void pictureHasOnePixelPerUnit();
     void everyPageHasAPicture_data();
@@ -102,6 +104,17 @@ void TestPagePicture::everyPictureComesBackUnchanged()
 {
     QFETCH(QImage, picture);
     QCOMPARE(packedAndRead(picture), picture);
+}
+
+void TestPagePicture::aPaletteHas256ColoursAtMost()
+{
+    // White, and colours that differ in green.
+    std::vector<unsigned char> samples(3, 255);
+    for (int green = 0; green < 256; ++green) {
+        samples.insert(samples.end(), {7, static_cast<unsigned char>(green), 7});
+    }
+    QVERIFY(tools::paletteRows({samples.data(), 256, 1}).has_value());
+    QVERIFY(!tools::paletteRows({samples.data(), 257, 1}).has_value());
 }
 
 void TestPagePicture::pictureHasOnePixelPerUnit_data()

@@ -1,6 +1,7 @@
 #include "tools/pagebinder/copying/object_copier.h"
 
 #include "tools/pagebinder/copying/content_resources.h"
+#include "tools/pagebinder/structure/structure_tags.h"
 
 #include <algorithm>
 #include <array>
@@ -56,6 +57,12 @@ int ObjectCopier::mapped(int number) const
 {
     const int *const target = mappedTarget(number);
     return target == nullptr ? 0 : *target;
+}
+
+int ObjectCopier::copied(int number) const
+{
+    const auto found = m_copies.find(number);
+    return found == m_copies.end() ? 0 : found->second.target;
 }
 
 int ObjectCopier::target(pdf_obj *object, Role role)
@@ -330,6 +337,9 @@ void ObjectCopier::copyStream(const Queued &queued, pdf_obj *dictionary)
     writeStreamEntries(queued, dictionary, decoded);
     if (m_resources != nullptr && m_source.raw(dictionary, PDF_NAME(Resources)) != nullptr) {
         m_resources->writeForStream(dictionary, queued.number);
+    }
+    if (m_tags != nullptr) {
+        m_tags->writeStreamKey(dictionary, queued.number, queued.target);
     }
     const bool metadata =
         m_plainMetadata &&

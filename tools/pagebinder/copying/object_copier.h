@@ -11,6 +11,7 @@
 namespace tools {
 
 class ContentResources;
+class StructureTags;
 
 /// Which entries of a dictionary are written.
 using KeyFilter = bool (*)(std::string_view key);
@@ -73,6 +74,12 @@ public:
     /// @param number that of the object, 0 for one that stands in another
     bool isForeign(pdf_obj *resolved, int number, Role role);
 
+    /// The number in the output of object @p number if it has been referred to, else 0.
+    int copied(int number) const;
+
+    /// From now on forms and pictures name the structure elements that they belong to.
+    void setStructureTags(StructureTags *tags) { m_tags = tags; }
+
     void setContentResources(ContentResources *resources) { m_resources = resources; }
 
 private:
@@ -115,6 +122,7 @@ private:
     PdfSource &m_source;
     PdfWriter &m_writer;
     ContentResources *m_resources = nullptr;
+    StructureTags *m_tags = nullptr;
     std::unordered_map<int, int> m_targets; ///< what has been mapped
     std::unordered_map<int, Copy> m_copies;
     const std::unordered_map<int, int> *m_local = nullptr;

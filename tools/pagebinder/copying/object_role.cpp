@@ -34,7 +34,8 @@ constexpr Entries freeNames(Role role)
     return {nullptr, 0, role, true};
 }
 
-constexpr std::array<Child, 7> inPage = {{{"Contents", Role::content},
+constexpr std::array<Child, 8> inPage = {{{"Contents", Role::content},
+                                          {"AF", Role::fileSpecification},
                                           {"Group", Role::group},
                                           {"Metadata", Role::content},
                                           {"OutputIntents", Role::outputIntent},
@@ -188,6 +189,11 @@ constexpr std::array<Child, 2> inMovie = {
 constexpr std::array<Child, 2> inOutputIntent = {
     {{"DestOutputProfile", Role::content}, {"MixingHints", Role::mixingHints}}};
 
+constexpr std::array<Child, 1> inAttributes = {{{"NS", Role::structureNamespace}}};
+
+constexpr std::array<Child, 2> inStructureNamespace = {
+    {{"RoleMapNS", Role::roleMap}, {"Schema", Role::fileSpecification}}};
+
 constexpr std::array<Child, 1> inEncryption = {{{"CF", Role::cryptFilterMap}}};
 
 Entries entriesOfSettings(Role role)
@@ -213,8 +219,13 @@ Entries entriesOfSettings(Role role)
         return entries(inMovie);
     case Role::outputIntent:
         return entries(inOutputIntent);
+    case Role::attributes:
+        return entries(inAttributes);
+    case Role::structureNamespace:
+        return entries(inStructureNamespace);
     case Role::encryption:
         return entries(inEncryption);
+    case Role::roleMap:
     case Role::cryptFilterMap:
         return freeNames(Role::plain);
     default:

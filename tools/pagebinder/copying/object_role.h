@@ -53,6 +53,9 @@ enum class Role : std::uint8_t {
     embeddedFiles,
     movie,
     outputIntent,
+    attributes, ///< of structure elements
+    structureNamespace,
+    roleMap,
     cryptFilterMap,
     encryption,
 };

@@ -1,6 +1,7 @@
 #include "tools/pagebinder/copying/page_writer.h"
 
 #include "tools/pagebinder/copying/stand_in.h"
+#include "tools/pagebinder/structure/structure_tags.h"
 
 #include <algorithm>
 #include <array>
@@ -16,9 +17,9 @@ constexpr double largestSide = 14400;
 /// What a page says about itself beyond its content; anything else is the document's business.
 bool isPageKey(std::string_view key)
 {
-    constexpr std::array<std::string_view, 14> keys = {
-        "BleedBox", "TrimBox",  "ArtBox",        "UserUnit", "Group",    "Tabs", "Trans",
-        "Dur",      "Metadata", "OutputIntents", "VP",       "Contents", "PZ",   "BoxColorInfo"};
+    constexpr std::array<std::string_view, 15> keys = {
+        "BleedBox", "TrimBox",       "ArtBox", "UserUnit", "Group", "Tabs",         "Trans", "Dur",
+        "Metadata", "OutputIntents", "VP",     "Contents", "PZ",    "BoxColorInfo", "AF"};
     return std::find(keys.begin(), keys.end(), key) != keys.end();
 }
 
@@ -35,6 +36,7 @@ void PageWriter::write(const OutputPage &page, int parent, const std::string &an
     m_copier.writeEntries(page.found.page, Role::page, isPageKey);
     m_resources.writeForPage(m_tree.inherited(page.found, PDF_NAME(Resources)),
                              m_source.raw(page.found.page, PDF_NAME(Contents)), appearances);
+    m_tags.writePageKey();
     if (!annotations.empty()) {
         text += "/Annots[";
         text += annotations;

@@ -5,6 +5,8 @@
 
 namespace tools {
 
+class StructureTags;
+
 /// One page of the output.
 struct OutputPage
 {
@@ -18,8 +20,10 @@ struct OutputPage
 class PageWriter
 {
 public:
-    PageWriter(ObjectCopier &copier, ContentResources &resources, PageTree &tree)
-        : m_copier(copier), m_source(copier.source()), m_resources(resources), m_tree(tree)
+    PageWriter(ObjectCopier &copier, ContentResources &resources, PageTree &tree,
+               StructureTags &tags)
+        : m_copier(copier), m_source(copier.source()), m_resources(resources), m_tree(tree),
+          m_tags(tags)
     {
     }
 
@@ -47,6 +51,7 @@ private:
     PdfSource &m_source;
     ContentResources &m_resources;
     PageTree &m_tree;
+    StructureTags &m_tags;
 };
 
 } // namespace tools

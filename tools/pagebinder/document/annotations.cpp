@@ -33,7 +33,7 @@ void Annotations::add(const OutputPage &page)
             continue;
         }
         const int target = m_copier.writer().allocate();
-        added.annotations.push_back({dictionary, target, extent});
+        added.annotations.push_back({dictionary, number, target, extent});
         if (number != 0) {
             added.targets.emplace(number, target);
             if (m_copier.mapped(number) == 0) {
@@ -73,6 +73,15 @@ bool Annotations::isVisible(pdf_obj *link)
     return pdf_is_number(context, width) == 0 || pdf_to_real(context, width) > 0;
 }
 
+std::vector<TaggedPage::Annotation> Annotations::copiedOn(std::size_t index) const
+{
+    std::vector<TaggedPage::Annotation> copied;
+    for (const Annotation &annotation : m_pages[index].annotations) {
+        copied.push_back({annotation.dictionary, annotation.number, annotation.target});
+    }
+    return copied;
+}
+
 void Annotations::write(std::size_t index)
 {
     const PageAnnotations &page = m_pages[index];
@@ -96,6 +105,7 @@ void Annotations::writeAnnotation(const Annotation &annotation, int page)
     text += "<</Type/Annot/P ";
     m_copier.writer().appendReference(page);
     m_copier.writeEntries(dictionary, Role::annotation, isPlainKey);
+    m_tags.writeAnnotationKey(annotation.target);
     writeReference("Popup", m_source.raw(dictionary, PDF_NAME(Popup)));
     writeReference("IRT", m_source.raw(dictionary, PDF_NAME(IRT)));
     if (m_source.isName(kind, PDF_NAME(Widget))) {
@@ -128,6 +138,7 @@ void Annotations::writeLook(const Annotation &annotation, int page)
     m_copier.text() += isSeal ? "<</Type/Annot/Subtype/Stamp/P " : "<</Type/Annot/Subtype/Link/P ";
     m_copier.writer().appendReference(page);
     m_copier.writeEntries(annotation.dictionary, Role::annotation, isSeal ? kept : keptOfLink);
+    m_tags.writeAnnotationKey(annotation.target);
     m_copier.text() += ">>";
     m_copier.writer().endObject();
 }

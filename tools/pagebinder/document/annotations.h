@@ -2,6 +2,7 @@
 
 #include "tools/pagebinder/document/destinations.h"
 #include "tools/pagebinder/document/form_fields.h"
+#include "tools/pagebinder/structure/structure_tags.h"
 
 #include <unordered_map>
 #include <vector>
@@ -13,15 +14,18 @@ class Annotations
 {
 public:
     Annotations(ObjectCopier &copier, DrawnContent &drawn, Destinations &destinations,
-                FormFields &fields)
+                FormFields &fields, StructureTags &tags)
         : m_copier(copier), m_source(copier.source()), m_drawn(drawn), m_destinations(destinations),
-          m_fields(fields)
+          m_fields(fields), m_tags(tags)
     {
     }
 
     /// Decides what is copied and numbers it. Must be done for all pages before anything is
     /// written, because annotations, fields and links refer to one another.
     void add(const OutputPage &page);
+
+    /// The copies of the page that was added as number @p index, as far as tags may name them.
+    std::vector<TaggedPage::Annotation> copiedOn(std::size_t index) const;
 
     /// Writes the annotations of the page that was added as number @p index.
     void write(std::size_t index);
@@ -42,6 +46,7 @@ private:
     struct Annotation
     {
         pdf_obj *dictionary;
+        int number;
         int target;
         Extent extent;
     };
@@ -63,6 +68,7 @@ private:
     DrawnContent &m_drawn;
     Destinations &m_destinations;
     FormFields &m_fields;
+    StructureTags &m_tags;
     std::vector<PageAnnotations> m_pages;
 };
 

@@ -21,6 +21,7 @@ void Catalog::writeEntries(bool hasBookmarks)
     m_copier.writePlainEntries(m_source.catalog(), isPlainKey);
     m_copier.writeEntry("OCProperties", m_source.raw(m_source.catalog(), PDF_NAME(OCProperties)),
                         Role::layer);
+    m_tags.writeCatalogEntries();
     writePageMode(hasBookmarks);
     writeViewerPreferences();
     writeMetadata();
@@ -65,6 +66,19 @@ std::string Catalog::loadMetadata(int number)
     return end != StreamEnd::failed && xmp.size() <= largestMetadata ? xmp : std::string();
 }
 
+/// Takes back in @p xmp what does not hold for the output. @returns whether anything had to change
+bool Catalog::adaptClaims(std::string &xmp)
+{
+    bool isChanged = removeInvoiceClaim(xmp);
+    if (claimsLevelA(xmp) && !m_tags.isWhole()) {
+        isChanged = lowerLevel(xmp);
+    }
+    if (claimsUniversalAccess(xmp) && !m_tags.isAccessible()) {
+        isChanged = removeUniversalAccess(xmp) || isChanged;
+    }
+    return isChanged;
+}
+
 void Catalog::writeMetadata()
 {
     pdf_obj *metadata = m_source.raw(m_source.catalog(), PDF_NAME(Metadata));
@@ -74,7 +88,7 @@ void Catalog::writeMetadata()
     }
     std::string xmp = loadMetadata(number);
     m_claimsPdfA = claimsPdfA(xmp);
-    if (!adaptToUntagged(xmp)) {
+    if (!adaptClaims(xmp)) {
         m_copier.writeEntry("Metadata", metadata, Role::content);
         return;
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tools/pagebinder/copying/object_copier.h"
+#include "tools/pagebinder/structure/structure_tags.h"
 
 #include <string>
 
@@ -10,7 +11,10 @@ namespace tools {
 class Catalog
 {
 public:
-    explicit Catalog(ObjectCopier &copier) : m_copier(copier), m_source(copier.source()) {}
+    Catalog(ObjectCopier &copier, StructureTags &tags)
+        : m_copier(copier), m_source(copier.source()), m_tags(tags)
+    {
+    }
 
     /// Writes the catalog's entries that are copied as they are, fit for the part.
     /// @param hasBookmarks whether the output has any
@@ -20,6 +24,7 @@ public:
     int writeInformation();
 
 private:
+    bool adaptClaims(std::string &xmp);
     void writeMetadata();
     void writeOutputIntents();
     void writePageMode(bool hasBookmarks);
@@ -29,6 +34,7 @@ private:
 
     ObjectCopier &m_copier;
     PdfSource &m_source;
+    StructureTags &m_tags;
     bool m_claimsPdfA = false;
 };
 

@@ -1,5 +1,7 @@
 #include "tools/pagebinder/document/conformance_claims.h"
 
+#include <algorithm>
+#include <array>
 #include <string_view>
 
 namespace tools {
@@ -28,20 +30,24 @@ std::size_t valuePlace(const std::string &xmp, std::size_t end)
     return place < xmp.size() ? place : std::string::npos;
 }
 
-bool lowerLevel(std::string &xmp)
+/// Calls @p take with the place of the level that each statement of a conformance claims.
+template <typename Take> void forEachLevelA(const std::string &xmp, Take &&take)
 {
     constexpr std::string_view property = "pdfaid:conformance";
-    bool changed = false;
     for (std::size_t found = xmp.find(property); found != std::string::npos;
          found = xmp.find(property, found + 1)) {
         const std::size_t place = valuePlace(xmp, found + property.size());
         if (place != std::string::npos && (xmp[place] == 'A' || xmp[place] == 'a')) {
-            xmp[place] = 'B';
-            changed = true;
+            take(place);
         }
     }
-    return changed;
 }
+
+constexpr std::array<std::string_view, 4> invoice = {"fx:DocumentType", "fx:DocumentFileName",
+                                                     "fx:Version", "fx:ConformanceLevel"};
+
+constexpr std::array<std::string_view, 3> universalAccess = {"pdfuaid:part", "pdfuaid:amd",
+                                                             "pdfuaid:rev"};
 
 /// Blanks out one statement of the property at @p found: an attribute or an element.
 bool blankOut(std::string &xmp, std::size_t found, std::string_view property)
@@ -66,6 +72,18 @@ bool blankOut(std::string &xmp, std::size_t found, std::string_view property)
     return true;
 }
 
+bool removeProperties(std::string &xmp, const std::string_view *properties, std::size_t count)
+{
+    bool changed = false;
+    for (std::size_t i = 0; i < count; ++i) {
+        for (std::size_t found = xmp.find(properties[i]); found != std::string::npos;
+             found = xmp.find(properties[i], found + 1)) {
+            changed = blankOut(xmp, found, properties[i]) || changed;
+        }
+    }
+    return changed;
+}
+
 } // namespace
 
 bool claimsPdfA(const std::string &xmp)
@@ -73,17 +91,37 @@ bool claimsPdfA(const std::string &xmp)
     return xmp.find("pdfaid:part") != std::string::npos;
 }
 
-bool adaptToUntagged(std::string &xmp)
+bool claimsLevelA(const std::string &xmp)
 {
-    bool changed = lowerLevel(xmp);
-    for (const std::string_view property : {"pdfuaid:part", "pdfuaid:amd", "pdfuaid:rev"}) {
-        std::size_t found = xmp.find(property);
-        while (found != std::string::npos) {
-            changed = blankOut(xmp, found, property) || changed;
-            found = xmp.find(property, found + 1);
-        }
-    }
+    bool isClaimed = false;
+    forEachLevelA(xmp, [&isClaimed](std::size_t) { isClaimed = true; });
+    return isClaimed;
+}
+
+bool lowerLevel(std::string &xmp)
+{
+    bool changed = false;
+    forEachLevelA(xmp, [&xmp, &changed](std::size_t place) {
+        xmp[place] = 'B';
+        changed = true;
+    });
     return changed;
+}
+
+bool claimsUniversalAccess(const std::string &xmp)
+{
+    return std::any_of(universalAccess.begin(), universalAccess.end(),
+                       [&xmp](auto property) { return xmp.find(property) != std::string::npos; });
+}
+
+bool removeUniversalAccess(std::string &xmp)
+{
+    return removeProperties(xmp, universalAccess.data(), universalAccess.size());
+}
+
+bool removeInvoiceClaim(std::string &xmp)
+{
+    return removeProperties(xmp, invoice.data(), invoice.size());
 }
 
 } // namespace tools
