@@ -15,7 +15,7 @@ namespace tools {
 namespace {
 
 constexpr std::uint64_t mebibyte = std::uint64_t{1} << 20U;
-constexpr std::int64_t largestPending = 256 * 1024;
+constexpr std::int64_t largestPending = std::int64_t{256} * 1024;
 
 std::atomic<std::int64_t> budget = INT64_MAX;
 std::atomic<std::int64_t> held = 0; ///< without what threads have not told yet

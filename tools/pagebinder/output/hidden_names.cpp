@@ -87,6 +87,7 @@ bool lockNewFile(int descriptor)
 std::vector<std::string> hiddenNames()
 {
     std::vector<std::string> names;
+    names.reserve(namesInTurn + secretNames);
     const std::string own = ".pagebinder-" + std::to_string(geteuid()) + '-';
     for (int i = 0; i < namesInTurn; ++i) {
         names.push_back(own + std::to_string(i) + ".part");
