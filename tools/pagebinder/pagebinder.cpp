@@ -19,6 +19,15 @@ namespace tools {
 
 namespace {
 
+/// The input of @p command, with the passwords to try on it.
+InputFile inputOf(const BinderCommand &command, const std::optional<FileIdentity> &noted)
+{
+    std::vector<std::string> passwords = readPasswords(command.passwords);
+    InputFile input(command.input, noted);
+    input.setPasswords(std::move(passwords));
+    return input;
+}
+
 constexpr char toolName[] = "pagebinder";
 constexpr std::uint64_t mostMemory = std::uint64_t{2} << 30U;
 constexpr std::uint64_t largestOutput = std::uint64_t{16} << 30U;
@@ -40,7 +49,7 @@ ExitStatus getInformation(PdfContext &context, const BinderCommand &command)
         // Whatever happens from here on, nobody reads an older file's answer.
         removeFile(command.output);
     }
-    SourceFile file(context, InputFile(command.input, noted));
+    SourceFile file(context, inputOf(command, noted));
     writeInformation(file, fittingOutput(command.input, command.output));
     return exitSuccess;
 }
@@ -50,7 +59,7 @@ ExitStatus merge(PdfContext &context, const BinderCommand &command)
     if (command.output != standardOutputName) {
         checkOutput(command.input, command.output);
     }
-    SourceFile file(context, InputFile(command.input, notedIdentity()));
+    SourceFile file(context, inputOf(command, notedIdentity()));
     const MergeResult result =
         mergePages(file, command.ranges, fittingOutput(command.input, command.output));
     return result.standIns.empty() ? exitSuccess : exitStandIns;
@@ -61,7 +70,7 @@ ExitStatus split(PdfContext &context, const BinderCommand &command)
     const std::optional<FileIdentity> noted = notedIdentity();
     const std::vector<SplitEntry> entries = readSplitList(command.list);
     limitTime(entries.size());
-    SourceFile file(context, InputFile(command.input, noted));
+    SourceFile file(context, inputOf(command, noted));
     return splitPages(file, entries);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tools/common/input_file.h"
+#include "tools/common/password_reader.h"
 
 #include <cstddef>
 #include <optional>
@@ -19,6 +20,8 @@ struct ExportOptions
     std::optional<long long> firstPage; ///< 1-based, as given
     std::optional<long long> lastPage;
     std::optional<std::size_t> mostThreads; ///< at least 1; one per processor when left out
+    int passwords = noPasswords;            ///< descriptor to read passwords from
+    std::vector<std::string> passwordList;  ///< that were read from it
     std::optional<FileIdentity> identity;   ///< that the input must have
 
     /// Page bounds given to an export ask for the pages' pictures, too.

@@ -10,6 +10,7 @@
 
 #include <memory>
 #include <new>
+#include <utility>
 
 namespace tools {
 
@@ -21,6 +22,7 @@ int runOptions(ExportOptions options)
 {
     if (!options.input.empty()) {
         options.identity = notedIdentity();
+        options.passwordList = readPasswords(options.passwords);
     }
     switch (options.action) {
     case ExportOptions::Action::showHelp:
@@ -55,7 +57,9 @@ using Job = std::unique_ptr<ExportJob, KeepForLostThreads>;
 Job runJob(const ExportOptions &options, PageSink &sink)
 {
     try {
-        Job job(new ExportJob(options, InputFile(options.input, options.identity), sink));
+        InputFile input(options.input, options.identity);
+        input.setPasswords(options.passwordList);
+        Job job(new ExportJob(options, std::move(input), sink));
         try {
             job->run();
         } catch (const ToolError &) {
