@@ -73,6 +73,18 @@ function(quorlin_install_shared component prefix)
     file(GLOB samples "${CMAKE_SOURCE_DIR}/samples/*.pdf")
     install(FILES ${samples} DESTINATION "${prefix}share/doc/quorlin-cleaver/samples"
         COMPONENT ${component} ${ARGN})
+    install(FILES completions/quorlin-batch.bash RENAME quorlin-batch
+        DESTINATION "${prefix}share/bash-completion/completions" COMPONENT ${component} ${ARGN})
+    # Debian's zsh looks for what packages bring in a folder of its own.
+    if(component STREQUAL "debian")
+        set(zsh_folder vendor-completions)
+    else()
+        set(zsh_folder site-functions)
+    endif()
+    install(FILES completions/_quorlin-batch DESTINATION "${prefix}share/zsh/${zsh_folder}"
+        COMPONENT ${component} ${ARGN})
+    install(FILES systemd/quorlin-inbox.path systemd/quorlin-inbox.service
+        DESTINATION "${prefix}share/systemd/user" COMPONENT ${component} ${ARGN})
     foreach(program ${QUORLIN_PROGRAMS})
         install(FILES man/${program}.1 DESTINATION "${prefix}share/man/man1"
             COMPONENT ${component} ${ARGN})
