@@ -3,7 +3,7 @@
 
 #include "tools/pagebinder/page_ranges.h"
 #include "tools/common/tool_error.h"
-#include "tools/pagebinder/command_line.h"
+#include "tools/pagebinder/arguments.h"
 #include "tools/pagebinder/split_list.h"
 
 #include <algorithm>
@@ -37,21 +37,21 @@ void tryRange(const std::string &text)
     }
 }
 
-void tryCommandLine(const std::vector<std::string> &arguments)
+void tryArguments(const std::vector<std::string> &arguments)
 {
     try {
-        const tools::BinderCommand command =
-            tools::parseCommandLine({arguments.begin(), arguments.end()});
-        for (const tools::PageRange &range : command.ranges) {
+        const tools::BinderArguments read =
+            tools::parseBinderArguments({arguments.begin(), arguments.end()});
+        for (const tools::PageRange &range : read.ranges) {
             if (range.first < 1 || range.last < range.first) {
                 std::abort();
             }
         }
-        if (command.action == tools::BinderCommand::Action::split && command.list.empty()) {
+        if (read.action == tools::BinderArguments::Action::split && read.list.empty()) {
             std::abort();
         }
-        if (command.action == tools::BinderCommand::Action::merge &&
-            (command.ranges.empty() || command.input.empty() || command.output.empty())) {
+        if (read.action == tools::BinderArguments::Action::merge &&
+            (read.ranges.empty() || read.input.empty() || read.output.empty())) {
             std::abort();
         }
     } catch (const tools::ToolError &error) {
@@ -95,7 +95,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         tryRange(arguments.back());
         begin = end + 1;
     }
-    tryCommandLine(arguments);
+    tryArguments(arguments);
     trySplitList(text);
     return 0;
 }

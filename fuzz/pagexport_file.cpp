@@ -4,7 +4,7 @@
 
 #include "fuzz/scratch_file.h"
 #include "tools/common/tool_error.h"
-#include "tools/pagexport/output/page_export.h"
+#include "tools/pagexport/pagexport.h"
 
 #include <sys/stat.h>
 
@@ -45,15 +45,15 @@ void checkPage(const std::string &path)
 
 void tryExport(const fuzz::ScratchFile &scratch, bool firstPageOnly)
 {
-    tools::ExportOptions options;
-    options.input = scratch.input();
-    options.output = scratch.path("split.xml");
+    tools::ExportArguments arguments;
+    arguments.input = scratch.input();
+    arguments.output = scratch.path("split.xml");
     if (firstPageOnly) {
-        options.firstPage = 1;
-        options.lastPage = 1;
+        arguments.firstPage = 1;
+        arguments.lastPage = 1;
     }
     try {
-        tools::exportPages(options);
+        tools::exportPages(arguments);
         checkPage(scratch.path("split_pg_0001.htm"));
         scratch.clear();
     } catch (const tools::ToolError &) {

@@ -1,6 +1,6 @@
-#include "mainwindow/plain_tip.h"
 #include "mainwindow/process.h"
 #include "ui_process.h"
+#include "widgets/plain_tip.h"
 
 #include <QDir>
 #include <QFile>

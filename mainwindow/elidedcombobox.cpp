@@ -1,6 +1,6 @@
 #include "mainwindow/elidedcombobox.h"
 
-#include "mainwindow/plain_tip.h"
+#include "widgets/plain_tip.h"
 
 #include <QHelpEvent>
 #include <QStyleOptionComboBox>

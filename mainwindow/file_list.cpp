@@ -1,10 +1,10 @@
 #include "common/settings_text.h"
 #include "mainwindow/number_item.h"
-#include "mainwindow/plain_tip.h"
 #include "mainwindow/process.h"
 #include "mainwindow/row_moves.h"
 #include "mainwindow/size_text.h"
 #include "ui_process.h"
+#include "widgets/plain_tip.h"
 
 #include <QDesktopServices>
 #include <QDragEnterEvent>

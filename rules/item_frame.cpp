@@ -2,8 +2,10 @@
 
 #include "widgets/desktop_colours.h"
 
+#include <QHelpEvent>
 #include <QImage>
 #include <QPainter>
+#include <QToolTip>
 
 #include <algorithm>
 #include <array>
@@ -51,6 +53,16 @@ void ItemFrame::adaptTo(const QImage &picture)
     }
     outlined = vanishing > seen * vanishingShare;
     update();
+}
+
+bool ItemFrame::event(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip || toolTip().isEmpty()) {
+        return QPushButton::event(event);
+    }
+    // Without a widget: it would lend the tip its style sheet.
+    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), toolTip());
+    return true;
 }
 
 void ItemFrame::paintEvent(QPaintEvent *event)

@@ -20,6 +20,7 @@ public:
     bool isOutlined() const { return outlined; }
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

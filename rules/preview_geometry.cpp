@@ -1,5 +1,7 @@
 #include "rules/preview_geometry.h"
 
+#include "pipeline/page_file_text.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -10,6 +12,7 @@ namespace {
 constexpr float largestSide = 32767.0F;
 constexpr double largestArea = 268435456.0; // 2^28 pixels, one gigabyte
 constexpr float largestCoordinate = 16777215.0F;
+constexpr int narrowText = 2; // letters that one em holds
 constexpr int confirmWidth = 141;
 constexpr int confirmHeight = 28;
 
@@ -52,6 +55,11 @@ QRect itemFrame(const Subtext &item, float zoom)
 {
     return {scaled(item.left, zoom), scaled(item.top, zoom), scaled(item.width, zoom),
             scaled(item.height, zoom)};
+}
+
+bool coversTheStartOnly(const Subtext &item)
+{
+    return item.width <= item.height && plainText(item.text).size() > narrowText;
 }
 
 std::optional<qsizetype> frameAt(std::span<const QRect> frames, QPointF point)

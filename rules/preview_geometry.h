@@ -31,6 +31,10 @@ QSize previewSize(float width, float height, float zoom);
 /// are cut to the largest size of a widget.
 QRect itemFrame(const Subtext &item, float zoom);
 
+/// Whether the frame over @p item covers no more than the start of its text, as over text that runs
+/// up or to the left: it is no wider than high, and three letters hardly fit.
+bool coversTheStartOnly(const Subtext &item);
+
 /// Index of the last of @p frames that contains @p point. The left, top and bottom edges belong to
 /// a frame, the right edge does not. Nothing when no frame contains it.
 std::optional<qsizetype> frameAt(std::span<const QRect> frames, QPointF point);

@@ -1,8 +1,10 @@
 #include "rules/rules.h"
 
+#include "pipeline/page_file_text.h"
 #include "rules/editor_text.h"
 #include "rules/item_frame.h"
 #include "rules/preview_geometry.h"
+#include "widgets/plain_tip.h"
 
 #include "ui_rules.h"
 
@@ -93,6 +95,9 @@ void Rules::drawlabels()
         itemButtons[i] = button;
         button->setAutoDefault(false);
         button->setAccessibleName(items[i].text);
+        if (coversTheStartOnly(items[i])) {
+            button->setToolTip(plainTip(plainText(items[i].text)));
+        }
         button->setGeometry(itemFrame(items[i], frameZoom));
         button->adaptTo(picture);
         button->setFlat(true);

@@ -1,10 +1,10 @@
 #include "mainwindow/aboutdialog.h"
 #include "mainwindow/elidedcombobox.h"
-#include "mainwindow/plain_tip.h"
 #include "mainwindow/process.h"
 #include "options/opdialog.h"
 #include "rules/rules.h"
 #include "tests/support/room.h"
+#include "widgets/plain_tip.h"
 #include "widgets/screen_fit.h"
 
 #include <QApplication>

@@ -22,6 +22,7 @@ private slots:
     void frameLiesWhereTheItemLies_data();
     void frameLiesWhereTheItemLies();
     void frameProductsAreTakenInSinglePrecision();
+    void aFrameOfOneEmOverLongerTextCoversItsStart();
     void pointBelongsToFrame_data();
     void pointBelongsToFrame();
     void laterOfOverlappingFramesWins();
@@ -141,6 +142,18 @@ void TestPreviewGeometry::frameProductsAreTakenInSinglePrecision()
     // In double precision 25 x 0.64f is a little less than 16.
     const float zoom = shrunkZoom(shrunkZoom(1.0F));
     QCOMPARE(itemFrame(place(25, 25, 25, 25), zoom), QRect(16, 16, 16, 16));
+}
+
+void TestPreviewGeometry::aFrameOfOneEmOverLongerTextCoversItsStart()
+{
+    const auto covers = [](qint32 width, qint32 height, const char *text) {
+        return coversTheStartOnly({72, 72, width, height, QString::fromLatin1(text)});
+    };
+    QVERIFY(covers(18, 21, "Invoice 7"));
+    QVERIFY(covers(21, 21, "INV"));
+    QVERIFY(!covers(18, 21, "7"));
+    QVERIFY(!covers(18, 21, "&lt;7")); // two letters
+    QVERIFY(!covers(76, 21, "Invoice 7"));
 }
 
 void TestPreviewGeometry::pointBelongsToFrame_data()

@@ -5,10 +5,12 @@
 #include <QApplication>
 #include <QCursor>
 #include <QFrame>
+#include <QHelpEvent>
 #include <QImage>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
+#include <QTextDocument>
 #include <QToolTip>
 
 Q_DECLARE_METATYPE(Subtext)
@@ -57,6 +59,7 @@ private slots:
     void cursorOutsideEveryFramePicksTheFirstItem();
     void keyboardActivationFollowsTheCursor();
     void tipShowsUnscaledPosition();
+    void pointingAtTurnedTextShowsAllOfIt();
     void confirmingButtonStandsRightOfTheItemAboveTheFrames();
     void confirmingButtonFollowsTheZoom();
     void pressBesideTheItemsHidesTheConfirmingButton_data();
@@ -227,6 +230,27 @@ void TestRuleEditorPicking::tipShowsUnscaledPosition()
     QVERIFY(QToolTip::isVisible());
     QCOMPARE(QToolTip::text(), QStringLiteral("Position\n X- 72 Y- 104"));
     QToolTip::hideText();
+}
+
+void TestRuleEditorPicking::pointingAtTurnedTextShowsAllOfIt()
+{
+    EditorScene scene;
+    open(scene, {{72, 104, 18, 21, QStringLiteral("A &lt; B, up the margin")},
+                 {72, 200, 90, 21, QStringLiteral("Total 5")}});
+    const auto pointAt = [&scene](int item) {
+        QPushButton *frame = scene.frames().at(item);
+        const QPoint inside = frame->rect().center();
+        QHelpEvent help(QEvent::ToolTip, inside, frame->mapToGlobal(inside));
+        QApplication::sendEvent(frame, &help);
+    };
+    pointAt(0);
+    QVERIFY(QToolTip::isVisible());
+    QVERIFY(QToolTip::text().contains(QStringLiteral("A &lt; B, up the margin")));
+    QVERIFY(Qt::mightBeRichText(QToolTip::text()));
+    QToolTip::hideText();
+    QTRY_VERIFY(!QToolTip::isVisible());
+    pointAt(1);
+    QVERIFY(!QToolTip::isVisible());
 }
 
 void TestRuleEditorPicking::confirmingButtonStandsRightOfTheItemAboveTheFrames()

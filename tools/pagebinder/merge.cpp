@@ -17,13 +17,14 @@ namespace tools {
 struct DocumentParts
 {
     explicit DocumentParts(SourceFile &file)
-        : source(file), tree(source), names(source), bookmarks(source, names), labels(source),
-          order(source)
+        : source(file), tree(source), drawings(source, tree), names(source),
+          bookmarks(source, names), labels(source), order(source)
     {
     }
 
     PdfSource source;
     PageTree tree;
+    PageDrawings drawings;
     NamedDestinations names;
     BookmarkIndex bookmarks;
     PageLabelIndex labels;
@@ -43,7 +44,7 @@ class Merge
 public:
     Merge(SourceFile &file, DocumentParts &parts, Output &output)
         : m_file(file), m_source(parts.source), m_tree(parts.tree), m_writer(output),
-          m_copier(m_source, m_writer), m_resources(m_copier, m_tree),
+          m_copier(m_source, m_writer), m_resources(m_copier, parts.drawings),
           m_pageWriter(m_copier, m_resources, m_tree), m_destinations(m_copier, parts.names),
           m_fields(m_copier, parts.order),
           m_annotations(m_copier, m_resources.drawn(), m_destinations, m_fields),
@@ -289,7 +290,8 @@ MergeResult PageMerger::copyPages(const std::vector<int> &pages, Output &output)
             }
             Merge merge(m_file, *m_parts, output);
             merge.run(pages);
-            m_copied += merge.objectCount();
+            m_copied +=
+                merge.objectCount() + static_cast<std::size_t>(m_parts->drawings.takeReadCount());
             return {output.size(), merge.standIns()};
         } catch (const FileRepaired &) {
             if (attempt == mostAttempts) {
@@ -308,6 +310,7 @@ void PageMerger::forgetObjects()
     const auto share = static_cast<std::size_t>(m_parts->source.objectCount()) / 8;
     if (m_copied > std::max(mostHeldObjects, share)) {
         m_parts->source.dropUnused();
+        m_parts->drawings.forgetObjects();
         m_copied = 0;
     }
 }

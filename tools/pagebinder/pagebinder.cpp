@@ -4,7 +4,7 @@
 #include "tools/common/report.h"
 #include "tools/common/resource_limits.h"
 #include "tools/common/standard_output.h"
-#include "tools/pagebinder/command_line.h"
+#include "tools/pagebinder/arguments.h"
 #include "tools/pagebinder/document/information.h"
 #include "tools/pagebinder/merge.h"
 #include "tools/pagebinder/output/atomic_output.h"
@@ -19,11 +19,11 @@ namespace tools {
 
 namespace {
 
-/// The input of @p command, with the passwords to try on it.
-InputFile inputOf(const BinderCommand &command, const std::optional<FileIdentity> &noted)
+/// The input of @p arguments, with the passwords to try on it.
+InputFile inputOf(const BinderArguments &arguments, const std::optional<FileIdentity> &noted)
 {
-    std::vector<std::string> passwords = readPasswords(command.passwords);
-    InputFile input(command.input, noted);
+    std::vector<std::string> passwords = readPasswords(arguments.passwords);
+    InputFile input(arguments.input, noted);
     input.setPasswords(std::move(passwords));
     return input;
 }
@@ -40,71 +40,71 @@ void limitTime(std::size_t outputs)
     applyResourceLimits({.cpuSeconds = cpuSeconds + cpuSecondsPerOutput * outputs});
 }
 
-ExitStatus getInformation(PdfContext &context, const BinderCommand &command)
+ExitStatus getInformation(PdfContext &context, const BinderArguments &arguments)
 {
     const std::optional<FileIdentity> noted = notedIdentity();
-    if (command.output != standardOutputName) {
-        checkOutput(command.input, command.output);
-        refuseSpecialFile(command.output);
+    if (arguments.output != standardOutputName) {
+        checkOutput(arguments.input, arguments.output);
+        refuseSpecialFile(arguments.output);
         // Whatever happens from here on, nobody reads an older file's answer.
-        removeFile(command.output);
+        removeFile(arguments.output);
     }
-    SourceFile file(context, inputOf(command, noted));
-    writeInformation(file, fittingOutput(command.input, command.output));
+    SourceFile file(context, inputOf(arguments, noted));
+    writeInformation(file, fittingOutput(arguments.input, arguments.output));
     return exitSuccess;
 }
 
-ExitStatus merge(PdfContext &context, const BinderCommand &command)
+ExitStatus merge(PdfContext &context, const BinderArguments &arguments)
 {
-    if (command.output != standardOutputName) {
-        checkOutput(command.input, command.output);
+    if (arguments.output != standardOutputName) {
+        checkOutput(arguments.input, arguments.output);
     }
-    SourceFile file(context, inputOf(command, notedIdentity()));
+    SourceFile file(context, inputOf(arguments, notedIdentity()));
     const MergeResult result =
-        mergePages(file, command.ranges, fittingOutput(command.input, command.output));
+        mergePages(file, arguments.ranges, fittingOutput(arguments.input, arguments.output));
     return result.standIns.empty() ? exitSuccess : exitStandIns;
 }
 
-ExitStatus split(PdfContext &context, const BinderCommand &command)
+ExitStatus split(PdfContext &context, const BinderArguments &arguments)
 {
     const std::optional<FileIdentity> noted = notedIdentity();
-    const std::vector<SplitEntry> entries = readSplitList(command.list);
+    const std::vector<SplitEntry> entries = readSplitList(arguments.list);
     limitTime(entries.size());
-    SourceFile file(context, inputOf(command, noted));
+    SourceFile file(context, inputOf(arguments, noted));
     return splitPages(file, entries);
 }
 
-ExitStatus execute(const BinderCommand &command)
+ExitStatus execute(const BinderArguments &arguments)
 {
     applyResourceLimits({.addressSpaceBytes = mostMemory, .fileBytes = largestOutput});
-    if (command.action != BinderCommand::Action::split) {
+    if (arguments.action != BinderArguments::Action::split) {
         limitTime(1);
     }
-    removeHiddenFileOnSignals(command.input);
+    removeHiddenFileOnSignals(arguments.input);
     PdfContext context(toolName);
-    switch (command.action) {
-    case BinderCommand::Action::getInformation:
-        return getInformation(context, command);
-    case BinderCommand::Action::merge:
-        return merge(context, command);
+    switch (arguments.action) {
+    case BinderArguments::Action::getInformation:
+        return getInformation(context, arguments);
+    case BinderArguments::Action::merge:
+        return merge(context, arguments);
     default:
-        return split(context, command);
+        return split(context, arguments);
     }
 }
 
 ExitStatus runCommand(int argc, char **argv, std::string &input)
 {
-    const BinderCommand command = parseCommandLine(argumentsOf(argc, argv));
-    switch (command.action) {
-    case BinderCommand::Action::showHelp:
+    const BinderArguments arguments = parseBinderArguments(argumentsOf(argc, argv));
+    switch (arguments.action) {
+    case BinderArguments::Action::showHelp:
         writeStandardOutput(helpText());
         return exitSuccess;
-    case BinderCommand::Action::showVersion:
+    case BinderArguments::Action::showVersion:
         writeStandardOutput(std::string(toolName) + " " QUORLIN_VERSION "\n");
         return exitSuccess;
     default:
-        input = command.input;
-        return execute(command);
+        input = arguments.input;
+        return execute(arguments);
     }
 }
 

@@ -25,8 +25,8 @@ constexpr int mostLostThreads = 4;
 
 } // namespace
 
-ExportJob::ExportJob(const ExportOptions &options, InputFile input, PageSink &sink)
-    : m_options(options), m_input(std::move(input)), m_sink(sink)
+ExportJob::ExportJob(const ExportArguments &arguments, InputFile input, PageSink &sink)
+    : m_arguments(arguments), m_input(std::move(input)), m_sink(sink)
 {
 }
 
@@ -70,10 +70,10 @@ void ExportJob::abandon(Worker &worker)
     const int position = worker.position;
     try {
         if (position < 0) {
-            throw ToolError(m_options.input, "takes too long to open");
+            throw ToolError(m_arguments.input, "takes too long to open");
         }
         if (m_lost > mostLostThreads) {
-            throw ToolError(m_options.input, "has too many pages that take too long");
+            throw ToolError(m_arguments.input, "has too many pages that take too long");
         }
         warn(position, "takes too long; its text is left out");
         ExportedPage page;
@@ -187,7 +187,7 @@ ExportJob::Step ExportJob::openDocument(Worker &worker, std::unique_ptr<PageRead
         reader = std::make_unique<PageReader>(m_input, PageReader::Warnings::shown);
         m_pages = reader->pages();
         if (m_pages->pages.empty()) {
-            throw ToolError(m_options.input, "has no pages");
+            throw ToolError(m_arguments.input, "has no pages");
         }
         setRange(static_cast<int>(m_pages->pages.size()));
         m_sink.begin(m_first + 1, m_count);
@@ -205,10 +205,10 @@ ExportJob::Step ExportJob::openDocument(Worker &worker, std::unique_ptr<PageRead
 
 void ExportJob::setRange(int pages)
 {
-    const long long first = m_options.firstPage.value_or(1);
-    const long long last = m_options.lastPage.value_or(pages);
+    const long long first = m_arguments.firstPage.value_or(1);
+    const long long last = m_arguments.lastPage.value_or(pages);
     if (first < 1 || last > pages || first > last) {
-        throw ToolError(m_options.input,
+        throw ToolError(m_arguments.input,
                         "pages " + std::to_string(first) + " to " + std::to_string(last) +
                             " do not exist; it has pages 1 to " + std::to_string(pages));
     }
@@ -221,7 +221,7 @@ std::size_t ExportJob::workerCount() const
     const std::size_t processors = std::max(1U, std::thread::hardware_concurrency());
     const std::size_t useful =
         std::max<std::size_t>(1, static_cast<std::size_t>(m_count) / pagesPerWorker);
-    return std::min({m_options.mostThreads.value_or(processors), useful, mostWorkers});
+    return std::min({m_arguments.mostThreads.value_or(processors), useful, mostWorkers});
 }
 
 ExportJob::Step ExportJob::work(Worker &worker, PageReader &reader)
@@ -252,7 +252,7 @@ ExportJob::Step ExportJob::exportPage(Worker &worker, PageReader &reader, Export
     page.clear();
     page.position = worker.position;
     if (readPage(worker, reader, page) == Step::lost ||
-        (m_options.wantsPictures() && reader.hasPage() &&
+        (m_arguments.wantsPictures() && reader.hasPage() &&
          drawPage(worker, reader, page) == Step::lost)) {
         return Step::lost;
     }
@@ -277,7 +277,7 @@ ExportJob::Step ExportJob::readPage(Worker &worker, PageReader &reader, Exported
             reason = reader.readText(page.items, cookie);
         }
     } catch (const std::bad_alloc &) {
-        page.items = PageItems();
+        page.items = TextItems();
         reason = "out of memory";
     }
     const PageWatch::Outcome outcome = worker.watch.end();
@@ -328,10 +328,10 @@ void ExportJob::warn(int position, const std::string &reason)
 {
     const int earlier = m_warnings++;
     if (earlier < mostPageWarnings) {
-        reportLine("pagexport", m_options.input,
+        reportLine("pagexport", m_arguments.input,
                    "warning: page " + std::to_string(m_first + position + 1) + ": " + reason);
     } else if (earlier == mostPageWarnings) {
-        reportLine("pagexport", m_options.input, "warning: more pages are not complete");
+        reportLine("pagexport", m_arguments.input, "warning: more pages are not complete");
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/pagexport/export_options.h"
+#include "tools/pagexport/arguments.h"
 #include "tools/pagexport/output/page_sink.h"
 #include "tools/pagexport/pages/page_reader.h"
 #include "tools/pagexport/pages/page_watch.h"
@@ -23,7 +23,7 @@ class ExportJob
 {
 public:
     /// @param sink takes the pages; it must outlive run()
-    ExportJob(const ExportOptions &options, InputFile input, PageSink &sink);
+    ExportJob(const ExportArguments &arguments, InputFile input, PageSink &sink);
 
     /// Opens the document and hands its pages to the sink.
     /// @throws ToolError when it cannot be read, the pages do not exist or cannot be written
@@ -65,7 +65,7 @@ private:
     PageWatch::Duration textTime() const noexcept;
     void warn(int position, const std::string &reason);
 
-    const ExportOptions m_options;
+    const ExportArguments m_arguments;
     const InputFile m_input; ///< read by all threads
     PageSink &m_sink;
     std::shared_ptr<const PageList> m_pages; ///< of the whole document

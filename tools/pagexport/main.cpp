@@ -1,6 +1,6 @@
 #include "tools/common/resource_limits.h"
 #include "tools/common/standard_output.h"
-#include "tools/pagexport/output/page_export.h"
+#include "tools/pagexport/pagexport.h"
 
 #include <csignal>
 

@@ -254,18 +254,25 @@ void PdfSource::dropUnused()
     attempt([this] { pdf_clear_xref(m_context, m_document); });
 }
 
-bool PdfSource::listsKid(pdf_obj *node, int number)
+bool PdfSource::listsKid(pdf_obj *parent, int number)
 {
+    pdf_obj *node = resolve(parent);
     pdf_obj *list = isDictionary(node) ? get(node, PDF_NAME(Kids)) : nullptr;
     const int length = pdf_array_len(m_context, list);
-    for (int i = 0; i < length; ++i) {
-        if (directNumber(pdf_array_get(m_context, list, i)) == number) {
-            return true;
+    if (length == 0) {
+        // The list of a node of the page tree may have been read without the library.
+        return list != nullptr && m_file.pages() != nullptr &&
+               isInPageTree(*m_file.pages(), number);
+    }
+    const int parentNumber = directNumber(parent);
+    if (parentNumber == 0 || parentNumber != m_kidsOf) {
+        m_kids.clear();
+        m_kidsOf = parentNumber;
+        for (int i = 0; i < length; ++i) {
+            m_kids.insert(directNumber(pdf_array_get(m_context, list, i)));
         }
     }
-    // The list of a node of the page tree may have been read without the library.
-    return list != nullptr && length == 0 && m_file.pages() != nullptr &&
-           isInPageTree(*m_file.pages(), number);
+    return m_kids.count(number) != 0;
 }
 
 bool PdfSource::isDictionary(pdf_obj *resolved) const

@@ -84,9 +84,9 @@ public:
     /// Lets the document forget the objects it has read that nobody keeps. It reads them again when
     /// they are asked for.
     void dropUnused();
-    /// Whether object @p number is one of the children of @p node, of a page tree or any other with
-    /// /Kids.
-    bool listsKid(pdf_obj *node, int number);
+    /// Whether object @p number is among the /Kids of @p parent, a node of the page tree or of any
+    /// other, as it stands.
+    bool listsKid(pdf_obj *parent, int number);
 
     bool isDictionary(pdf_obj *resolved) const;
     bool isArray(pdf_obj *resolved) const;
@@ -146,6 +146,8 @@ private:
     std::vector<KeptObject> m_held;
     bool m_wasRepaired;
     std::unordered_set<int> m_odd; ///< objects that the library has refused
+    int m_kidsOf = 0;              ///< node that was asked for its kids last
+    std::unordered_set<int> m_kids;
 };
 
 /// Does @p work, and once more when the library has had to repair @p file on the way.

@@ -104,10 +104,10 @@ pdf_document *QuickOpening::openMisreadTable()
     if (!read() || !m_isMisread) {
         return nullptr;
     }
-    const std::string tail = tableAsTail();
+    const std::string update = tableAsUpdate();
     closeHost();
     m_state = State::failed;
-    return tail.empty() ? nullptr : openWithTail(tail);
+    return update.empty() ? nullptr : openWithUpdate(update);
 }
 
 bool QuickOpening::read()
@@ -119,7 +119,7 @@ bool QuickOpening::read()
     return m_state == State::read;
 }
 
-pdf_document *QuickOpening::openWithTail(const std::string &tail)
+pdf_document *QuickOpening::openWithUpdate(const std::string &update)
 {
     pdf_document *document = nullptr;
     fz_stream *stream = nullptr;
@@ -127,7 +127,7 @@ pdf_document *QuickOpening::openWithTail(const std::string &tail)
     fz_var(document);
     fz_try(m_context)
     {
-        stream = openFileStream(m_context, m_file.descriptor(), m_file.size(), tail);
+        stream = openFileStream(m_context, m_file.descriptor(), m_file.size(), update);
         document = pdf_open_document_with_stream(m_context, stream);
     }
     fz_always(m_context)
@@ -149,8 +149,8 @@ bool QuickOpening::readTable()
     if (offset <= 0 || viewOf(m_file.at(0, 5)) != "%PDF-") {
         return false;
     }
-    m_host = openWithTail("\nxref\n0 1\n0000000000 65535 f \ntrailer<</Size 1>>\nstartxref\n" +
-                          std::to_string(m_file.size() + 1) + "\n%%EOF\n");
+    m_host = openWithUpdate("\nxref\n0 1\n0000000000 65535 f \ntrailer<</Size 1>>\nstartxref\n" +
+                            std::to_string(m_file.size() + 1) + "\n%%EOF\n");
     if (m_host == nullptr) {
         return false;
     }
@@ -364,7 +364,7 @@ bool QuickOpening::giveTable()
         adoptTable(m_context, m_host, m_entries, m_count, m_trailer);
         m_entries = nullptr;
         // A stream without an end reaches to the end of the file and no farther.
-        cutTail(fileOf(m_host));
+        dropAppended(fileOf(m_host));
         isGiven = true;
     }
     fz_catch(m_context)
@@ -375,7 +375,7 @@ bool QuickOpening::giveTable()
 }
 
 /// The table as a section in the form of a stream, to stand behind the end of the file.
-std::string QuickOpening::tableAsTail()
+std::string QuickOpening::tableAsUpdate()
 {
     const std::string entries = trailerEntries();
     if (entries.empty()) {

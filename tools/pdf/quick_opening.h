@@ -59,9 +59,9 @@ private:
     bool hasLost() const;
     void leaveLost();
     bool isLost(const pdf_xref_entry &entry) const;
-    pdf_document *openWithTail(const std::string &tail);
+    pdf_document *openWithUpdate(const std::string &update);
     bool giveTable();
-    std::string tableAsTail();
+    std::string tableAsUpdate();
     std::string trailerEntries();
     void closeHost();
 

@@ -95,7 +95,7 @@ void SourceFile::setPages(std::shared_ptr<const PageList> pages)
     m_pages = std::move(pages);
 }
 
-pdf_document *SourceFile::openByLibrary(std::string_view tail)
+pdf_document *SourceFile::openByLibrary(std::string_view update)
 {
     pdf_document *document = nullptr;
     fz_stream *stream = nullptr;
@@ -103,7 +103,7 @@ pdf_document *SourceFile::openByLibrary(std::string_view tail)
     fz_var(document);
     fz_try(context())
     {
-        stream = openFileStream(context(), m_input.descriptor(), m_input.size(), tail);
+        stream = openFileStream(context(), m_input.descriptor(), m_input.size(), update);
         document = pdf_open_document_with_stream(context(), stream);
     }
     fz_always(context())

@@ -65,7 +65,7 @@ public:
 
 private:
     void open(Opening opening);
-    pdf_document *openByLibrary(std::string_view tail);
+    pdf_document *openByLibrary(std::string_view update);
     void checkPassword();
 
     PdfContext &m_context;

@@ -39,7 +39,7 @@ private slots:
     void bookmarksKeepTheirAncestors();
     void keepsInformationMetadataLanguageAndPreferences();
     void dropsTheStructureAndItsClaims();
-    void outputIntentsStayWithAnArchiveClaim();
+    void outputIntentsStayWithAPdfAClaim();
     void privateDataThumbnailsAndAttachmentsStayBehind();
     void decryptsWhatMayBeCopied();
     void keepsTheEncryptionOfWhatMayNotBeCopied();
@@ -607,7 +607,7 @@ void PageBinderMergeTest::dropsTheStructureAndItsClaims()
     QCOMPARE(output->value("Root/OutputIntents/0/DestOutputProfile/N"), QByteArray("3"));
 }
 
-void PageBinderMergeTest::outputIntentsStayWithAnArchiveClaim()
+void PageBinderMergeTest::outputIntentsStayWithAPdfAClaim()
 {
     TestPdf pdf = TestPdf::pages(1, "/OutputIntents[43 0 R]");
     pdf.object(43, "<</Type/OutputIntent/S/GTS_PDFX/DestOutputProfile 44 0 R>>");

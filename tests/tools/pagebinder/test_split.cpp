@@ -108,6 +108,7 @@ private slots:
     void aListWithoutZerosHasALineAnEntry();
     void writesWhatSingleMergesWrite();
     void objectsAreReadAgainAfterTheyWereForgotten();
+    void damagedPagesGetWhatSingleMergesGiveThem();
     void namesPagesThatStandInsTakeThePlaceOf();
     void aFailingOutputIsNamedAndTheOthersGoOn();
     void anyFileNameIsWritten();
@@ -299,6 +300,51 @@ void PageBinderSplitTest::objectsAreReadAgainAfterTheyWereForgotten()
     QCOMPARE(contentOf(path("p.pdf")), contentOf(path("one.pdf")));
     QCOMPARE(merge(input, "1-3 450 900", path("one.pdf")).status, 0);
     QCOMPARE(contentOf(path("last.pdf")), contentOf(path("one.pdf")));
+}
+
+void PageBinderSplitTest::damagedPagesGetWhatSingleMergesGiveThem()
+{
+    // All pages share their resources. Every tenth cannot be read to its end, the others draw the
+    // form of their own number, and every third draws a form that holds the picture /P, too.
+    constexpr int pages = 300;
+    TestPdf pdf = TestPdf::pages(pages);
+    QByteArray forms;
+    for (int page = 1; page <= pages; ++page) {
+        const QByteArray number = QByteArray::number(page);
+        const QByteArray form = QByteArray::number(20000 + page);
+        forms += "/N" + number + ' ' + form + " 0 R";
+        pdf.object(10 * page, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 99 99]/Resources 4 0 R" +
+                                  ("/Contents " + QByteArray::number(10 * page + 1)) + " 0 R>>");
+        pdf.stream(10 * page + 1, "",
+                   page % 10 == 0 ? QByteArray("/F 9 Tf (")
+                                  : "/N" + number + " Do" + (page % 3 == 0 ? "/Holder Do" : ""));
+        pdf.stream(20000 + page, "/Subtype/Form/BBox[0 0 9 9]", "% form " + number);
+    }
+    pdf.stream(30001, "/Subtype/Form/BBox[0 0 9 9]/Resources<</XObject<</P 30002 0 R>>>>", "/P Do");
+    pdf.stream(30002, "/Subtype/Form/BBox[0 0 9 9]", "% inner form");
+    pdf.object(4, "<</XObject<</Holder 30001 0 R/P 30002 0 R" + forms + ">>>>");
+    const QString input = pdf.save(m_folder->path(), "damaged.pdf");
+    QByteArray list;
+    for (int page = 1; page <= pages; ++page) {
+        list += entry(QByteArray::number(page), path("p" + QByteArray::number(page)));
+    }
+    // With these, no page is left that draws the inner form, or the forms 5 and 6.
+    QByteArray drawing = "10 5";
+    for (int page = 3; page <= pages; page += 3) {
+        drawing += ' ' + QByteArray::number(page);
+    }
+    list += entry(drawing, path("all.pdf"));
+    QCOMPARE(runBinder({input, "-split", "-"}, list).status, 0);
+    for (const QByteArray page : {"10", "150", "300"}) {
+        QCOMPARE(merge(input, page, path("one.pdf")).status, 0);
+        QCOMPARE(contentOf(path("p" + page)), contentOf(path("one.pdf")));
+        QVERIFY(contentOf(path("one.pdf")).contains("% form " + page + '\n'));
+        QVERIFY(!contentOf(path("one.pdf")).contains("% form 6\n"));
+        QVERIFY(!contentOf(path("one.pdf")).contains("% inner form"));
+    }
+    QCOMPARE(merge(input, drawing, path("one.pdf")).status, 0);
+    QCOMPARE(contentOf(path("all.pdf")), contentOf(path("one.pdf")));
+    QVERIFY(contentOf(path("one.pdf")).contains("% inner form"));
 }
 
 void PageBinderSplitTest::namesPagesThatStandInsTakeThePlaceOf()

@@ -2,9 +2,9 @@
 
 #include "tests/support/room.h"
 #include "tools/common/tool_error.h"
-#include "tools/pagebinder/command_line.h"
+#include "tools/pagebinder/arguments.h"
 #include "tools/pagebinder/copying/content_scanner.h"
-#include "tools/pagebinder/document/archive_claim.h"
+#include "tools/pagebinder/document/conformance_claims.h"
 #include "tools/pagebinder/document/information.h"
 #include "tools/pagebinder/output/output_name.h"
 #include "tools/pagebinder/page_ranges.h"
@@ -155,7 +155,7 @@ void PageBinderUnitsTest::readsCommandLines()
     const std::vector<std::string_view> list(texts.begin(), texts.end());
     int status = exitSuccess;
     try {
-        parseCommandLine(list);
+        parseBinderArguments(list);
     } catch (const ToolError &error) {
         status = error.status();
     }
@@ -288,7 +288,7 @@ void PageBinderUnitsTest::namesBehindAnInlineImageAreFound()
 void PageBinderUnitsTest::lowersTheLevelOfUntaggedArchives()
 {
     std::string element = "<pdfaid:part>2</pdfaid:part><pdfaid:conformance>A</pdfaid:conformance>";
-    QVERIFY(claimsArchiveProfile(element));
+    QVERIFY(claimsPdfA(element));
     QVERIFY(adaptToUntagged(element));
     QCOMPARE(element,
              std::string("<pdfaid:part>2</pdfaid:part><pdfaid:conformance>B</pdfaid:conformance>"));
@@ -316,7 +316,7 @@ void PageBinderUnitsTest::leavesOtherMetadataAlone()
     std::string xmp = original;
     QVERIFY(!adaptToUntagged(xmp));
     QCOMPARE(xmp, original);
-    QVERIFY(!claimsArchiveProfile("<dc:title/>"));
+    QVERIFY(!claimsPdfA("<dc:title/>"));
     std::string cut = "pdfaid:conformance";
     QVERIFY(!adaptToUntagged(cut));
 }

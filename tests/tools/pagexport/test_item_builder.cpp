@@ -66,20 +66,20 @@ public:
     {
         m_builder.endItem();
         QStringList result;
-        for (const PageItem &item : m_items.items) {
+        for (const TextItem &item : m_items.items) {
             const std::string_view text = m_items.text(item);
             result.append(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
         }
         return result;
     }
-    PageItem item(std::size_t index = 0)
+    TextItem item(std::size_t index = 0)
     {
         m_builder.endItem();
         return m_items.items.at(index);
     }
 
 private:
-    PageItems m_items;
+    TextItems m_items;
     ItemBuilder m_builder{m_items, 595, 842};
     double m_x = 100;
     double m_y = 100;
@@ -156,8 +156,8 @@ void TestItemBuilder::unitsAreRoundedTheSameWhateverTheNoise()
 
 void TestItemBuilder::placeDependsOnOriginAndSizeAlone()
 {
-    const PageItem capitals = Page().draw("ACE").item();
-    const PageItem descenders = Page().draw("gjpqy and more").item();
+    const TextItem capitals = Page().draw("ACE").item();
+    const TextItem descenders = Page().draw("gjpqy and more").item();
     QCOMPARE(capitals.left, 150);
     QCOMPARE(capitals.top, 137); // (100 - 0.9 * 10) * 1.5, rounded up
     QCOMPARE(descenders.left, capitals.left);
@@ -167,14 +167,14 @@ void TestItemBuilder::placeDependsOnOriginAndSizeAlone()
 
 void TestItemBuilder::frameCoversTheRun()
 {
-    const PageItem item = Page().draw("Total").item();
+    const TextItem item = Page().draw("Total").item();
     QCOMPARE(item.width, 38); // five glyphs of 5 points
     QCOMPARE(item.top + item.height, 154);
 }
 
 void TestItemBuilder::positionsAreNeverZero()
 {
-    const PageItem item = Page().at(0, 0).draw("x").item();
+    const TextItem item = Page().at(0, 0).draw("x").item();
     QCOMPARE(item.left, 1);
     QCOMPARE(item.top, 1);
     QVERIFY(item.width >= 1 && item.height >= 1);
@@ -531,7 +531,7 @@ void TestItemBuilder::turnedTextKeepsItsPlace()
     QFETCH(double, c);
     QFETCH(double, d);
     const auto drawn = [=](const QString &text) {
-        PageItems items;
+        TextItems items;
         ItemBuilder builder(items, 595, 842);
         builder.setStyle(TextStyle::fromMatrix(a, b, c, d, false));
         double along = 0;
@@ -544,8 +544,8 @@ void TestItemBuilder::turnedTextKeepsItsPlace()
         builder.endItem();
         return items;
     };
-    const PageItems shortText = drawn("4711");
-    const PageItems longText = drawn("AC-0815-22 and more");
+    const TextItems shortText = drawn("4711");
+    const TextItems longText = drawn("AC-0815-22 and more");
     QCOMPARE(shortText.items.size(), std::size_t{1});
     QCOMPARE(longText.items.size(), std::size_t{1});
     QCOMPARE(longText.items[0].left, shortText.items[0].left);
@@ -570,7 +570,7 @@ void TestItemBuilder::referencesAreEscapedOnlyWhereTheyWouldBeRead()
 {
     QFETCH(QByteArray, text);
     QFETCH(QByteArray, written);
-    PageItems page;
+    TextItems page;
     page.texts = text.toStdString();
     page.items.push_back({72, 104, 210, 12, 0, static_cast<std::uint32_t>(text.size())});
     std::string html;

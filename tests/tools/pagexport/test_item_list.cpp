@@ -416,9 +416,9 @@ void TestItemList::anInputThatChangesMeanwhileIsNoticed()
     ExportRun run;
     const QString input = run.save(pagesOf(40));
     ChangingSink sink(input, change);
-    tools::ExportOptions options;
-    options.input = input.toStdString();
-    tools::ExportJob job(options, tools::InputFile(options.input), sink);
+    tools::ExportArguments arguments;
+    arguments.input = input.toStdString();
+    tools::ExportJob job(arguments, tools::InputFile(arguments.input), sink);
     try {
         job.run();
     } catch (const tools::ToolError &) {

@@ -3,10 +3,10 @@
 namespace tools {
 
 void ContentResources::writeForPage(pdf_obj *resources, pdf_obj *contents,
-                                    const std::vector<Drawing> &borrowers)
+                                    const std::vector<Drawing> &appearances)
 {
     if (m_source.isDictionary(m_source.resolve(resources))) {
-        write(resources, contentStreams(m_source, contents), borrowers);
+        write(resources, contentStreams(m_source, contents), appearances);
     } else {
         m_copier.text() += "/Resources<<>>";
     }
@@ -37,7 +37,7 @@ void ContentResources::writeForDrawing(const Drawing &drawing)
         m_copier.writeEntry("Resources", resources, Role::resources);
         return;
     }
-    use.keepLightEntries();
+    use.keepSmallEntries();
     if (!node->isWhole) {
         keepDoubtful(use);
     }
@@ -45,7 +45,7 @@ void ContentResources::writeForDrawing(const Drawing &drawing)
 }
 
 void ContentResources::write(pdf_obj *resources, const Streams &streams,
-                             const std::vector<Drawing> &borrowers)
+                             const std::vector<Drawing> &appearances)
 {
     pdf_obj *dictionary = m_source.resolve(resources);
     if (!m_source.isDictionary(dictionary)) {
@@ -53,7 +53,7 @@ void ContentResources::write(pdf_obj *resources, const Streams &streams,
     }
     ResourceUse use(m_source, dictionary);
     if (!use.isComplete() && use.isWorthScanning()) {
-        findUse(use, streams, borrowers);
+        findUse(use, streams, appearances);
     } else {
         m_copier.writeEntry("Resources", resources, Role::resources);
         return;
@@ -109,10 +109,10 @@ void ContentResources::writeKind(ResourceUse &use, ResourceKind kind)
 }
 
 void ContentResources::findUse(ResourceUse &use, const Streams &streams,
-                               const std::vector<Drawing> &borrowers)
+                               const std::vector<Drawing> &appearances)
 {
     std::vector<Found> found;
-    use.keepLightEntries();
+    use.keepSmallEntries();
     bool isWhole = m_drawn.scan(
         streams,
         [&use, &found](ResourceKind kind, std::string_view name) {
@@ -121,8 +121,8 @@ void ContentResources::findUse(ResourceUse &use, const Streams &streams,
             }
         },
         [&use] { return !use.isComplete(); });
-    for (const Drawing &borrower : borrowers) {
-        isWhole = takeUnlisted(use, borrower, found) && isWhole;
+    for (const Drawing &appearance : appearances) {
+        isWhole = takeUnlisted(use, appearance, found) && isWhole;
     }
     while (!found.empty() && !use.isComplete()) {
         const Found next = found.back();
@@ -161,7 +161,7 @@ void ContentResources::keepDoubtful(ResourceUse &use)
         }
     }
     for (ResourceUse::Entry &entry : use.entries(ResourceKind::xObject)) {
-        if (!entry.used && !m_others.draw(m_source.resolve(entry.value))) {
+        if (!entry.used && !m_others.draw(m_source.numberOf(entry.value))) {
             use.mark(entry);
         }
     }

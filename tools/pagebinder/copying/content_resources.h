@@ -18,9 +18,8 @@ namespace tools {
 class ContentResources
 {
 public:
-    ContentResources(ObjectCopier &copier, PageTree &tree)
-        : m_copier(copier), m_source(copier.source()), m_drawn(m_source),
-          m_others(m_source, tree, m_drawn)
+    ContentResources(ObjectCopier &copier, PageDrawings &drawings)
+        : m_copier(copier), m_source(copier.source()), m_drawn(m_source), m_others(drawings)
     {
     }
 
@@ -30,8 +29,9 @@ public:
     /// Writes the entry /Resources of a page.
     /// @param resources its dictionary as it stands, inherited perhaps
     /// @param contents value of /Contents as it stands
-    /// @param borrowers what may use the page's resources beside its content: appearances
-    void writeForPage(pdf_obj *resources, pdf_obj *contents, const std::vector<Drawing> &borrowers);
+    /// @param appearances appearance streams of its annotations, which may use the page's resources
+    void writeForPage(pdf_obj *resources, pdf_obj *contents,
+                      const std::vector<Drawing> &appearances);
 
     /// Writes the entry /Resources of the form or pattern with this number.
     void writeForStream(pdf_obj *stream, int number);
@@ -51,10 +51,10 @@ private:
     };
 
     void writeForDrawing(const Drawing &drawing);
-    void write(pdf_obj *resources, const Streams &streams, const std::vector<Drawing> &borrowers);
+    void write(pdf_obj *resources, const Streams &streams, const std::vector<Drawing> &appearances);
     void writePruned(pdf_obj *resources, ResourceUse &use);
     void writeKind(ResourceUse &use, ResourceKind kind);
-    void findUse(ResourceUse &use, const Streams &streams, const std::vector<Drawing> &borrowers);
+    void findUse(ResourceUse &use, const Streams &streams, const std::vector<Drawing> &appearances);
     bool takeUnlisted(ResourceUse &use, const Drawing &drawing, std::vector<Found> &found);
     void keepDoubtful(ResourceUse &use);
 

@@ -126,7 +126,7 @@ bool ObjectCopier::belongsToTheDocument(pdf_obj *dictionary, int number)
         return false;
     }
     pdf_obj *parent = m_source.raw(dictionary, PDF_NAME(Parent));
-    const bool isKid = parent != nullptr && m_source.listsKid(m_source.resolve(parent), number);
+    const bool isKid = parent != nullptr && m_source.listsKid(parent, number);
     return isKid || dictionary == m_source.catalog() ||
            dictionary == m_source.get(m_source.catalog(), PDF_NAME(Pages));
 }

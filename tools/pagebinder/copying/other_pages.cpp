@@ -2,20 +2,51 @@
 
 namespace tools {
 
-bool OtherPages::draw(pdf_obj *object)
+PageDrawings::PageDrawings(PdfSource &source, PageTree &tree)
+    : m_source(source), m_tree(tree), m_drawn(std::make_unique<DrawnContent>(source))
 {
-    const int count = m_tree.pageCount();
-    while (m_found.count(object) == 0 && m_next <= count) {
-        read(m_next++);
-    }
-    return m_found.count(object) != 0;
 }
 
-void OtherPages::read(int page)
+bool PageDrawings::isDrawnBeside(const std::unordered_set<int> &copied, int object)
 {
-    if (m_copied.count(page) != 0) {
-        return;
+    for (const Run &run : m_runs[object]) {
+        for (int page = run.first; page <= run.last; ++page) {
+            if (copied.count(page) == 0) {
+                return true;
+            }
+        }
     }
+    const int count = m_tree.pageCount();
+    while (m_page < count) {
+        read(++m_page);
+        const std::vector<Run> &runs = m_runs[object];
+        if (!runs.empty() && runs.back().last == m_page && copied.count(m_page) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void PageDrawings::forgetObjects()
+{
+    m_drawn = std::make_unique<DrawnContent>(m_source);
+    m_seen.clear();
+}
+
+void PageDrawings::note(int object)
+{
+    std::vector<Run> &runs = m_runs[object];
+    if (!runs.empty() && runs.back().last >= m_page - 1) {
+        runs.back().last = m_page;
+    } else {
+        runs.push_back({m_page, m_page});
+    }
+}
+
+void PageDrawings::read(int page)
+{
+    ++m_readCount;
+    m_seen.clear();
     const FoundPage found = m_tree.find(page);
     if (found.page == nullptr) {
         return;
@@ -25,25 +56,25 @@ void OtherPages::read(int page)
     const int length = pdf_array_len(m_source.context(), annotations);
     for (int i = 0; i < length; ++i) {
         const std::vector<Drawing> own =
-            appearancesOf(m_source, m_drawn, m_source.at(annotations, i));
+            appearancesOf(m_source, *m_drawn, m_source.at(annotations, i));
         appearances.insert(appearances.end(), own.begin(), own.end());
     }
     readContent(found, appearances);
     while (!m_waiting.empty()) {
         const Drawing drawing = m_waiting.back();
         m_waiting.pop_back();
-        DrawnContent::Node &node = m_drawn.look(drawing);
+        const DrawnContent::Node &node = m_drawn->look(drawing);
         if (node.own != nullptr) {
             add(*node.own);
         }
     }
 }
 
-void OtherPages::readContent(const FoundPage &page, const std::vector<Drawing> &appearances)
+void PageDrawings::readContent(const FoundPage &page, const std::vector<Drawing> &appearances)
 {
     pdf_obj *resources = m_source.resolve(m_tree.inherited(page, PDF_NAME(Resources)));
     ResourceUse use(m_source, resources);
-    m_drawn.scan(
+    m_drawn->scan(
         contentStreams(m_source, m_source.raw(page.page, PDF_NAME(Contents))),
         [&use](ResourceKind kind, std::string_view name) { use.mark(kind, name); },
         [&use] { return !use.isComplete(); });
@@ -56,7 +87,7 @@ void OtherPages::readContent(const FoundPage &page, const std::vector<Drawing> &
     add(use);
 }
 
-bool OtherPages::takeUnlistedOfAll(ResourceUse &use)
+bool PageDrawings::takeUnlistedOfAll(ResourceUse &use)
 {
     bool grows = false;
     for (std::size_t i = 0; i < resourceKindCount; ++i) {
@@ -65,7 +96,7 @@ bool OtherPages::takeUnlistedOfAll(ResourceUse &use)
             if (!entry.used) {
                 continue;
             }
-            for (const Drawing &drawing : m_drawn.drawingsOf(kind, entry.value)) {
+            for (const Drawing &drawing : m_drawn->drawingsOf(kind, entry.value)) {
                 grows = takeUnlisted(use, drawing) || grows;
             }
         }
@@ -73,16 +104,16 @@ bool OtherPages::takeUnlistedOfAll(ResourceUse &use)
     return grows;
 }
 
-bool OtherPages::takeUnlisted(ResourceUse &use, const Drawing &drawing)
+bool PageDrawings::takeUnlisted(ResourceUse &use, const Drawing &drawing)
 {
     bool grows = false;
-    for (const DrawnContent::Name &name : m_drawn.look(drawing).unlisted) {
+    for (const DrawnContent::Name &name : m_drawn->look(drawing).unlisted) {
         grows = use.mark(name.kind, name.text) == ResourceUse::Mark::first || grows;
     }
     return grows;
 }
 
-void OtherPages::add(ResourceUse &use)
+void PageDrawings::add(ResourceUse &use)
 {
     for (std::size_t i = 0; i < resourceKindCount; ++i) {
         const auto kind = static_cast<ResourceKind>(i);
@@ -94,17 +125,17 @@ void OtherPages::add(ResourceUse &use)
     }
 }
 
-void OtherPages::addEntry(ResourceKind kind, pdf_obj *value)
+void PageDrawings::addEntry(ResourceKind kind, pdf_obj *value)
 {
     if (kind == ResourceKind::xObject) {
-        m_found.insert(m_source.resolve(value));
+        note(m_source.numberOf(value));
     }
-    for (const Drawing &drawing : m_drawn.drawingsOf(kind, value)) {
+    for (const Drawing &drawing : m_drawn->drawingsOf(kind, value)) {
         addDrawing(drawing);
     }
 }
 
-void OtherPages::addDrawing(const Drawing &drawing)
+void PageDrawings::addDrawing(const Drawing &drawing)
 {
     if (m_seen.insert(drawing.object).second) {
         m_waiting.push_back(drawing);

@@ -25,7 +25,7 @@ bool isPageKey(std::string_view key)
 } // namespace
 
 void PageWriter::write(const OutputPage &page, int parent, const std::string &annotations,
-                       const std::vector<Drawing> &borrowers)
+                       const std::vector<Drawing> &appearances)
 {
     std::string &text = m_copier.text();
     m_copier.writer().beginObject(page.target);
@@ -34,7 +34,7 @@ void PageWriter::write(const OutputPage &page, int parent, const std::string &an
     writeInherited(page.found);
     m_copier.writeEntries(page.found.page, Role::page, isPageKey);
     m_resources.writeForPage(m_tree.inherited(page.found, PDF_NAME(Resources)),
-                             m_source.raw(page.found.page, PDF_NAME(Contents)), borrowers);
+                             m_source.raw(page.found.page, PDF_NAME(Contents)), appearances);
     if (!annotations.empty()) {
         text += "/Annots[";
         text += annotations;

@@ -25,9 +25,9 @@ public:
 
     /// @param parent number of the page tree's root
     /// @param annotations what stands in /Annots, "" for none
-    /// @param borrowers appearances, which may use the page's resources
+    /// @param appearances appearance streams, which may use the page's resources
     void write(const OutputPage &page, int parent, const std::string &annotations,
-               const std::vector<Drawing> &borrowers);
+               const std::vector<Drawing> &appearances);
 
     /// Writes a page in place of one that cannot be read, which says so in print.
     void writeStandIn(const OutputPage &page, int parent);

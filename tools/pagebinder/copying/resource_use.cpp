@@ -156,14 +156,14 @@ bool ResourceUse::isWorthScanning()
          {ResourceKind::font, ResourceKind::graphicsState, ResourceKind::colorSpace}) {
         const auto &kindEntries = entries(kind);
         if (std::any_of(kindEntries.begin(), kindEntries.end(),
-                        [this, kind](const Entry &entry) { return isHeavy(kind, entry.value); })) {
+                        [this, kind](const Entry &entry) { return isLarge(kind, entry.value); })) {
             return true;
         }
     }
     return false;
 }
 
-void ResourceUse::keepLightEntries()
+void ResourceUse::keepSmallEntries()
 {
     for (const ResourceKind kind :
          {ResourceKind::font, ResourceKind::graphicsState, ResourceKind::colorSpace}) {
@@ -172,17 +172,17 @@ void ResourceUse::keepLightEntries()
             continue;
         }
         for (Entry &entry : kindEntries) {
-            if (!entry.used && !isHeavy(kind, entry.value)) {
+            if (!entry.used && !isLarge(kind, entry.value)) {
                 mark(entry);
             }
         }
     }
 }
 
-bool ResourceUse::isHeavy(ResourceKind kind, pdf_obj *value)
+bool ResourceUse::isLarge(ResourceKind kind, pdf_obj *value)
 {
     if (kind == ResourceKind::font) {
-        return isHeavyFont(value);
+        return isLargeFont(value);
     }
     if (kind == ResourceKind::graphicsState) {
         return m_source.isDictionary(m_source.get(value, PDF_NAME(SMask))) ||
@@ -194,7 +194,7 @@ bool ResourceUse::isHeavy(ResourceKind kind, pdf_obj *value)
             !m_source.isName(m_source.at(resolved, 0), PDF_NAME(ICCBased)));
 }
 
-bool ResourceUse::isHeavyFont(pdf_obj *font)
+bool ResourceUse::isLargeFont(pdf_obj *font)
 {
     if (m_source.get(font, PDF_NAME(CharProcs)) != nullptr) {
         return true;

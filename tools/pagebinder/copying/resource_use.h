@@ -63,12 +63,12 @@ public:
     bool isWorthScanning();
 
     /// Counts entries as used that cost nothing to keep, so that a search ends sooner.
-    void keepLightEntries();
+    void keepSmallEntries();
 
 private:
     void readKind(pdf_obj *resources, ResourceKind kind);
-    bool isHeavy(ResourceKind kind, pdf_obj *value);
-    bool isHeavyFont(pdf_obj *font);
+    bool isLarge(ResourceKind kind, pdf_obj *value);
+    bool isLargeFont(pdf_obj *font);
 
     PdfSource &m_source;
     pdf_obj *m_dictionary;

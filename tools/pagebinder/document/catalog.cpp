@@ -1,6 +1,6 @@
 #include "tools/pagebinder/document/catalog.h"
 
-#include "tools/pagebinder/document/archive_claim.h"
+#include "tools/pagebinder/document/conformance_claims.h"
 
 namespace tools {
 
@@ -73,7 +73,7 @@ void Catalog::writeMetadata()
         return;
     }
     std::string xmp = loadMetadata(number);
-    m_claimsArchive = claimsArchiveProfile(xmp);
+    m_claimsPdfA = claimsPdfA(xmp);
     if (!adaptToUntagged(xmp)) {
         m_copier.writeEntry("Metadata", metadata, Role::content);
         return;
@@ -103,7 +103,7 @@ void Catalog::writeOutputIntents()
     // Profiles of a megabyte in every part are the price of a claim only.
     pdf_obj *information = m_source.get(m_source.trailer(), PDF_NAME(Info));
     const bool claimsPrinting = m_source.get(information, "GTS_PDFXVersion") != nullptr;
-    if (m_claimsArchive || claimsPrinting || areSmall(m_source.resolve(intents))) {
+    if (m_claimsPdfA || claimsPrinting || areSmall(m_source.resolve(intents))) {
         m_copier.writeEntry("OutputIntents", intents, Role::outputIntent);
     }
 }

@@ -29,7 +29,7 @@ private:
 
     ObjectCopier &m_copier;
     PdfSource &m_source;
-    bool m_claimsArchive = false;
+    bool m_claimsPdfA = false;
 };
 
 } // namespace tools

@@ -44,7 +44,7 @@ void appendItemLines(std::string &lines, const ExportedPage &page, int number)
     lines += '\t';
     lines += nameOf(page.state);
     lines += '\n';
-    for (const PageItem &item : page.items.items) {
+    for (const TextItem &item : page.items.items) {
         lines += "item";
         appendField(lines, number);
         appendField(lines, item.left);

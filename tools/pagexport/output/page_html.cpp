@@ -66,14 +66,14 @@ void appendNumber(std::string &html, int number)
 
 } // namespace
 
-void writePageHtml(std::string &html, const PageItems &page, int number)
+void writePageHtml(std::string &html, const TextItems &page, int number)
 {
     // No document type: browsers then read the bare numbers as pixels.
     html = "<html><head><meta charset=\"utf-8\"><title>Page ";
     appendNumber(html, number);
     html += "</title>\n<style>span{position:absolute;white-space:pre}</style></head><body>\n";
     html.reserve(html.size() + page.texts.size() + 64 * page.items.size() + 32);
-    for (const PageItem &item : page.items) {
+    for (const TextItem &item : page.items) {
         html += "<span style=\"left:";
         appendNumber(html, item.left);
         html += ";top:";

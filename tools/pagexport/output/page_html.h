@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/pagexport/text/page_items.h"
+#include "tools/pagexport/text/text_items.h"
 
 #include <string>
 
@@ -11,6 +11,6 @@ namespace tools {
 /// style="left:72;top:104;width:210;height:12">text</span> The text's "<", ">" and double quotes
 /// are written as references, "&" only where it would be read as one. No other line holds the words
 /// left, top, width, height or "</span>".
-void writePageHtml(std::string &html, const PageItems &page, int number);
+void writePageHtml(std::string &html, const TextItems &page, int number);
 
 } // namespace tools

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/pagexport/text/page_items.h"
+#include "tools/pagexport/text/text_items.h"
 
 #include <string>
 
@@ -20,7 +20,7 @@ struct ExportedPage
     int width = 0;    ///< in units
     int height = 0;
     PageState state = PageState::whole;
-    PageItems items;
+    TextItems items;
     std::string picture; ///< a PNG file; empty for none
 
     void clear()

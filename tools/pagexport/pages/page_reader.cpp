@@ -147,7 +147,7 @@ void PageReader::closePage() noexcept
     m_size = {};
 }
 
-std::string PageReader::readText(PageItems &items, fz_cookie &cookie)
+std::string PageReader::readText(TextItems &items, fz_cookie &cookie)
 {
     items.clear();
     fz_rect box = fz_empty_rect;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/pagexport/text/font_cache.h"
-#include "tools/pagexport/text/page_items.h"
+#include "tools/pagexport/text/text_items.h"
 #include "tools/pdf/page_loader.h"
 
 #include <string>
@@ -51,7 +51,7 @@ public:
     PageSize pageSize() const noexcept { return m_size; }
     /// Replaces @p items by the open page's text items.
     /// @return empty, or why something of the page could not be read; the rest is there
-    std::string readText(PageItems &items, fz_cookie &cookie);
+    std::string readText(TextItems &items, fz_cookie &cookie);
     /// Draws the open page, one pixel per unit.
     Picture drawPicture(fz_cookie &cookie);
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/pagexport/text/page_items.h"
+#include "tools/pagexport/text/text_items.h"
 
 #include <cstddef>
 #include <vector>

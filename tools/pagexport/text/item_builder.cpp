@@ -51,7 +51,7 @@ void appendAsDrawn(std::string &text, const TextRun &run)
 
 } // namespace
 
-ItemBuilder::ItemBuilder(PageItems &result, double pageWidth, double pageHeight)
+ItemBuilder::ItemBuilder(TextItems &result, double pageWidth, double pageHeight)
     : m_result(result), m_pageWidth(pageWidth), m_pageHeight(pageHeight)
 {
 }
@@ -402,7 +402,7 @@ bool ItemBuilder::write(TextRun &run)
         m_result.texts.resize(begin);
         return false;
     }
-    PageItem item = run.frame();
+    TextItem item = run.frame();
     item.textBegin = static_cast<std::uint32_t>(begin);
     item.textLength = static_cast<std::uint32_t>(text.size());
     m_result.items.push_back(item);
@@ -440,7 +440,7 @@ void ItemBuilder::endChain()
         for (std::size_t i = 0; i < m_chain.count; ++i) {
             length += m_result.items[m_chain.first + i].textLength;
         }
-        PageItem item = m_chain.run.frame();
+        TextItem item = m_chain.run.frame();
         item.textBegin = m_result.items[m_chain.first].textBegin;
         item.textLength = length;
         m_result.items.resize(m_chain.first + 1);

@@ -2,8 +2,8 @@
 
 #include "tools/pagexport/text/blanks.h"
 #include "tools/pagexport/text/drawn_items.h"
-#include "tools/pagexport/text/page_items.h"
 #include "tools/pagexport/text/text_codes.h"
+#include "tools/pagexport/text/text_items.h"
 #include "tools/pagexport/text/text_run.h"
 
 namespace tools {
@@ -25,7 +25,7 @@ class ItemBuilder
 {
 public:
     /// @param result receives the items
-    ItemBuilder(PageItems &result, double pageWidth, double pageHeight);
+    ItemBuilder(TextItems &result, double pageWidth, double pageHeight);
 
     /// Sets the style of the glyphs that follow.
     void setStyle(const TextStyle &style) noexcept;
@@ -79,7 +79,7 @@ private:
     void chainLetter();
     void endChain();
 
-    PageItems &m_result;
+    TextItems &m_result;
     DrawnItems m_drawn;
     BlankDecision m_blankDecision;
     double m_pageWidth;

@@ -82,7 +82,7 @@ void TextRun::append(const TextRun &other)
     hasRightToLeft = hasRightToLeft || other.hasRightToLeft;
 }
 
-PageItem TextRun::frame() const noexcept
+TextItem TextRun::frame() const noexcept
 {
     const double above = (style.vertical ? 0.5 : ascentRatio) * style.size;
     const double below = (style.vertical ? 0.5 : descentRatio) * style.size;
@@ -99,7 +99,7 @@ PageItem TextRun::frame() const noexcept
     };
     const int left = toUnits(low(originX, style.alongX, style.upX));
     const int top = toUnits(low(originY, style.alongY, style.upY));
-    PageItem item;
+    TextItem item;
     item.left = std::max(1, left);
     item.top = std::max(1, top);
     item.width = std::max(1, toUnits(high(originX, style.alongX, style.upX)) - left);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/pagexport/text/page_items.h"
+#include "tools/pagexport/text/text_items.h"
 
 #include <vector>
 
@@ -76,7 +76,7 @@ struct TextRun
     /// Adds the letters of @p other, which stands on the same baseline.
     void append(const TextRun &other);
     /// The item that the run becomes, without its text.
-    PageItem frame() const noexcept;
+    TextItem frame() const noexcept;
 };
 
 } // namespace tools

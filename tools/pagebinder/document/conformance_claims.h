@@ -4,8 +4,8 @@
 
 namespace tools {
 
-/// Whether the metadata in @p xmp says that the file follows an archive profile (PDF/A).
-bool claimsArchiveProfile(const std::string &xmp);
+/// Whether the metadata in @p xmp says that the file follows PDF/A.
+bool claimsPdfA(const std::string &xmp);
 
 /// Changes what @p xmp says to what holds for a file without structure tags: a profile's level "A"
 /// becomes "B", and the claim of general accessibility (PDF/UA) is blanked out. The length stays.

@@ -1,4 +1,4 @@
-#include "tools/pagexport/output/page_export.h"
+#include "tools/pagexport/pagexport.h"
 
 #include "tools/common/report.h"
 #include "tools/common/standard_output.h"
@@ -18,24 +18,24 @@ namespace {
 
 constexpr const char *toolName = "pagexport";
 
-int runOptions(ExportOptions options)
+int run(ExportArguments arguments)
 {
-    if (!options.input.empty()) {
-        options.identity = notedIdentity();
-        options.passwordList = readPasswords(options.passwords);
+    if (!arguments.input.empty()) {
+        arguments.identity = notedIdentity();
+        arguments.passwordList = readPasswords(arguments.passwords);
     }
-    switch (options.action) {
-    case ExportOptions::Action::showHelp:
+    switch (arguments.action) {
+    case ExportArguments::Action::showHelp:
         writeStandardOutput(exportHelp());
         break;
-    case ExportOptions::Action::showVersion:
+    case ExportArguments::Action::showVersion:
         writeStandardOutput("pagexport " QUORLIN_VERSION "\n");
         break;
-    case ExportOptions::Action::exportPages:
-        exportPages(options);
+    case ExportArguments::Action::exportPages:
+        exportPages(arguments);
         break;
-    case ExportOptions::Action::listItems:
-        listItems(options);
+    case ExportArguments::Action::listItems:
+        listItems(arguments);
         break;
     }
     return exitSuccess;
@@ -54,12 +54,12 @@ struct KeepForLostThreads
 using Job = std::unique_ptr<ExportJob, KeepForLostThreads>;
 
 /// Opens the input and hands its pages to @p sink.
-Job runJob(const ExportOptions &options, PageSink &sink)
+Job runJob(const ExportArguments &arguments, PageSink &sink)
 {
     try {
-        InputFile input(options.input, options.identity);
-        input.setPasswords(options.passwordList);
-        Job job(new ExportJob(options, std::move(input), sink));
+        InputFile input(arguments.input, arguments.identity);
+        input.setPasswords(arguments.passwordList);
+        Job job(new ExportJob(arguments, std::move(input), sink));
         try {
             job->run();
         } catch (const ToolError &) {
@@ -68,19 +68,19 @@ Job runJob(const ExportOptions &options, PageSink &sink)
         }
         return job;
     } catch (const std::bad_alloc &) {
-        throw ToolError(options.input, "needs more memory than there is");
+        throw ToolError(arguments.input, "needs more memory than there is");
     }
 }
 
 } // namespace
 
-void exportPages(const ExportOptions &options)
+void exportPages(const ExportArguments &arguments)
 {
-    OutputFolder folder(options.output);
-    folder.removeEarlierExport(options.input);
+    OutputFolder folder(arguments.output);
+    folder.removeEarlierExport(arguments.input);
     PageFiles files(folder);
     try {
-        const Job job = runJob(options, files);
+        const Job job = runJob(arguments, files);
         folder.prepareIndex(files.index());
         job->checkInput();
         folder.publishIndex();
@@ -90,10 +90,10 @@ void exportPages(const ExportOptions &options)
     }
 }
 
-void listItems(const ExportOptions &options)
+void listItems(const ExportArguments &arguments)
 {
     ItemStream stream;
-    const Job job = runJob(options, stream);
+    const Job job = runJob(arguments, stream);
     job->checkInput();
     stream.finish();
 }
@@ -101,7 +101,7 @@ void listItems(const ExportOptions &options)
 int runPageExport(int argc, const char *const *argv)
 {
     try {
-        return runOptions(parseExportOptions(argc, argv));
+        return run(parseExportArguments(argc, argv));
     } catch (const ToolError &error) {
         return reportError(toolName, error);
     } catch (const ReaderGone &) {

@@ -1,4 +1,4 @@
-#include "tools/pagebinder/document/archive_claim.h"
+#include "tools/pagebinder/document/conformance_claims.h"
 
 #include <string_view>
 
@@ -68,7 +68,7 @@ bool blankOut(std::string &xmp, std::size_t found, std::string_view property)
 
 } // namespace
 
-bool claimsArchiveProfile(const std::string &xmp)
+bool claimsPdfA(const std::string &xmp)
 {
     return xmp.find("pdfaid:part") != std::string::npos;
 }

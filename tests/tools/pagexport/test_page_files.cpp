@@ -34,7 +34,7 @@ void writeFile(const QString &path, const QByteArray &content)
 } // namespace
 
 /// What pagexport does with files, names and its command line.
-class TestPageExport : public QObject
+class TestPageFiles : public QObject
 {
     Q_OBJECT
 
@@ -69,7 +69,7 @@ private slots:
     void otherLinesHoldNoneOfTheWords();
 };
 
-void TestPageExport::wholeDocumentGivesAPageFileEachAndNoPicture()
+void TestPageFiles::wholeDocumentGivesAPageFileEachAndNoPicture()
 {
     ExportRun run;
     QCOMPARE(run.run(pagesOf(3)), 0);
@@ -79,7 +79,7 @@ void TestPageExport::wholeDocumentGivesAPageFileEachAndNoPicture()
     QCOMPARE(run.errors(), QByteArray());
 }
 
-void TestPageExport::boundsNumberFromOneAndGivePictures_data()
+void TestPageFiles::boundsNumberFromOneAndGivePictures_data()
 {
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<int>("first");
@@ -90,7 +90,7 @@ void TestPageExport::boundsNumberFromOneAndGivePictures_data()
     QTest::newRow("last alone") << QStringList{"-l", "2"} << 1 << 2;
 }
 
-void TestPageExport::boundsNumberFromOneAndGivePictures()
+void TestPageFiles::boundsNumberFromOneAndGivePictures()
 {
     QFETCH(QStringList, options);
     QFETCH(int, first);
@@ -105,7 +105,7 @@ void TestPageExport::boundsNumberFromOneAndGivePictures()
     }
 }
 
-void TestPageExport::numbersAreTheSameWithAndWithoutBounds()
+void TestPageFiles::numbersAreTheSameWithAndWithoutBounds()
 {
     ExportRun whole;
     ExportRun single;
@@ -114,7 +114,7 @@ void TestPageExport::numbersAreTheSameWithAndWithoutBounds()
     QCOMPARE(single.content("page_pg_0001.htm"), whole.content("page_pg_0005.htm"));
 }
 
-void TestPageExport::tenThousandthPageHasFiveDigits()
+void TestPageFiles::tenThousandthPageHasFiveDigits()
 {
     PdfBuilder pdf;
     const int page = pdf.addPage("BT /F1 12 Tf 72 700 Td (same) Tj ET");
@@ -130,7 +130,7 @@ void TestPageExport::tenThousandthPageHasFiveDigits()
     QCOMPARE(ExportRun::itemsOf(run.content("page_pg_10001.htm")).size(), 1);
 }
 
-void TestPageExport::pagesComeInOrderFromSeveralThreads()
+void TestPageFiles::pagesComeInOrderFromSeveralThreads()
 {
     ExportRun run;
     QCOMPARE(run.run(pagesOf(203)), 0);
@@ -139,7 +139,7 @@ void TestPageExport::pagesComeInOrderFromSeveralThreads()
     }
 }
 
-void TestPageExport::boundsOutsideTheDocumentAreInputErrors_data()
+void TestPageFiles::boundsOutsideTheDocumentAreInputErrors_data()
 {
     QTest::addColumn<QStringList>("options");
     QTest::newRow("last before first") << QStringList{"-f", "3", "-l", "2"};
@@ -151,7 +151,7 @@ void TestPageExport::boundsOutsideTheDocumentAreInputErrors_data()
     QTest::newRow("beyond every integer") << QStringList{"-f", "99999999999999999999999"};
 }
 
-void TestPageExport::boundsOutsideTheDocumentAreInputErrors()
+void TestPageFiles::boundsOutsideTheDocumentAreInputErrors()
 {
     QFETCH(QStringList, options);
     ExportRun run;
@@ -162,7 +162,7 @@ void TestPageExport::boundsOutsideTheDocumentAreInputErrors()
     QCOMPARE(run.errors().count('\n'), 1);
 }
 
-void TestPageExport::wrongUsageIsStatusTwo_data()
+void TestPageFiles::wrongUsageIsStatusTwo_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::newRow("nothing") << QStringList();
@@ -178,7 +178,7 @@ void TestPageExport::wrongUsageIsStatusTwo_data()
     QTest::newRow("output is a folder") << QStringList{"-htmlformat", "a", "/tmp/"};
 }
 
-void TestPageExport::wrongUsageIsStatusTwo()
+void TestPageFiles::wrongUsageIsStatusTwo()
 {
     QFETCH(QStringList, arguments);
     ExportRun run;
@@ -188,7 +188,7 @@ void TestPageExport::wrongUsageIsStatusTwo()
     QCOMPARE(run.output(), QByteArray());
 }
 
-void TestPageExport::helpAndVersionAreOnStandardOutput()
+void TestPageFiles::helpAndVersionAreOnStandardOutput()
 {
     ExportRun run;
     QCOMPARE(run.call({"--help"}), 0);
@@ -202,7 +202,7 @@ void TestPageExport::helpAndVersionAreOnStandardOutput()
     QCOMPARE(run.errors(), QByteArray());
 }
 
-void TestPageExport::inputMayBeginWithADash()
+void TestPageFiles::inputMayBeginWithADash()
 {
     ExportRun run;
     const QString input = run.save(pagesOf(1), "-f.pdf");
@@ -214,7 +214,7 @@ void TestPageExport::inputMayBeginWithADash()
     QCOMPARE(run.texts(), QStringList{"Page no. 1"});
 }
 
-void TestPageExport::earlierExportIsRemovedAndNothingElse()
+void TestPageFiles::earlierExportIsRemovedAndNothingElse()
 {
     ExportRun run;
     const QStringList old{"page.xml",         "page.xml.part",    "page_pg_0001.htm",
@@ -236,7 +236,7 @@ void TestPageExport::earlierExportIsRemovedAndNothingElse()
     }
 }
 
-void TestPageExport::unreadableInputLeavesNothing_data()
+void TestPageFiles::unreadableInputLeavesNothing_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<bool>("exists");
@@ -249,7 +249,7 @@ void TestPageExport::unreadableInputLeavesNothing_data()
     QTest::newRow("picture") << QByteArray("\x89PNG\r\n\x1a\n1234567890") << true;
 }
 
-void TestPageExport::unreadableInputLeavesNothing()
+void TestPageFiles::unreadableInputLeavesNothing()
 {
     QFETCH(QByteArray, content);
     QFETCH(bool, exists);
@@ -263,7 +263,7 @@ void TestPageExport::unreadableInputLeavesNothing()
     QVERIFY(run.errors().contains("in.pdf"));
 }
 
-void TestPageExport::inputIsNeverRemovedWhateverItsName_data()
+void TestPageFiles::inputIsNeverRemovedWhateverItsName_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("as the index") << "page.xml";
@@ -271,7 +271,7 @@ void TestPageExport::inputIsNeverRemovedWhateverItsName_data()
     QTest::newRow("as a picture") << "page_pg_0300.png";
 }
 
-void TestPageExport::inputIsNeverRemovedWhateverItsName()
+void TestPageFiles::inputIsNeverRemovedWhateverItsName()
 {
     QFETCH(QString, name);
     ExportRun run;
@@ -281,7 +281,7 @@ void TestPageExport::inputIsNeverRemovedWhateverItsName()
     QCOMPARE(run.written(), QStringList{name});
 }
 
-void TestPageExport::plantedLinksAreNotFollowed()
+void TestPageFiles::plantedLinksAreNotFollowed()
 {
     ExportRun run;
     writeFile(run.path("precious"), "precious");
@@ -294,7 +294,7 @@ void TestPageExport::plantedLinksAreNotFollowed()
     QVERIFY(!QFileInfo(run.path("page_pg_0001.htm")).isSymLink());
 }
 
-void TestPageExport::unremovableLeftoverIsAnError()
+void TestPageFiles::unremovableLeftoverIsAnError()
 {
     ExportRun run;
     QVERIFY(QDir().mkdir(run.path("page_pg_0005.htm")));
@@ -303,7 +303,7 @@ void TestPageExport::unremovableLeftoverIsAnError()
     QCOMPARE(run.written(), QStringList());
 }
 
-void TestPageExport::missingFolderIsAnError()
+void TestPageFiles::missingFolderIsAnError()
 {
     ExportRun run;
     const QString input = run.save(pagesOf(1));
@@ -311,7 +311,7 @@ void TestPageExport::missingFolderIsAnError()
     QVERIFY(run.errors().contains("nowhere"));
 }
 
-void TestPageExport::fullDiskLeavesNothing()
+void TestPageFiles::fullDiskLeavesNothing()
 {
     PdfBuilder pdf = pagesOf(3);
     pdf.addPage("BT /F1 12 Tf 72 700 Td (" + std::string(5000, 'x') + ") Tj ET");
@@ -330,7 +330,7 @@ void TestPageExport::fullDiskLeavesNothing()
     QCOMPARE(run.written(), QStringList());
 }
 
-void TestPageExport::refusedThreadCostsNoPage()
+void TestPageFiles::refusedThreadCostsNoPage()
 {
     const int pages = 64;
     ExportRun run;
@@ -350,7 +350,7 @@ void TestPageExport::refusedThreadCostsNoPage()
     QCOMPARE(run.written().size(), pages + 1);
 }
 
-void TestPageExport::filesAreReadableByTheirOwnerOnly()
+void TestPageFiles::filesAreReadableByTheirOwnerOnly()
 {
     ExportRun run;
     QCOMPARE(run.run(pagesOf(1), {"-f", "1"}), 0);
@@ -364,7 +364,7 @@ void TestPageExport::filesAreReadableByTheirOwnerOnly()
     }
 }
 
-void TestPageExport::awkwardNamesWork_data()
+void TestPageFiles::awkwardNamesWork_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("blanks") << "a file of mine.pdf";
@@ -375,7 +375,7 @@ void TestPageExport::awkwardNamesWork_data()
     QTest::newRow("no ending") << "statement";
 }
 
-void TestPageExport::awkwardNamesWork()
+void TestPageFiles::awkwardNamesWork()
 {
     QFETCH(QString, name);
     ExportRun run;
@@ -388,7 +388,7 @@ void TestPageExport::awkwardNamesWork()
     QCOMPARE(run.written(), QStringList());
 }
 
-void TestPageExport::worksWithClosedStandardStreams()
+void TestPageFiles::worksWithClosedStandardStreams()
 {
     ExportRun run;
     const QString input = run.save(pagesOf(2));
@@ -404,7 +404,7 @@ void TestPageExport::worksWithClosedStandardStreams()
     QCOMPARE(run.texts(2), QStringList{"Page no. 2"});
 }
 
-void TestPageExport::indexIsWellFormedAndNamesTheFiles()
+void TestPageFiles::indexIsWellFormedAndNamesTheFiles()
 {
     ExportRun run;
     QCOMPARE(run.run(pagesOf(3), {"-f", "2"}), 0);
@@ -429,7 +429,7 @@ void TestPageExport::indexIsWellFormedAndNamesTheFiles()
     QCOMPARE(files, run.written());
 }
 
-void TestPageExport::otherLinesHoldNoneOfTheWords()
+void TestPageFiles::otherLinesHoldNoneOfTheWords()
 {
     ExportRun run;
     QCOMPARE(run.run(pagesOf(1)), 0);
@@ -445,5 +445,5 @@ void TestPageExport::otherLinesHoldNoneOfTheWords()
     }
 }
 
-QUORLIN_TEST(TestPageExport)
-#include "test_page_export.moc"
+QUORLIN_TEST(TestPageFiles)
+#include "test_page_files.moc"

@@ -6,11 +6,12 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tools {
 
 /// The command line of pagexport, understood.
-struct ExportOptions
+struct ExportArguments
 {
     enum class Action { exportPages, listItems, showHelp, showVersion };
 
@@ -34,7 +35,7 @@ struct ExportOptions
 /// Reads the arguments (the program's name first). Options and files may be mixed; "--" ends the
 /// options, so that a file name may begin with "-".
 /// @throws ToolError with status 2 when they make no sense
-ExportOptions parseExportOptions(int argc, const char *const *argv);
+ExportArguments parseExportArguments(int argc, const char *const *argv);
 
 /// The text that --help prints.
 std::string exportHelp();

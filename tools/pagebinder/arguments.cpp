@@ -1,4 +1,4 @@
-#include "tools/pagebinder/command_line.h"
+#include "tools/pagebinder/arguments.h"
 
 #include "tools/common/argument_reader.h"
 
@@ -6,7 +6,7 @@ namespace tools {
 
 namespace {
 
-using Action = BinderCommand::Action;
+using Action = BinderArguments::Action;
 
 void takeRanges(ArgumentReader &reader, std::vector<PageRange> &ranges)
 {
@@ -23,18 +23,18 @@ void takeRanges(ArgumentReader &reader, std::vector<PageRange> &ranges)
     }
 }
 
-void takeAction(ArgumentReader &reader, BinderCommand &command)
+void takeAction(ArgumentReader &reader, BinderArguments &arguments)
 {
     const std::string_view option = reader.take();
-    const bool isFirst = command.action == Action::showHelp;
+    const bool isFirst = arguments.action == Action::showHelp;
     if (option == "-getinfo") {
-        command.action = Action::getInformation;
+        arguments.action = Action::getInformation;
     } else if (option == "-merge") {
-        command.action = Action::merge;
-        takeRanges(reader, command.ranges);
+        arguments.action = Action::merge;
+        takeRanges(reader, arguments.ranges);
     } else if (option == "-split") {
-        command.action = Action::split;
-        command.list = reader.takeValue(option, "a file");
+        arguments.action = Action::split;
+        arguments.list = reader.takeValue(option, "a file");
     } else {
         reader.fail("\"" + std::string(option) + "\" is not understood");
     }
@@ -43,67 +43,67 @@ void takeAction(ArgumentReader &reader, BinderCommand &command)
     }
 }
 
-void takeOutput(ArgumentReader &reader, BinderCommand &command)
+void takeOutput(ArgumentReader &reader, BinderArguments &arguments)
 {
     const std::string_view option = reader.take();
-    if (!command.output.empty()) {
+    if (!arguments.output.empty()) {
         reader.fail("-outfile is given twice");
     }
-    command.output = reader.takeValue(option, "a file");
+    arguments.output = reader.takeValue(option, "a file");
 }
 
-void takePasswords(ArgumentReader &reader, BinderCommand &command)
+void takePasswords(ArgumentReader &reader, BinderArguments &arguments)
 {
     const std::string_view option = reader.take();
-    if (command.passwords != noPasswords) {
+    if (arguments.passwords != noPasswords) {
         reader.fail("-passwords is given twice");
     }
-    command.passwords = takePasswordDescriptor(reader, option);
+    arguments.passwords = takePasswordDescriptor(reader, option);
 }
 
-void checkWhole(const ArgumentReader &reader, const BinderCommand &command)
+void checkWhole(const ArgumentReader &reader, const BinderArguments &arguments)
 {
-    if (command.action == Action::showHelp) {
+    if (arguments.action == Action::showHelp) {
         reader.fail("one of -getinfo, -merge and -split is needed");
     }
-    if (command.action == Action::split) {
-        if (!command.output.empty()) {
+    if (arguments.action == Action::split) {
+        if (!arguments.output.empty()) {
             reader.fail("the list of -split names the outputs, -outfile does not");
         }
-    } else if (command.output.empty()) {
+    } else if (arguments.output.empty()) {
         reader.fail("-outfile is needed");
     }
 }
 
 } // namespace
 
-BinderCommand parseCommandLine(const std::vector<std::string_view> &arguments)
+BinderArguments parseBinderArguments(const std::vector<std::string_view> &words)
 {
-    BinderCommand command;
-    ArgumentReader reader(arguments, "--help shows the usage");
+    BinderArguments arguments;
+    ArgumentReader reader(words, "--help shows the usage");
     if (reader.atEnd()) {
         reader.fail("no input file");
     }
     if (reader.asksOnlyFor("--help") || reader.asksOnlyFor("-h")) {
-        return command;
+        return arguments;
     }
     if (reader.asksOnlyFor("--version")) {
-        command.action = Action::showVersion;
-        return command;
+        arguments.action = Action::showVersion;
+        return arguments;
     }
     // The input stands first, so that its name may look like an option.
-    command.input = reader.takeValue("the command line", "a file");
+    arguments.input = reader.takeValue("the command line", "a file");
     while (!reader.atEnd()) {
         if (reader.peek() == "-outfile") {
-            takeOutput(reader, command);
+            takeOutput(reader, arguments);
         } else if (reader.peek() == "-passwords") {
-            takePasswords(reader, command);
+            takePasswords(reader, arguments);
         } else {
-            takeAction(reader, command);
+            takeAction(reader, arguments);
         }
     }
-    checkWhole(reader, command);
-    return command;
+    checkWhole(reader, arguments);
+    return arguments;
 }
 
 const char *helpText()

@@ -1,4 +1,4 @@
-#include "mainwindow/plain_tip.h"
+#include "widgets/plain_tip.h"
 
 namespace quorlin {
 

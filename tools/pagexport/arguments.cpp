@@ -1,4 +1,4 @@
-#include "tools/pagexport/export_options.h"
+#include "tools/pagexport/arguments.h"
 
 #include "tools/common/argument_reader.h"
 
@@ -12,7 +12,7 @@ namespace tools {
 
 namespace {
 
-using Action = ExportOptions::Action;
+using Action = ExportArguments::Action;
 
 /// Takes the number behind @p option; @p kind says what it counts.
 long long takeNumber(ArgumentReader &arguments, std::string_view option, const std::string &kind)
@@ -43,7 +43,7 @@ std::size_t takeThreadCount(ArgumentReader &arguments, std::string_view option)
 /// What the options say, and the files that stand between them.
 struct Taken
 {
-    ExportOptions options;
+    ExportArguments result;
     std::vector<std::string_view> files;
     bool hasFormat = false;
     bool hasItems = false;
@@ -57,18 +57,18 @@ bool takeOption(ArgumentReader &arguments, std::string_view option, Taken &taken
     } else if (option == "-items") {
         taken.hasItems = true;
     } else if (option == "-f") {
-        taken.options.firstPage = takeNumber(arguments, option, "page number");
+        taken.result.firstPage = takeNumber(arguments, option, "page number");
     } else if (option == "-l") {
-        taken.options.lastPage = takeNumber(arguments, option, "page number");
+        taken.result.lastPage = takeNumber(arguments, option, "page number");
     } else if (option == "-threads") {
-        taken.options.mostThreads = takeThreadCount(arguments, option);
+        taken.result.mostThreads = takeThreadCount(arguments, option);
     } else if (option == "-passwords") {
-        taken.options.passwords = takePasswordDescriptor(arguments, option);
+        taken.result.passwords = takePasswordDescriptor(arguments, option);
     } else if (option == "--help" || option == "-h") {
-        taken.options.action = Action::showHelp;
+        taken.result.action = Action::showHelp;
         return true;
     } else if (option == "--version") {
-        taken.options.action = Action::showVersion;
+        taken.result.action = Action::showVersion;
         return true;
     } else {
         arguments.fail("unknown option \"" + std::string(option) + '"');
@@ -94,14 +94,14 @@ void takeFiles(const ArgumentReader &arguments, Taken &taken)
     if (std::find(taken.files.begin(), taken.files.end(), "") != taken.files.end()) {
         arguments.fail("a file name is empty");
     }
-    taken.options.action = taken.hasItems ? Action::listItems : Action::exportPages;
-    taken.options.input = taken.files.front();
-    taken.options.output = taken.hasItems ? "" : taken.files.back();
+    taken.result.action = taken.hasItems ? Action::listItems : Action::exportPages;
+    taken.result.input = taken.files.front();
+    taken.result.output = taken.hasItems ? "" : taken.files.back();
 }
 
 } // namespace
 
-ExportOptions parseExportOptions(int argc, const char *const *argv)
+ExportArguments parseExportArguments(int argc, const char *const *argv)
 {
     ArgumentReader arguments(argumentsOf(argc, argv), "see pagexport --help");
     Taken taken;
@@ -113,11 +113,11 @@ ExportOptions parseExportOptions(int argc, const char *const *argv)
         } else if (argument == "--") {
             onlyFiles = true;
         } else if (takeOption(arguments, argument, taken)) {
-            return taken.options;
+            return taken.result;
         }
     }
     takeFiles(arguments, taken);
-    return taken.options;
+    return taken.result;
 }
 
 std::string exportHelp()

@@ -10,7 +10,7 @@
 namespace tools {
 
 /// What one start of the program is asked to do.
-struct BinderCommand
+struct BinderArguments
 {
     enum class Action { getInformation, merge, split, showHelp, showVersion };
 
@@ -24,7 +24,7 @@ struct BinderCommand
 
 /// Reads the arguments after the program's name.
 /// @throws ToolError with exitUsageError when they make no sense
-BinderCommand parseCommandLine(const std::vector<std::string_view> &arguments);
+BinderArguments parseBinderArguments(const std::vector<std::string_view> &arguments);
 
 /// The text of --help.
 const char *helpText();

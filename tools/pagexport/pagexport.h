@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/pagexport/export_options.h"
+#include "tools/pagexport/arguments.h"
 
 namespace tools {
 
@@ -11,10 +11,10 @@ int runPageExport(int argc, const char *const *argv);
 
 /// Exports the pages. On failure nothing of this export and nothing of an earlier one is left.
 /// @throws ToolError
-void exportPages(const ExportOptions &options);
+void exportPages(const ExportArguments &arguments);
 
 /// Writes the items of the pages to standard output.
 /// @throws ToolError, ReaderGone
-void listItems(const ExportOptions &options);
+void listItems(const ExportArguments &arguments);
 
 } // namespace tools
