@@ -1,13 +1,17 @@
 #include "pipeline/existing_outputs.h"
 
+#include "pipeline/output_path.h"
+#include "tools/common/name_shortening.h"
+
 #include <QDirIterator>
+#include <QFile>
 #include <QFileInfo>
 #include <QSet>
 
 namespace quorlin {
 
 QString applyExistingPolicy(QList<OutputResult> &outputs, ExistingOutputs policy,
-                            const std::function<bool(const QString &path)> &exists)
+                            const std::function<QString(const QString &path)> &find)
 {
     if (policy == ExistingOutputs::Replace) {
         return {};
@@ -15,13 +19,15 @@ QString applyExistingPolicy(QList<OutputResult> &outputs, ExistingOutputs policy
     qsizetype count = 0;
     QString first;
     for (OutputResult &output : outputs) {
-        if (!exists(output.path)) {
+        const QString path = find(output.path);
+        if (path.isEmpty()) {
             continue;
         }
         if (count++ == 0) {
-            first = output.path;
+            first = path;
         }
         if (policy == ExistingOutputs::Skip) {
+            output.path = path;
             output.state = OutputResult::State::Skipped;
         }
     }
@@ -33,10 +39,15 @@ QString applyExistingPolicy(QList<OutputResult> &outputs, ExistingOutputs policy
            QStringLiteral(" (--existing replace or skip)");
 }
 
-bool isOutputThere(const QString &path)
+QString findOutput(const QString &path, const QString &inputPath)
 {
-    const QFileInfo file(path);
-    return file.exists() || file.isSymLink();
+    const QFileInfo wanted(path);
+    const std::string shortened =
+        tools::shortenOutputName(QFile::encodeName(wanted.fileName()).toStdString(),
+                                 QFile::encodeName(inputBaseName(inputPath)).toStdString(),
+                                 static_cast<std::size_t>(nameLimitOf(wanted.path())));
+    const QFileInfo file(wanted.path() + u'/' + QFile::decodeName(shortened.c_str()));
+    return file.exists() || file.isSymLink() ? file.filePath() : QString();
 }
 
 qsizetype countOtherOutputs(const QString &folder, const QList<OutputResult> &outputs)

@@ -180,7 +180,9 @@ void SplitJob::nameOutputs(UniqueNames &names)
 void SplitJob::settleOutputs()
 {
     SplitFacts &facts = known.facts;
-    const QString fault = applyExistingPolicy(facts.outputs, settings.existing, isOutputThere);
+    const QString fault =
+        applyExistingPolicy(facts.outputs, settings.existing,
+                            [this](const QString &path) { return findOutput(path, known.path); });
     const bool isWritingAny =
         std::any_of(facts.outputs.begin(), facts.outputs.end(), [](const OutputResult &output) {
             return output.state == OutputResult::State::Planned;
