@@ -1,8 +1,8 @@
 #include "batch/session.h"
 
 #include "batch/run_plan.h"
+#include "batch/settings_location.h"
 #include "common/folders.h"
-#include "common/settings_text.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -23,8 +23,10 @@ int Session::complain(const QString &line, int status)
 
 QString Session::settings() const
 {
-    return arguments.settingsFile.isEmpty() ? programFolder + u'/' + settingsFileName()
-                                            : callerPath(arguments.settingsFile);
+    const SettingsPlaces places{
+        arguments.settingsFile.isEmpty() ? QString() : callerPath(arguments.settingsFile),
+        programFolder, QString::fromLatin1(systemSettingsFolder)};
+    return settingsLocation(places, [](const QString &path) { return QFileInfo::exists(path); });
 }
 
 QString Session::toolFolder() const

@@ -1,15 +1,18 @@
 #include "batch/shown_text.h"
 
+#include "tools/common/shown_character.h"
+
 #include <algorithm>
 
 namespace quorlin::batch {
 
 QString printable(const QString &text)
 {
-    QString shown = text;
-    std::replace_if(
-        shown.begin(), shown.end(),
-        [](QChar character) { return character.category() == QChar::Other_Control; }, u'?');
+    QString shown;
+    for (const char32_t character : text.toStdU32String()) {
+        shown +=
+            tools::canBeShown(character) ? QString::fromUcs4(&character, 1) : QStringLiteral("?");
+    }
     return shown;
 }
 

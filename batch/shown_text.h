@@ -4,7 +4,8 @@
 
 namespace quorlin::batch {
 
-/// @p text with every control character shown as "?", so that no file name can steer a terminal.
+/// @p text with "?" in place of every character that must not be shown (see tools::canBeShown()),
+/// so that no name can steer a terminal or look like another.
 QString printable(const QString &text);
 
 /// "1 output", "2 outputs".

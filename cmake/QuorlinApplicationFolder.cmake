@@ -12,8 +12,9 @@ function(quorlin_prepare_application_folder)
         endif()
     endforeach()
     # The settings file belongs to the user once it exists: it is laid down, never overwritten.
-    if(EXISTS "${CMAKE_SOURCE_DIR}/samples/setting.ini"
-       AND NOT EXISTS "${CMAKE_BINARY_DIR}/bin/setting.ini")
-        file(COPY "${CMAKE_SOURCE_DIR}/samples/setting.ini" DESTINATION "${CMAKE_BINARY_DIR}/bin")
+    set(first "${CMAKE_BINARY_DIR}/first_settings/setting.ini")
+    quorlin_write_first_settings("${first}" "${CMAKE_SOURCE_DIR}/samples")
+    if(NOT EXISTS "${CMAKE_BINARY_DIR}/bin/setting.ini")
+        file(COPY "${first}" DESTINATION "${CMAKE_BINARY_DIR}/bin")
     endif()
 endfunction()

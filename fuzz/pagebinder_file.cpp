@@ -5,6 +5,7 @@
 #include "fuzz/scratch_file.h"
 #include "tools/pagebinder/document/information.h"
 #include "tools/pagebinder/merge.h"
+#include "tools/pagebinder/output/output_places.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -41,8 +42,10 @@ std::optional<std::string> merged(const fuzz::ScratchFile &scratch,
     const std::string output = scratch.path("output.pdf");
     try {
         tools::PdfContext context(toolName);
-        tools::SourceFile file(context, scratch.input(), opening);
-        tools::mergePages(file, ranges, output);
+        tools::InputFile input(scratch.input());
+        const tools::OutputPlaces places(input, {output});
+        tools::SourceFile file(context, std::move(input), opening);
+        tools::mergePages(file, ranges, places.at(0));
     } catch (const tools::ToolError &) {
         if (scratch.clear() != 0) {
             std::abort();

@@ -10,7 +10,7 @@ namespace quorlin {
 inline constexpr char makerName[] = "The Quorlin Cleaver makers";
 inline constexpr char makerNotice[] = QT_TRANSLATE_NOOP(
     "AboutDialog",
-    "Copyright 2026 The Quorlin Cleaver makers. Free software under the GNU AGPL, version 3.");
+    "Copyright 2026 The Quorlin Cleaver makers. Free software: GNU AGPL, version 3 or later.");
 inline constexpr char homePageAddress[] = "https://cleaver.example.com";
 inline constexpr char supportMailAddress[] = "support@cleaver.example.com";
 

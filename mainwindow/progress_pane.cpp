@@ -30,7 +30,7 @@ ProgressPane::ProgressPane(QTextEdit *textEdit) : edit(textEdit)
     wrapLines();
     const QScrollBar *bar = edit->verticalScrollBar();
     connect(bar, &QScrollBar::valueChanged, this, [this] { noteScrolling(); });
-    // A narrower pane wraps its lines anew, and the end moves.
+    // A narrower pane wraps its lines again, and the end moves.
     connect(bar, &QScrollBar::rangeChanged, this, [this] {
         if (followsEnd) {
             showEnd();

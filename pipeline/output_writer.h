@@ -48,7 +48,7 @@ private:
 };
 
 /// How many processes share @p outputs, at most @p places: another one pays only for some hundred
-/// outputs, because it opens the input anew.
+/// outputs, because it opens the input again.
 qsizetype passCount(qsizetype outputs, qsizetype places);
 
 } // namespace quorlin

@@ -9,7 +9,7 @@
 namespace quorlin {
 
 // Rules live in the settings file: a marker per rule in the group "orbi", and the values in a
-// section named after the rule. Every call opens the file anew; nothing is cached, so a value
+// section named after the rule. Every call opens the file; nothing is cached, so a value
 // changed by hand is seen by the next action. A missing or unreadable file is an empty one.
 // Functions that read take the file's path; by default it is the one in the current folder.
 

@@ -2,7 +2,7 @@
 #   quorlin-cleaver  starts the window
 #   bin/             the application folder: programs, setting.ini
 #   Plugins/  lib/   Qt's plug-ins, the libraries of both
-#   share/           manual pages, icons, samples
+#   share/           manual and manual pages, icons, samples, notices of the libraries
 
 # Qt's libraries would otherwise come to lie among the machine's own.
 if(CMAKE_INSTALL_PREFIX_INITIALIZED_TO_DEFAULT)
@@ -21,16 +21,22 @@ foreach(program ${QUORLIN_PROGRAMS})
 endforeach()
 
 install(TARGETS ${QUORLIN_PROGRAMS} RUNTIME DESTINATION bin COMPONENT portable)
+if(QUORLIN_CATALOGUES)
+    install(FILES ${QUORLIN_CATALOGUES} DESTINATION bin/translations COMPONENT portable)
+endif()
 install(FILES linux/qt.conf DESTINATION bin COMPONENT portable)
-install(PROGRAMS linux/quorlin-cleaver DESTINATION . COMPONENT portable)
+file(READ linux/window_help.txt QUORLIN_WINDOW_HELP)
+configure_file(linux/quorlin-cleaver.in quorlin-cleaver @ONLY)
+install(PROGRAMS "${CMAKE_CURRENT_BINARY_DIR}/quorlin-cleaver" DESTINATION . COMPONENT portable)
 install(FILES "${CMAKE_SOURCE_DIR}/LICENSE" DESTINATION . COMPONENT portable)
 
 # The settings belong to the user once they exist: laid down, never overwritten.
-set(QUORLIN_SETTINGS "${CMAKE_SOURCE_DIR}/samples/setting.ini")
+set(settings "${CMAKE_CURRENT_BINARY_DIR}/texts/portable/setting.ini")
+quorlin_write_first_settings("${settings}" ../share/doc/quorlin-cleaver/samples)
 install(CODE "
     set(folder \"\${CMAKE_INSTALL_PREFIX}/bin\")
     if(NOT EXISTS \"\$ENV{DESTDIR}\${folder}/setting.ini\")
-        file(INSTALL \"${QUORLIN_SETTINGS}\" DESTINATION \"\${folder}\")
+        file(INSTALL \"${settings}\" DESTINATION \"\${folder}\")
     endif()" COMPONENT portable)
 
 # Only what a window needs: the platforms, the pictures' formats, text input, and TLS for Network.
@@ -58,7 +64,8 @@ install(CODE "
     set(plugins \"${plugins}\")
     include(\"${CMAKE_CURRENT_LIST_DIR}/libraries.cmake\")" COMPONENT portable)
 
-function(quorlin_install_shared component prefix)
+# What a desktop wants: menu entry, metainfo, icons.
+function(quorlin_install_desktop component prefix)
     install(FILES linux/quorlin-cleaver.desktop DESTINATION "${prefix}share/applications"
         COMPONENT ${component} ${ARGN})
     install(FILES "${CMAKE_CURRENT_BINARY_DIR}/com.example.cleaver.metainfo.xml"
@@ -69,9 +76,6 @@ function(quorlin_install_shared component prefix)
             COMPONENT ${component} ${ARGN})
     endforeach()
     install(FILES icons/quorlin-cleaver.svg DESTINATION "${prefix}share/icons/hicolor/scalable/apps"
-        COMPONENT ${component} ${ARGN})
-    file(GLOB samples "${CMAKE_SOURCE_DIR}/samples/*.pdf")
-    install(FILES ${samples} DESTINATION "${prefix}share/doc/quorlin-cleaver/samples"
         COMPONENT ${component} ${ARGN})
     install(FILES completions/quorlin-batch.bash RENAME quorlin-batch
         DESTINATION "${prefix}share/bash-completion/completions" COMPONENT ${component} ${ARGN})
@@ -85,12 +89,12 @@ function(quorlin_install_shared component prefix)
         COMPONENT ${component} ${ARGN})
     install(FILES systemd/quorlin-inbox.path systemd/quorlin-inbox.service
         DESTINATION "${prefix}share/systemd/user" COMPONENT ${component} ${ARGN})
-    foreach(program ${QUORLIN_PROGRAMS})
-        install(FILES man/${program}.1 DESTINATION "${prefix}share/man/man1"
-            COMPONENT ${component} ${ARGN})
-    endforeach()
 endfunction()
 
 configure_file(linux/metainfo.xml.in com.example.cleaver.metainfo.xml @ONLY)
-quorlin_install_shared(portable "")
+quorlin_install_desktop(portable "")
+quorlin_install_documents(portable share/doc/quorlin-cleaver)
+quorlin_install_manual_pages(portable "" "${QUORLIN_PROGRAMS}")
+# Last, because it looks at everything that is installed.
+quorlin_install_materials(portable quorlin-cleaver share/doc/quorlin-cleaver)
 list(APPEND CPACK_GENERATOR TGZ)

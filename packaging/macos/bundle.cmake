@@ -5,6 +5,10 @@ configure_file(macos/Info.plist.in Info.plist @ONLY)
 install(TARGETS ${QUORLIN_PROGRAMS} RUNTIME DESTINATION "${contents}/MacOS" COMPONENT macos)
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/Info.plist" DESTINATION "${contents}" COMPONENT macos)
 install(FILES icons/quorlin-cleaver.icns DESTINATION "${contents}/Resources" COMPONENT macos)
+if(QUORLIN_CATALOGUES)
+    install(FILES ${QUORLIN_CATALOGUES} DESTINATION "${contents}/MacOS/translations" COMPONENT macos)
+endif()
+install(FILES "${CMAKE_SOURCE_DIR}/LICENSE" DESTINATION "${contents}/Resources" COMPONENT macos)
 install(FILES "${CMAKE_SOURCE_DIR}/samples/setting.ini" DESTINATION "${contents}/MacOS"
     COMPONENT macos)
 

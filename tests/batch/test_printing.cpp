@@ -28,6 +28,10 @@ void TestPrinting::theLiveLineFitsTheTerminal()
 void TestPrinting::controlCharactersNeverReachATerminal()
 {
     QCOMPARE(printable(QStringLiteral("a\033[2Jb\n\u009b")), "a?[2Jb??");
+    QCOMPARE(printable(QStringLiteral("a\u202efdp.exe")), "a?fdp.exe");
+    QCOMPARE(printable(QStringLiteral("Müller \u05d0\u65e5 ") + QStringLiteral("😀")),
+             QStringLiteral("Müller \u05d0\u65e5 ") + QStringLiteral("😀"));
+    QCOMPARE(printable(QString(QChar(0xd83d))), QString(QChar::ReplacementCharacter));
 }
 
 void TestPrinting::itemsAreListedInColumns()

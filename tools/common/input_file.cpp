@@ -1,5 +1,7 @@
 #include "tools/common/input_file.h"
 
+#include "tools/common/file_status.h"
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -92,7 +94,7 @@ InputFile::InputFile(std::string path, const std::optional<FileIdentity> &noted)
 
 InputFile::InputFile(InputFile &&other) noexcept
     : m_path(std::move(other.m_path)), m_descriptor(std::exchange(other.m_descriptor, -1)),
-      m_identity(other.m_identity), m_isNoted(other.m_isNoted),
+      m_identity(other.m_identity), m_isNoted(other.m_isNoted), m_fixedPath(other.m_fixedPath),
       m_passwords(std::move(other.m_passwords))
 {
 }
@@ -112,8 +114,9 @@ void InputFile::checkUnchanged() const
     struct stat named
     {
     };
-    if (fstat(m_descriptor, &opened) != 0 || identityOf(opened) != m_identity ||
-        stat(m_path.c_str(), &named) != 0 || identityOf(named) != m_identity) {
+    const char *path = m_fixedPath != nullptr ? m_fixedPath : m_path.c_str();
+    if (lookAtOpen(m_descriptor, opened) != 0 || identityOf(opened) != m_identity ||
+        lookAt(path, named) != 0 || identityOf(named) != m_identity) {
         failChanged();
     }
 }

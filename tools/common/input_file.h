@@ -68,6 +68,10 @@ public:
     /// Bytes in the file when it was opened.
     std::int64_t size() const noexcept { return static_cast<std::int64_t>(m_identity.size); }
 
+    /// Makes checkUnchanged() use this copy of the path, because the sandbox lets no other be
+    /// looked at. @param copy must outlive the object
+    void setFixedPath(const char *copy) noexcept { m_fixedPath = copy; }
+
     /// Compares both the open file and what goes by its path now with what was opened. To be called
     /// when the reading is done and before anything is made of it.
     /// @throws InputChanged
@@ -80,6 +84,7 @@ private:
     int m_descriptor = -1;
     FileIdentity m_identity;
     bool m_isNoted = false;
+    const char *m_fixedPath = nullptr;
     std::vector<std::string> m_passwords;
 };
 

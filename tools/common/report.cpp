@@ -4,16 +4,6 @@
 
 namespace tools {
 
-std::string printable(std::string_view text)
-{
-    std::string shown(text);
-    for (char &c : shown) {
-        const auto byte = static_cast<unsigned char>(c);
-        c = byte < 0x20 || byte == 0x7f ? '?' : c;
-    }
-    return shown;
-}
-
 void reportLine(std::string_view tool, std::string_view file, std::string_view reason)
 {
     std::string line(tool);

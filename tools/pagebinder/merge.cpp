@@ -18,7 +18,7 @@ struct DocumentParts
 {
     explicit DocumentParts(SourceFile &file)
         : source(file), tree(source), drawings(source, tree), names(source),
-          bookmarks(source, names), labels(source), order(source)
+          bookmarks(source, names), labels(source), order(source), fieldParents(source)
     {
     }
 
@@ -29,6 +29,7 @@ struct DocumentParts
     BookmarkIndex bookmarks;
     PageLabelIndex labels;
     CalculationOrder order;
+    FieldParents fieldParents;
 };
 
 namespace {
@@ -37,8 +38,8 @@ constexpr long long mostPages = 1'000'000;
 constexpr int mostAttempts = 4;
 constexpr std::size_t mostHeldObjects = 4096;
 
-/// The copying of one selection of pages. It is made anew when the library repairs the file on the
-/// way.
+/// The copying of one selection of pages. A new one is made when the library repairs the file on
+/// the way.
 class Merge
 {
 public:
@@ -46,7 +47,7 @@ public:
         : m_file(file), m_source(parts.source), m_tree(parts.tree), m_writer(output),
           m_copier(m_source, m_writer), m_resources(m_copier, parts.drawings),
           m_pageWriter(m_copier, m_resources, m_tree), m_destinations(m_copier, parts.names),
-          m_fields(m_copier, parts.order),
+          m_fields(m_copier, parts.order, parts.fieldParents),
           m_annotations(m_copier, m_resources.drawn(), m_destinations, m_fields),
           m_bookmarks(m_copier, m_destinations, parts.bookmarks), m_labels(m_copier, parts.labels),
           m_catalog(m_copier), m_encryption(m_source)
@@ -316,7 +317,7 @@ void PageMerger::forgetObjects()
 }
 
 MergeResult mergePages(SourceFile &file, const std::vector<PageRange> &ranges,
-                       const std::string &output)
+                       const OutputPlace &output)
 {
     const std::unique_ptr<Output> destination = openOutput(output);
     return PageMerger(file).merge(ranges, *destination);

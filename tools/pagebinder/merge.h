@@ -45,9 +45,9 @@ private:
     std::size_t m_copied = 0; ///< objects since the document forgot the last ones
 };
 
-/// Writes one output to @p output, which appears whole or not at all; "-" is standard output.
+/// Writes one output to @p output, which appears whole or not at all.
 /// @throws ToolError as PageMerger::merge() does
 MergeResult mergePages(SourceFile &file, const std::vector<PageRange> &ranges,
-                       const std::string &output);
+                       const OutputPlace &output);
 
 } // namespace tools

@@ -1,6 +1,7 @@
 #include "tools/pagebinder/pagebinder.h"
 
 #include "tools/common/argument_reader.h"
+#include "tools/common/output_path.h"
 #include "tools/common/report.h"
 #include "tools/common/resource_limits.h"
 #include "tools/common/standard_output.h"
@@ -9,9 +10,13 @@
 #include "tools/pagebinder/merge.h"
 #include "tools/pagebinder/output/atomic_output.h"
 #include "tools/pagebinder/output/output_name.h"
+#include "tools/pagebinder/output/output_places.h"
 #include "tools/pagebinder/output/signal_cleanup.h"
 #include "tools/pagebinder/split.h"
+#include "tools/pdf/memory_budget.h"
+#include "tools/sandbox/version_text.h"
 
+#include <algorithm>
 #include <csignal>
 #include <new>
 
@@ -29,18 +34,31 @@ InputFile inputOf(const BinderArguments &arguments, const std::optional<FileIden
 }
 
 constexpr char toolName[] = "pagebinder";
-constexpr std::uint64_t mostMemory = std::uint64_t{2} << 30U;
+constexpr std::uint64_t mostAddresses = std::uint64_t{4} << 30U;
 constexpr std::uint64_t largestOutput = std::uint64_t{16} << 30U;
-constexpr std::uint64_t cpuSeconds = 600;
-constexpr std::uint64_t cpuSecondsPerOutput = 1; // a thousand times what one usually takes
-
-/// Bounds the whole run; the time by the number of outputs it writes.
-void limitTime(std::size_t outputs)
+/// What the run may take at most; each part a multiple of what files take in earnest.
+std::uint64_t cpuSecondsFor(std::uint64_t inputBytes, std::uint64_t outputs, std::uint64_t pages)
 {
-    applyResourceLimits({.cpuSeconds = cpuSeconds + cpuSecondsPerOutput * outputs});
+    constexpr std::uint64_t forAnyFile = 4;
+    constexpr std::uint64_t bytesPerSecond = 1'000'000;
+    constexpr std::uint64_t outputsPerSecond = 10;
+    constexpr std::uint64_t pagesPerSecond = 2'000;
+    return forAnyFile + inputBytes / bytesPerSecond + outputs / outputsPerSecond +
+           pages / pagesPerSecond;
 }
 
-ExitStatus getInformation(PdfContext &context, const BinderArguments &arguments)
+/// The last step before the first byte of the input is read: bounds time and memory by what there
+/// is to do, and gives up what is not needed for it.
+void lockUp(const InputFile &input, const OutputPlaces &places, std::uint64_t outputs,
+            std::uint64_t pages)
+{
+    const auto bytes = static_cast<std::uint64_t>(input.size());
+    applyResourceLimits({.cpuSeconds = cpuSecondsFor(bytes, outputs, pages)});
+    setMemoryBudget(memoryBudgetFor(bytes));
+    enterSandboxOf(toolName, places.sandboxNeeds(input));
+}
+
+ExitStatus getInformation(const BinderArguments &arguments)
 {
     const std::optional<FileIdentity> noted = notedIdentity();
     if (arguments.output != standardOutputName) {
@@ -49,46 +67,61 @@ ExitStatus getInformation(PdfContext &context, const BinderArguments &arguments)
         // Whatever happens from here on, nobody reads an older file's answer.
         removeFile(arguments.output);
     }
-    SourceFile file(context, inputOf(arguments, noted));
-    writeInformation(file, fittingOutput(arguments.input, arguments.output));
+    InputFile input = inputOf(arguments, noted);
+    const OutputPlaces places(input, {arguments.output});
+    lockUp(input, places, 1, 0);
+    PdfContext context(toolName);
+    SourceFile file(context, std::move(input));
+    writeInformation(file, places.at(0));
     return exitSuccess;
 }
 
-ExitStatus merge(PdfContext &context, const BinderArguments &arguments)
+std::uint64_t pagesIn(const std::vector<PageRange> &ranges)
 {
-    if (arguments.output != standardOutputName) {
-        checkOutput(arguments.input, arguments.output);
-    }
-    SourceFile file(context, inputOf(arguments, notedIdentity()));
-    const MergeResult result =
-        mergePages(file, arguments.ranges, fittingOutput(arguments.input, arguments.output));
+    return static_cast<std::uint64_t>(std::clamp<long long>(countPages(ranges), 0, 1'000'000));
+}
+
+ExitStatus merge(const BinderArguments &arguments)
+{
+    InputFile input = inputOf(arguments, notedIdentity());
+    const OutputPlaces places(input, {arguments.output});
+    const OutputPlace &output = places.at(0);
+    lockUp(input, places, 1, pagesIn(arguments.ranges));
+    PdfContext context(toolName);
+    SourceFile file(context, std::move(input));
+    const MergeResult result = mergePages(file, arguments.ranges, output);
     return result.standIns.empty() ? exitSuccess : exitStandIns;
 }
 
-ExitStatus split(PdfContext &context, const BinderArguments &arguments)
+ExitStatus split(const BinderArguments &arguments)
 {
     const std::optional<FileIdentity> noted = notedIdentity();
     const std::vector<SplitEntry> entries = readSplitList(arguments.list);
-    limitTime(entries.size());
-    SourceFile file(context, inputOf(arguments, noted));
-    return splitPages(file, entries);
+    std::vector<std::string> outputs;
+    std::uint64_t pages = 0;
+    for (const SplitEntry &entry : entries) {
+        outputs.push_back(entry.output);
+        pages += pagesIn(entry.ranges);
+    }
+    InputFile input = inputOf(arguments, noted);
+    const OutputPlaces places(input, outputs);
+    lockUp(input, places, entries.size(), pages);
+    PdfContext context(toolName);
+    SourceFile file(context, std::move(input));
+    return splitPages(file, entries, places);
 }
 
 ExitStatus execute(const BinderArguments &arguments)
 {
-    applyResourceLimits({.addressSpaceBytes = mostMemory, .fileBytes = largestOutput});
-    if (arguments.action != BinderArguments::Action::split) {
-        limitTime(1);
-    }
+    applyResourceLimits({.addressSpaceBytes = mostAddresses, .fileBytes = largestOutput});
     removeHiddenFileOnSignals(arguments.input);
-    PdfContext context(toolName);
     switch (arguments.action) {
     case BinderArguments::Action::getInformation:
-        return getInformation(context, arguments);
+        return getInformation(arguments);
     case BinderArguments::Action::merge:
-        return merge(context, arguments);
+        return merge(arguments);
     default:
-        return split(context, arguments);
+        return split(arguments);
     }
 }
 
@@ -100,7 +133,7 @@ ExitStatus runCommand(int argc, char **argv, std::string &input)
         writeStandardOutput(helpText());
         return exitSuccess;
     case BinderArguments::Action::showVersion:
-        writeStandardOutput(std::string(toolName) + " " QUORLIN_VERSION "\n");
+        writeStandardOutput(versionText(toolName));
         return exitSuccess;
     default:
         input = arguments.input;

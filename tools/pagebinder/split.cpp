@@ -2,7 +2,6 @@
 
 #include "tools/common/report.h"
 #include "tools/common/standard_output.h"
-#include "tools/pagebinder/output/output_name.h"
 
 #include <new>
 
@@ -12,11 +11,24 @@ namespace {
 
 constexpr char hexDigits[] = "0123456789abcdef";
 
+void appendHexadecimal(std::string &text, std::string_view bytes)
+{
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        text += "\\x";
+        text += hexDigits[byte >> 4U];
+        text += hexDigits[byte & 15U];
+    }
+}
+
 /// Writes one output after another.
 class Split
 {
 public:
-    explicit Split(SourceFile &file) : m_file(file), m_merger(file) {}
+    Split(SourceFile &file, const OutputPlaces &places)
+        : m_file(file), m_places(places), m_merger(file)
+    {
+    }
 
     void write(std::size_t index, const SplitEntry &entry);
     void finish();
@@ -27,6 +39,7 @@ private:
     void fail(std::size_t index, const ToolError &error);
 
     SourceFile &m_file;
+    const OutputPlaces &m_places;
     PageMerger m_merger;
     ExitStatus m_status = exitSuccess;
     std::string m_change; ///< how the input was found to have changed; empty as long as it has not
@@ -52,8 +65,7 @@ void Split::write(std::size_t index, const SplitEntry &entry)
 
 void Split::merge(std::size_t index, const SplitEntry &entry)
 {
-    checkOutput(m_file.path(), entry.output);
-    const std::unique_ptr<Output> output = openOutput(fittingOutput(m_file.path(), entry.output));
+    const std::unique_ptr<Output> output = openOutput(m_places.at(index - 1));
     const MergeResult result = m_merger.merge(entry.ranges, *output);
     if (!result.standIns.empty() && m_status == exitSuccess) {
         m_status = exitStandIns;
@@ -80,17 +92,17 @@ void Split::finish()
 std::string escapedPath(std::string_view path)
 {
     std::string escaped;
-    for (const char c : path) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (c == '\\') {
+    while (!path.empty()) {
+        const LeadingCharacter character = leadingCharacter(path);
+        const std::string_view bytes = path.substr(0, character.bytes);
+        if (bytes == "\\") {
             escaped += "\\\\";
-        } else if (byte < 0x20 || byte == 0x7f) {
-            escaped += "\\x";
-            escaped += hexDigits[byte >> 4U];
-            escaped += hexDigits[byte & 15U];
+        } else if (character.canBeShown) {
+            escaped += bytes;
         } else {
-            escaped += c;
+            appendHexadecimal(escaped, bytes);
         }
+        path.remove_prefix(character.bytes);
     }
     return escaped;
 }
@@ -118,9 +130,10 @@ std::string failedLine(std::size_t index, std::string_view reason)
     return "failed\t" + std::to_string(index) + '\t' + printable(reason) + '\n';
 }
 
-ExitStatus splitPages(SourceFile &file, const std::vector<SplitEntry> &entries)
+ExitStatus splitPages(SourceFile &file, const std::vector<SplitEntry> &entries,
+                      const OutputPlaces &places)
 {
-    Split split(file);
+    Split split(file, places);
     for (std::size_t i = 0; i < entries.size(); ++i) {
         split.write(i + 1, entries[i]);
     }

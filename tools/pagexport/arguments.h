@@ -25,6 +25,9 @@ struct ExportArguments
     std::vector<std::string> passwordList;  ///< that were read from it
     std::optional<FileIdentity> identity;   ///< that the input must have
 
+    /// The process has nothing else to do, so it gives up what it does not need.
+    bool locksUp = false;
+
     /// Page bounds given to an export ask for the pages' pictures, too.
     bool wantsPictures() const noexcept
     {

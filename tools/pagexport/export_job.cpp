@@ -1,5 +1,6 @@
 #include "tools/pagexport/export_job.h"
 
+#include "tools/common/ending_signals.h"
 #include "tools/common/report.h"
 #include "tools/pagexport/text/geometry.h"
 
@@ -15,18 +16,13 @@ constexpr int pagesPerStep = 8;
 constexpr std::size_t mostWorkers = 8;
 constexpr std::size_t pagesPerWorker = 8;
 constexpr int mostPageWarnings = 10;
-constexpr std::chrono::milliseconds tick{50};
-constexpr std::chrono::seconds openTime{60};
-constexpr std::chrono::milliseconds pageTime{5000};
-constexpr std::chrono::milliseconds pictureTime{10000};
-constexpr std::chrono::milliseconds shortPageTime{500};
-constexpr int pagesWithFullTime = 12; // that may run past it before the others get less
 constexpr int mostLostThreads = 4;
 
 } // namespace
 
 ExportJob::ExportJob(const ExportArguments &arguments, InputFile input, PageSink &sink)
-    : m_arguments(arguments), m_input(std::move(input)), m_sink(sink)
+    : m_arguments(arguments), m_input(std::move(input)), m_sink(sink),
+      m_time(static_cast<std::uint64_t>(m_input.size()))
 {
 }
 
@@ -52,7 +48,7 @@ void ExportJob::run()
 void ExportJob::supervise()
 {
     std::unique_lock lock(m_mutex);
-    while (!m_changed.wait_for(lock, tick, [this] { return m_running == 0; })) {
+    while (!m_changed.wait_for(lock, m_time.tick(), [this] { return m_running == 0; })) {
         for (std::size_t i = 0; i < m_workers.size(); ++i) {
             if (m_workers[i]->watch.check()) {
                 abandon(*m_workers[i]);
@@ -65,6 +61,7 @@ void ExportJob::supervise()
 void ExportJob::abandon(Worker &worker)
 {
     worker.isLost = true;
+    m_time.charge(worker.watch.lastUsed(), true);
     --m_running;
     ++m_lost;
     const int position = worker.position;
@@ -118,6 +115,7 @@ void ExportJob::startWorker(int next, int end)
 // The first worker can do all pages alone, so a refused thread costs time and no page.
 void ExportJob::startOtherWorkers()
 {
+    m_time.shareAmong(workerCount());
     const std::lock_guard lock(m_mutex);
     try {
         while (m_workers.size() < workerCount()) {
@@ -140,6 +138,7 @@ void ExportJob::finishWorker(const std::exception_ptr &error) noexcept
 
 void ExportJob::workAsFirst(Worker &worker) noexcept
 {
+    useSignalStack();
     std::exception_ptr error;
     try {
         std::unique_ptr<PageReader> reader;
@@ -158,10 +157,11 @@ void ExportJob::workAsFirst(Worker &worker) noexcept
 
 void ExportJob::workAsOther(Worker &worker) noexcept
 {
+    useSignalStack();
     std::exception_ptr error;
     try {
         fz_cookie cookie{};
-        worker.watch.begin(cookie, openTime);
+        worker.watch.begin(cookie, m_time.forOpening());
         std::unique_ptr<PageReader> reader;
         try {
             reader = std::make_unique<PageReader>(m_input, PageReader::Warnings::silent, m_pages);
@@ -182,7 +182,7 @@ ExportJob::Step ExportJob::openDocument(Worker &worker, std::unique_ptr<PageRead
 {
     fz_cookie cookie{};
     std::exception_ptr error;
-    worker.watch.begin(cookie, openTime);
+    worker.watch.begin(cookie, m_time.forOpening());
     try {
         reader = std::make_unique<PageReader>(m_input, PageReader::Warnings::shown);
         m_pages = reader->pages();
@@ -261,18 +261,16 @@ ExportJob::Step ExportJob::exportPage(Worker &worker, PageReader &reader, Export
     return Step::done;
 }
 
-PageWatch::Duration ExportJob::textTime() const noexcept
-{
-    return m_expired < pagesWithFullTime ? pageTime : shortPageTime;
-}
-
 ExportJob::Step ExportJob::readPage(Worker &worker, PageReader &reader, ExportedPage &page)
 {
     fz_cookie cookie{};
     std::string reason;
-    worker.watch.begin(cookie, textTime());
+    const PageWatch::Duration time = m_time.forText();
+    const bool hasTime = time > PageWatch::Duration::zero();
+    worker.watch.begin(cookie, time);
     try {
-        reason = reader.openPage(m_first + worker.position);
+        reason = hasTime ? reader.openPage(m_first + worker.position)
+                         : "takes too long, as others did; its text is left out";
         if (reason.empty()) {
             reason = reader.readText(page.items, cookie);
         }
@@ -284,8 +282,8 @@ ExportJob::Step ExportJob::readPage(Worker &worker, PageReader &reader, Exported
     if (outcome == PageWatch::Outcome::abandoned) {
         return Step::lost;
     }
-    if (outcome == PageWatch::Outcome::expired) {
-        ++m_expired;
+    m_time.charge(worker.watch.lastUsed(), outcome == PageWatch::Outcome::expired);
+    if (hasTime && outcome == PageWatch::Outcome::expired) {
         page.items.clear();
         reason = "takes too long; its text is left out";
     }
@@ -302,7 +300,7 @@ ExportJob::Step ExportJob::drawPage(Worker &worker, PageReader &reader, Exported
 {
     fz_cookie cookie{};
     Picture picture;
-    worker.watch.begin(cookie, pictureTime);
+    worker.watch.begin(cookie, m_time.forPicture());
     try {
         picture = reader.drawPicture(cookie);
     } catch (const std::bad_alloc &) {
@@ -312,6 +310,7 @@ ExportJob::Step ExportJob::drawPage(Worker &worker, PageReader &reader, Exported
     if (outcome == PageWatch::Outcome::abandoned) {
         return Step::lost;
     }
+    m_time.charge(worker.watch.lastUsed(), outcome == PageWatch::Outcome::expired);
     if (outcome == PageWatch::Outcome::expired) {
         picture = {{}, "drawing takes too long"};
     }

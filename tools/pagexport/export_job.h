@@ -4,6 +4,7 @@
 #include "tools/pagexport/output/page_sink.h"
 #include "tools/pagexport/pages/page_reader.h"
 #include "tools/pagexport/pages/page_watch.h"
+#include "tools/pagexport/pages/time_budget.h"
 
 #include <atomic>
 #include <condition_variable>
@@ -62,18 +63,17 @@ private:
     void stop(const std::exception_ptr &error) noexcept;
     void setRange(int pages);
     std::size_t workerCount() const;
-    PageWatch::Duration textTime() const noexcept;
     void warn(int position, const std::string &reason);
 
     const ExportArguments m_arguments;
     const InputFile m_input; ///< read by all threads
     PageSink &m_sink;
+    TimeBudget m_time;
     std::shared_ptr<const PageList> m_pages; ///< of the whole document
     int m_first = 0;                         ///< 0-based
     int m_count = 0;                         ///< of the pages exported
 
     std::atomic<int> m_next{0};
-    std::atomic<int> m_expired{0};
     std::atomic<int> m_warnings{0};
     std::atomic<bool> m_stops{false};
 

@@ -7,7 +7,11 @@
 #include "tools/pagexport/output/item_stream.h"
 #include "tools/pagexport/output/output_folder.h"
 #include "tools/pagexport/output/page_files.h"
+#include "tools/pdf/memory_budget.h"
+#include "tools/sandbox/sandbox.h"
+#include "tools/sandbox/version_text.h"
 
+#include <algorithm>
 #include <memory>
 #include <new>
 #include <utility>
@@ -24,12 +28,13 @@ int run(ExportArguments arguments)
         arguments.identity = notedIdentity();
         arguments.passwordList = readPasswords(arguments.passwords);
     }
+    arguments.locksUp = true;
     switch (arguments.action) {
     case ExportArguments::Action::showHelp:
         writeStandardOutput(exportHelp());
         break;
     case ExportArguments::Action::showVersion:
-        writeStandardOutput("pagexport " QUORLIN_VERSION "\n");
+        writeStandardOutput(versionText(toolName));
         break;
     case ExportArguments::Action::exportPages:
         exportPages(arguments);
@@ -53,12 +58,10 @@ struct KeepForLostThreads
 };
 using Job = std::unique_ptr<ExportJob, KeepForLostThreads>;
 
-/// Opens the input and hands its pages to @p sink.
-Job runJob(const ExportArguments &arguments, PageSink &sink)
+/// Hands the pages of @p input to @p sink.
+Job runJob(const ExportArguments &arguments, InputFile input, PageSink &sink)
 {
     try {
-        InputFile input(arguments.input, arguments.identity);
-        input.setPasswords(arguments.passwordList);
         Job job(new ExportJob(arguments, std::move(input), sink));
         try {
             job->run();
@@ -72,15 +75,41 @@ Job runJob(const ExportArguments &arguments, PageSink &sink)
     }
 }
 
+/// Opens the input and bounds the memory by its size.
+InputFile openInput(const ExportArguments &arguments)
+{
+    InputFile input(arguments.input, arguments.identity);
+    input.setPasswords(arguments.passwordList);
+    setMemoryBudget(memoryBudgetFor(static_cast<std::uint64_t>(input.size())));
+    return input;
+}
+
+/// How many pages an export can have at most.
+int mostPages(const ExportArguments &arguments, const InputFile &input)
+{
+    const long long bySize = mostPagesOf(static_cast<std::uint64_t>(input.size()));
+    const long long first = arguments.firstPage.value_or(1);
+    const long long chosen = arguments.lastPage ? *arguments.lastPage - first + 1 : bySize;
+    return static_cast<int>(std::clamp<long long>(chosen, 0, bySize));
+}
+
 } // namespace
 
 void exportPages(const ExportArguments &arguments)
 {
     OutputFolder folder(arguments.output);
     folder.removeEarlierExport(arguments.input);
-    PageFiles files(folder);
+    InputFile input = openInput(arguments);
+    folder.fixNames(mostPages(arguments, input), arguments.wantsPictures(), input);
+    if (arguments.locksUp) {
+        enterSandboxOf(toolName, {{input.descriptor(), folder.descriptor()},
+                                  {folder.descriptor()},
+                                  folder.names().areInPlace(),
+                                  true});
+    }
+    PageFiles files(folder, arguments.input);
     try {
-        const Job job = runJob(arguments, files);
+        const Job job = runJob(arguments, std::move(input), files);
         folder.prepareIndex(files.index());
         job->checkInput();
         folder.publishIndex();
@@ -92,8 +121,15 @@ void exportPages(const ExportArguments &arguments)
 
 void listItems(const ExportArguments &arguments)
 {
+    InputFile input = openInput(arguments);
+    SealedText text(0, arguments.input.size() + 1);
+    input.setFixedPath(text.addPath(arguments.input));
+    text.seal();
+    if (arguments.locksUp) {
+        enterSandboxOf(toolName, {{input.descriptor()}, {}, text.isInPlace(), true});
+    }
     ItemStream stream;
-    const Job job = runJob(arguments, stream);
+    const Job job = runJob(arguments, std::move(input), stream);
     job->checkInput();
     stream.finish();
 }

@@ -59,6 +59,17 @@ pdf_obj *loadWithoutRepair(fz_context *context, pdf_document *document, int numb
     return object;
 }
 
+void adoptPlace(fz_context *context, pdf_document *document, int number, std::int64_t offset,
+                int generation)
+{
+    pdf_xref_entry *const entry = pdf_get_xref_entry_no_null(context, document, number);
+    entry->type = 'n';
+    entry->ofs = offset;
+    entry->stm_ofs = 0;
+    entry->gen = static_cast<unsigned short>(generation);
+    entry->num = number;
+}
+
 void adoptMended(fz_context *context, pdf_document *document, int number, pdf_obj *object,
                  std::size_t stream)
 {
@@ -159,6 +170,11 @@ void adoptObject(fz_context *context, pdf_document *, int, pdf_obj *)
 pdf_obj *loadWithoutRepair(fz_context *context, pdf_document *, int)
 {
     fz_throw(context, FZ_ERROR_GENERIC, "this version of the library reads its objects itself");
+}
+
+void adoptPlace(fz_context *context, pdf_document *, int, std::int64_t, int)
+{
+    fz_throw(context, FZ_ERROR_GENERIC, "this version of the library finds its objects itself");
 }
 
 void adoptMended(fz_context *context, pdf_document *, int, pdf_obj *, std::size_t)

@@ -36,6 +36,11 @@ void adoptObject(fz_context *context, pdf_document *document, int number, pdf_ob
 /// @throws the library's error
 pdf_obj *loadWithoutRepair(fz_context *context, pdf_document *document, int number);
 
+/// Tells @p document, which has rebuilt its table, where object @p number stands that it has not
+/// found. Only where knowsLibrary. @throws the library's error
+void adoptPlace(fz_context *context, pdf_document *document, int number, std::int64_t offset,
+                int generation);
+
 /// Gives @p document an object in place of @p number, which it could not read; takes it over.
 /// @param stream where the data of a stream begins, from the object's place on; 0: no stream
 /// Only where knowsLibrary. @throws the library's error

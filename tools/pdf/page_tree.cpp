@@ -100,12 +100,25 @@ pdf_obj *PageTree::node(int index)
     return object(node.number, node.parent, node.place);
 }
 
+bool PageTree::isRectangle(pdf_obj *value)
+{
+    fz_context *context = m_source.context();
+    pdf_obj *box = m_source.resolve(value);
+    const auto isNumber = [this, context, box](int index) {
+        return pdf_is_number(context, m_source.at(box, index)) != 0;
+    };
+    return pdf_array_len(context, box) == 4 && isNumber(0) && isNumber(1) && isNumber(2) &&
+           isNumber(3);
+}
+
 pdf_obj *PageTree::inherited(const FoundPage &page, pdf_obj *key)
 {
+    // Readers pass over a box that is none and take the one above.
+    const bool isBox = key == PDF_NAME(MediaBox) || key == PDF_NAME(CropBox);
     pdf_obj *holder = page.page;
     for (int index = page.node;; index = list().nodes[static_cast<std::size_t>(index)].parent) {
         pdf_obj *value = m_source.isDictionary(holder) ? m_source.raw(holder, key) : nullptr;
-        if (m_source.resolve(value) != nullptr) {
+        if (m_source.resolve(value) != nullptr && (!isBox || isRectangle(value))) {
             return value;
         }
         if (index < 0) {

@@ -39,6 +39,7 @@ public:
     pdf_obj *inherited(const FoundPage &page, pdf_obj *key);
 
 private:
+    bool isRectangle(pdf_obj *value);
     void tryTableAlone(const PageList &pages);
     pdf_obj *object(int number, int node, int place);
     pdf_obj *node(int index);

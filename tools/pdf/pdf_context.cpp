@@ -1,6 +1,7 @@
 #include "tools/pdf/pdf_context.h"
 
 #include "tools/common/report.h"
+#include "tools/pdf/memory_budget.h"
 
 #include <cstring>
 #include <new>
@@ -16,7 +17,7 @@ constexpr const char *wrongLength = "PDF stream Length incorrect";
 } // namespace
 
 PdfContext::PdfContext(const char *tool)
-    : m_context(fz_new_context(nullptr, nullptr, FZ_STORE_DEFAULT)), m_tool(tool)
+    : m_context(fz_new_context(budgetedMemory(), nullptr, cacheBudget())), m_tool(tool)
 {
     if (m_context == nullptr) {
         throw std::bad_alloc();

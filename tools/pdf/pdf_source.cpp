@@ -1,5 +1,6 @@
 #include "tools/pdf/pdf_source.h"
 
+#include "tools/pdf/file_window.h"
 #include "tools/pdf/object_mender.h"
 #include "tools/pdf/quiet_library.h"
 
@@ -62,6 +63,11 @@ pdf_obj *PdfSource::load(int number)
         if (!m_odd.insert(number).second) {
             return nullptr;
         }
+        if (m_wasRepaired && findLost(number)) {
+            if (pdf_obj *object = loadUnrepaired(number)) {
+                return object;
+            }
+        }
         const MendedObject mended = mendObject(sourceOf(number), number);
         if (mended.isThere) {
             return mended.text.empty() ? nullptr : adopt(number, mended);
@@ -78,6 +84,31 @@ pdf_obj *PdfSource::loadUnrepaired(int number)
     pdf_obj *object = nullptr;
     attempt([this, number, &object] { object = loadWithoutRepair(m_context, m_document, number); });
     return object;
+}
+
+// A repair by the library passes over objects that it takes for the data of a stream whose end is
+// damaged. Other readers take whatever looks like the beginning of an object.
+bool PdfSource::findLost(int number)
+{
+    if (number >= objectCount() || placesOf({number}).front().kind != ObjectPlace::Kind::unknown) {
+        return false;
+    }
+    if (!m_headers) {
+        m_headers.emplace(objectCount());
+        FileWindow file(input());
+        std::int64_t offset = 0;
+        for (auto bytes = file.onwards(0); bytes.begin != bytes.end; bytes = file.onwards(offset)) {
+            const auto size = static_cast<std::size_t>(bytes.end - bytes.begin);
+            m_headers->feed({bytes.begin, size});
+            offset += static_cast<std::int64_t>(size);
+        }
+    }
+    const std::unordered_map<int, ObjectHeader> &headers = m_headers->finish();
+    const auto header = headers.find(number);
+    return header != headers.end() && attempt([this, number, &header] {
+               adoptPlace(m_context, m_document, number, header->second.offset,
+                          header->second.generation);
+           });
 }
 
 pdf_obj *PdfSource::adopt(int number, const MendedObject &mended)

@@ -2,10 +2,12 @@
 
 #include "tools/pdf/kept_object.h"
 #include "tools/pdf/library_internals.h"
+#include "tools/pdf/object_headers.h"
 #include "tools/pdf/source_file.h"
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -136,6 +138,7 @@ public:
 
 private:
     pdf_obj *loadUnrepaired(int number);
+    bool findLost(int number);
     pdf_obj *adopt(int number, const MendedObject &mended);
     std::string sourceOf(int number);
     bool run(void (*call)(void *), void *argument);
@@ -145,8 +148,9 @@ private:
     pdf_document *m_document;
     std::vector<KeptObject> m_held;
     bool m_wasRepaired;
-    std::unordered_set<int> m_odd; ///< objects that the library has refused
-    int m_kidsOf = 0;              ///< node that was asked for its kids last
+    std::unordered_set<int> m_odd;             ///< objects that the library has refused
+    std::optional<ObjectHeaderScan> m_headers; ///< of the file, once an object was not found
+    int m_kidsOf = 0;                          ///< node that was asked for its kids last
     std::unordered_set<int> m_kids;
 };
 

@@ -16,8 +16,8 @@ namespace tools {
 /// beside the table, for readers that know streams (hybrid files, ISO 32000-1, 7.5.8.4), and those
 /// that begin with object 0 and state 1. The library repairs or misses what others find there.
 ///
-/// The library is shown the file with a cross-reference section of no objects behind its end, and
-/// is then given the table that was read here; or it is shown the whole table behind the end.
+/// The library either sees the file with an empty cross-reference section appended, and then gets
+/// the table that was read here; or it sees the whole table appended.
 class QuickOpening : private XrefTarget
 {
 public:

@@ -48,7 +48,8 @@ public:
     /// How often the library has complained about the file so far, see PdfContext::complaints().
     int complaints() const { return m_context.complaints(); }
 
-    /// Opens the file anew to find its objects otherwise: what was taken from the document is gone.
+    /// Opens the file again to find its objects in another way. What was taken from the document is
+    /// no longer valid.
     /// @returns false, and nothing has happened, when that cannot be or would make no difference
     /// @throws ToolError as the constructor does
     bool readAs(Reading reading);

@@ -2,6 +2,7 @@
 
 #include "tools/pagebinder/output/signal_cleanup.h"
 
+#include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -70,8 +71,6 @@ int main(int argc, char **argv)
         return 2;
     }
     tools::removeHiddenFileOnSignals("input.pdf");
-    if (!tools::watchHiddenFile(argv[2])) {
-        return 3;
-    }
+    tools::watchHiddenFile(AT_FDCWD, argv[2]);
     return comeToHarm(argv[1], argv[0]) & 1;
 }

@@ -9,6 +9,7 @@
 #include "tools/common/input_file.h"
 #include "tools/pagebinder/document/information.h"
 #include "tools/pagebinder/merge.h"
+#include "tools/pagebinder/output/output_places.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -159,16 +160,18 @@ void PageBinderInputTest::anInputThatChangesDuringTheWorkIsNoticed()
     QFETCH(Change, change);
     writeOlderOutput("out.pdf");
     tools::PdfContext context("pagebinder");
-    tools::SourceFile file(context, m_input.toStdString());
+    InputFile input(m_input.toStdString());
+    const tools::OutputPlaces places(input,
+                                     {path("out.pdf").toStdString(), path("info").toStdString()});
+    tools::SourceFile file(context, std::move(input));
     changeFile(m_input, change);
     try {
-        tools::mergePages(file, {{1, 5}}, path("out.pdf").toStdString());
+        tools::mergePages(file, {{1, 5}}, places.at(0));
         QFAIL("an output was made of two states of the input");
     } catch (const tools::InputChanged &error) {
         QCOMPARE(QByteArray(error.what()), QByteArray("changed while it was read"));
     }
-    QVERIFY_EXCEPTION_THROWN(tools::writeInformation(file, path("info").toStdString()),
-                             tools::InputChanged);
+    QVERIFY_EXCEPTION_THROWN(tools::writeInformation(file, places.at(1)), tools::InputChanged);
     QCOMPARE(contentOf("out.pdf"), QByteArray("older"));
     QVERIFY(!QFileInfo::exists(path("info")));
     QCOMPARE(hiddenFiles(), QStringList());

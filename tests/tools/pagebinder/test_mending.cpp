@@ -5,6 +5,7 @@
 #include "tests/support/room.h"
 #include "tool_run.h"
 #include "tools/pdf/library_internals.h"
+#include "tools/pdf/object_headers.h"
 #include "tools/pdf/object_mender.h"
 
 #include <QTemporaryDir>
@@ -22,6 +23,9 @@ private slots:
     void deepNestingEnds();
     void pagesAndFontsOfOddSyntaxShow();
     void oneBrokenObjectDoesNotHarmTheOthers();
+    void beginningsOfObjectsAreFound_data();
+    void beginningsOfObjectsAreFound();
+    void objectsBehindAStreamWithoutEndAreFound();
 
 private:
     QTemporaryDir m_folder;
@@ -122,6 +126,69 @@ void PageBinderMendingTest::oneBrokenObjectDoesNotHarmTheOthers()
     const QString output = m_folder.filePath("out.pdf");
     QCOMPARE(merge(input.fileName(), "1-2", output).status, 0);
     QCOMPARE(PdfInspector(output).text(2), QByteArray("page-2-text"));
+}
+
+void PageBinderMendingTest::beginningsOfObjectsAreFound_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QList<int>>("found"); // number, offset, generation
+    const auto add = [](const char *name, const QByteArray &file, const QList<int> &found) {
+        QTest::addRow("%s", name) << file << found;
+    };
+    add("first and last", "7 0 obj null endobj\n8 2 obj", {7, 0, 0, 8, 20, 2});
+    add("no blank behind", "\n7 0 obj<<>>", {7, 1, 0});
+    add("several blanks", "x \r\n 7 \n 0\tobj ", {7, 5, 0});
+    add("the last one counts", "7 0 obj 7 1 obj ", {7, 8, 1});
+    add("part of a number", "a7 0 obj", {});
+    add("part of a word", "7 0 object 7 0 endobj 7 0obj 70 obj", {7, 22, 0});
+    add("no object's number", "0 0 obj 100 0 obj -1 0 obj 99999999999 0 obj", {});
+    add("within a long file", QByteArray(100000, '.') + "\n9 0 obj ", {9, 100001, 0});
+}
+
+void PageBinderMendingTest::beginningsOfObjectsAreFound()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(QList<int>, found);
+    for (const qsizetype piece : {qsizetype(1), qsizetype(50), qsizetype(70), file.size()}) {
+        tools::ObjectHeaderScan scan(100);
+        for (qsizetype i = 0; i < file.size(); i += piece) {
+            scan.feed(file.mid(i, piece).toStdString());
+        }
+        QList<int> numbers;
+        for (int number = 0; number < 100; ++number) {
+            const auto header = scan.finish().find(number);
+            if (header != scan.finish().end()) {
+                numbers << number << int(header->second.offset) << header->second.generation;
+            }
+        }
+        QCOMPARE(numbers, found);
+    }
+}
+
+void PageBinderMendingTest::objectsBehindAStreamWithoutEndAreFound()
+{
+    // The repair takes everything up to the next "endstream" for the data of the damaged stream.
+    TestPdf pdf = TestPdf::pages(2);
+    pdf.stream(19, "/Damaged true", "some data");
+    pdf.object(22, "<</Type/Font/Subtype/Type1/BaseFont/Courier>>");
+    pdf.object(20, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 99 99]/Contents 21 0 R/Resources"
+                   "<</Font<</F 22 0 R>>>>>>");
+    QByteArray file = pdf.bytes();
+    file.replace(file.indexOf("some data\nendstream"), 19,
+                 "some data\nendstr\x05"
+                 "am");
+    file.replace(file.indexOf("/Damaged true/Length 9"), 22, "/Damaged true/Length 0");
+    file.replace("startxref", "startxxxx");
+    QFile input(m_folder.filePath("endless.pdf"));
+    QVERIFY(input.open(QIODevice::WriteOnly));
+    input.write(file);
+    input.close();
+    const QString output = m_folder.filePath("out.pdf");
+    QCOMPARE(merge(input.fileName(), "1-2", output).status, 0);
+    PdfInspector inspector(output);
+    QCOMPARE(inspector.text(2), QByteArray("page-2-text"));
+    QCOMPARE(inspector.value("Root/Pages/Kids/1/Resources/Font/F/BaseFont"),
+             QByteArray("/Courier"));
 }
 
 QUORLIN_TEST(PageBinderMendingTest)

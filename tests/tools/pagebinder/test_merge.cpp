@@ -15,6 +15,7 @@ class PageBinderMergeTest : public QObject
 private slots:
     void init();
     void keepsBoxesRotationUnitAndGroup();
+    void aBoxThatIsNoneLeavesThatOfTheNodeAbove();
     void writesInheritedAttributesOntoThePage();
     void keepsTheContentAsItStands();
     void sharedResourcesCarryNoOtherPagesPictures();
@@ -66,6 +67,23 @@ std::unique_ptr<PdfInspector> PageBinderMergeTest::merged(const TestPdf &pdf, co
         return nullptr;
     }
     return std::make_unique<PdfInspector>(output);
+}
+
+void PageBinderMergeTest::aBoxThatIsNoneLeavesThatOfTheNodeAbove()
+{
+    TestPdf pdf = TestPdf::pages(3);
+    pdf.object(2, "<</Type/Pages/Count 3/Kids[10 0 R 20 0 R 30 0 R]/MediaBox[0 0 200 300]>>");
+    const QByteArray page = "<</Type/Page/Parent 2 0 R/MediaBox";
+    pdf.object(10, page + "[0 null 792]/CropBox[0 0 (a) 9]>>");
+    pdf.object(20, page + "(none)>>");
+    pdf.object(30, page + "[9 9 0 0]>>");
+    const QString output = m_folder->filePath("boxes.pdf");
+    QCOMPARE(merge(pdf.save(m_folder->path(), "odd-boxes.pdf"), "1-3", output).status, 0);
+    PdfInspector inspector(output);
+    QCOMPARE(inspector.value("Root/Pages/Kids/0/MediaBox"), QByteArray("[0 0 200 300]"));
+    QCOMPARE(inspector.value("Root/Pages/Kids/0/CropBox"), QByteArray("null"));
+    QCOMPARE(inspector.value("Root/Pages/Kids/1/MediaBox"), QByteArray("[0 0 200 300]"));
+    QCOMPARE(inspector.value("Root/Pages/Kids/2/MediaBox"), QByteArray("[9 9 0 0]"));
 }
 
 void PageBinderMergeTest::keepsBoxesRotationUnitAndGroup()

@@ -4,6 +4,7 @@
 #include "tests/support/pdf_builder.h"
 #include "tests/support/room.h"
 #include "tools/pagebinder/merge.h"
+#include "tools/pagebinder/output/output_places.h"
 #include "tools/pdf/page_loader.h"
 #include "tools/pdf/pdf_source.h"
 
@@ -351,8 +352,10 @@ QByteArray PageBinderOpeningTest::merged(const QString &path, const QString &out
     QFile::remove(output);
     try {
         tools::PdfContext context("test");
-        SourceFile file(context, path.toStdString(), opening);
-        tools::mergePages(file, ranges, output.toStdString());
+        tools::InputFile input(path.toStdString());
+        const tools::OutputPlaces places(input, {output.toStdString()});
+        SourceFile file(context, std::move(input), opening);
+        tools::mergePages(file, ranges, places.at(0));
     } catch (const tools::ToolError &error) {
         return QByteArray("refused: ") + error.what();
     }

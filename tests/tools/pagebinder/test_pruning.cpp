@@ -31,6 +31,7 @@ private slots:
     void oddContentKeepsItsFonts_data();
     void oddContentKeepsItsFonts();
     void brokenContentKeepsWhatThePageAloneHas();
+    void aFormDrawnInsideAnotherUsesWhatThatOneLists();
     void brokenContentLeavesWhatOtherPagesDraw();
     void brokenFormsKeepWhatTheyMayUse();
     void oddNamesAreFound_data();
@@ -198,6 +199,31 @@ void PageBinderPruningTest::brokenContentKeepsWhatThePageAloneHas()
     for (const char *name : {"Font/A", "Font/B", "XObject/X", "ExtGState/G", "Pattern/P"}) {
         QVERIFY2(output->value(resources + name) != "null", name);
     }
+}
+
+void PageBinderPruningTest::aFormDrawnInsideAnotherUsesWhatThatOneLists()
+{
+    // The page lends the inner forms. They are drawn inside Outer and Middle, so their pictures are
+    // looked for there before the page is asked.
+    const QByteArray form = "/Subtype/Form/BBox[0 0 9 9]";
+    TestPdf pdf = TestPdf::pages(1);
+    pdf.object(10, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 99 99]/Contents 11 0 R/Resources"
+                   "<</XObject<</Outer 100 0 R/Inner 102 0 R/Last 103 0 R/Unused 104 0 R>>>>>>");
+    pdf.stream(11, "", "/Outer Do");
+    pdf.stream(100, form + "/Resources<</XObject<</Middle 101 0 R/A 105 0 R/U 104 0 R>>>>",
+               "/Middle Do");
+    pdf.stream(101, form + "/Resources<</XObject<</B 106 0 R/U 104 0 R>>>>", "/Inner Do");
+    pdf.stream(102, form, "/B Do/Last Do");
+    pdf.stream(103, form, "/A Do/Inner Do");
+    pdf.stream(104, form, "% unused");
+    pdf.stream(105, form, "0 0 5 5 re f");
+    pdf.stream(106, form, "0 0 6 6 re f");
+    const auto output = merged(pdf, "1");
+    QVERIFY(output);
+    const QByteArray outer = "Root/Pages/Kids/0/Resources/XObject/Outer/Resources/XObject/";
+    QVERIFY(output->value(outer + "A") != "null");
+    QVERIFY(output->value(outer + "Middle/Resources/XObject/B") != "null");
+    QVERIFY(!output->everything().contains("% unused"));
 }
 
 void PageBinderPruningTest::brokenContentLeavesWhatOtherPagesDraw()

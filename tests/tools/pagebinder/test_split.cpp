@@ -226,7 +226,8 @@ void PageBinderSplitTest::showsPathsInOneLine()
     QCOMPARE(tools::escapedPath("/plain/Ünïcode \"x\".pdf"),
              std::string("/plain/Ünïcode \"x\".pdf"));
     QCOMPARE(tools::escapedPath("a\nb\tc\\d\x7f\x1b"), std::string("a\\x0ab\\x09c\\\\d\\x7f\\x1b"));
-    QCOMPARE(tools::escapedPath("\xff\x80"), std::string("\xff\x80"));
+    QCOMPARE(tools::escapedPath("\xff\x80"), std::string("\\xff\\x80"));
+    QCOMPARE(tools::escapedPath("a\u202eb"), std::string("a\\xe2\\x80\\xaeb"));
     QCOMPARE(tools::failedLine(3, "no\ngood"), std::string("failed\t3\tno?good\n"));
     QCOMPARE(tools::doneLine(1, {42, {}}, "a"), std::string("done\t1\t42\ta\n"));
     QCOMPARE(tools::doneLine(12, {42, {3, 7}}, "a b"), std::string("standin\t12\t42\t3 7\ta b\n"));

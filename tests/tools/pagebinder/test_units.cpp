@@ -1,6 +1,7 @@
 // The tool's decisions that need no file: ranges, command lines, names, content streams, metadata.
 
 #include "tests/support/room.h"
+#include "tools/common/printable.h"
 #include "tools/common/tool_error.h"
 #include "tools/pagebinder/arguments.h"
 #include "tools/pagebinder/copying/content_scanner.h"
@@ -39,6 +40,8 @@ private slots:
     void blanksOutTheClaimOfAccessibility();
     void leavesOtherMetadataAlone();
     void valuesHoldNoLineBreaks();
+    void messagesShowNoCharacterThatMisleads_data();
+    void messagesShowNoCharacterThatMisleads();
 };
 
 namespace {
@@ -327,6 +330,35 @@ void PageBinderUnitsTest::valuesHoldNoLineBreaks()
     const std::string cut = cleanValue(repeated("ü", 600));
     QVERIFY(cut.size() <= 1000);
     QVERIFY(!QString::fromStdString(cut).contains(QChar::ReplacementCharacter));
+}
+
+void PageBinderUnitsTest::messagesShowNoCharacterThatMisleads_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("shown");
+    const auto row = [](const char *name, const char *text, const char *shown) {
+        QTest::newRow(name) << QByteArray(text) << QByteArray(shown);
+    };
+    row("plain", "/in/a b.pdf", "/in/a b.pdf");
+    row("other scripts", "Müller 日本 שלום 😀", "Müller 日本 שלום 😀");
+    row("controls", "a\n\r\t\033[31mb\x7f", "a????[31mb?");
+    row("controls of the second set", "a\u009b31m\u0085", "a?31m?");
+    row("turned direction", "in\u202efdp.exe", "in?fdp.exe");
+    row("isolates and marks", "\u2066a\u2069\u200f\u061c", "?a???");
+    row("line and paragraph ends", "a\u2028b\u2029c", "a?b?c");
+    row("invisible", "a\u200bb\ufeffc\U000e0041", "a?b?c?");
+    row("no UTF-8", "a\xff\x9b\xc3", "a???");
+    row("longer than need be", "\xc0\x8a\xe0\x80\x8a\xf0\x80\x80\x8a", "?????????");
+    row("half a pair", "\xed\xa0\x80", "?");
+    row("cut character", "a\xe2\x80", "a??");
+    row("beyond the last character", "\xf4\x90\x80\x80", "?");
+}
+
+void PageBinderUnitsTest::messagesShowNoCharacterThatMisleads()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QByteArray, shown);
+    QCOMPARE(QByteArray::fromStdString(printable(text.toStdString())), shown);
 }
 
 QUORLIN_TEST(PageBinderUnitsTest)

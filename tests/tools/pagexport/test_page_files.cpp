@@ -196,7 +196,8 @@ void TestPageFiles::helpAndVersionAreOnStandardOutput()
         QVERIFY2(run.output().contains(word), word);
     }
     QCOMPARE(run.call({"--version"}), 0);
-    QVERIFY(QRegularExpression("^pagexport \\d+\\.\\d+\\.\\d+\n$")
+    QVERIFY(QRegularExpression(
+                "^pagexport \\d+\\.\\d+\\.\\d+\nMuPDF \\d+\\.\\d+\\.\\d+\nsandbox: [^\n]+\n$")
                 .match(QString::fromUtf8(run.output()))
                 .hasMatch());
     QCOMPARE(run.errors(), QByteArray());

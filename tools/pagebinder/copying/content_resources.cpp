@@ -143,12 +143,10 @@ bool ContentResources::takeUnlisted(ResourceUse &use, const Drawing &drawing,
     if (use.isComplete() || (m_source.isDictionary(own) && use.isCoveredBy(own))) {
         return true;
     }
-    const DrawnContent::Node &node = m_drawn.look(drawing);
-    for (const DrawnContent::Name &name : node.unlisted) {
-        if (use.mark(name.kind, name.text) == ResourceUse::Mark::first) {
-            found.push_back({name.kind, use.find(name.kind, name.text)->value});
-        }
-    }
+    const DrawnContent::Node &node =
+        m_drawn.provide(use, drawing, [&found](ResourceKind kind, pdf_obj *value) {
+            found.push_back({kind, value});
+        });
     return node.isWhole;
 }
 

@@ -9,11 +9,22 @@ namespace {
 /// How much is scanned before the question whether anything is still looked for.
 constexpr std::size_t scannedPart = 512;
 
+std::string keyOf(ResourceKind kind, std::string_view name)
+{
+    return static_cast<char>('0' + static_cast<int>(kind)) + std::string(name);
+}
+
 } // namespace
 
 DrawnContent::Node &DrawnContent::look(const Drawing &drawing)
 {
     Node &wanted = open(drawing);
+    settle();
+    return wanted;
+}
+
+void DrawnContent::settle()
+{
     while (!m_unread.empty() || !m_events.empty()) {
         if (!m_unread.empty()) {
             Node *const node = m_unread.back();
@@ -22,10 +33,29 @@ DrawnContent::Node &DrawnContent::look(const Drawing &drawing)
         } else {
             const Event event = std::move(m_events.back());
             m_events.pop_back();
-            take(*event.node, event.name.kind, event.name.text);
+            take(*event.node, event.name.kind, event.name.text, *event.origin);
         }
     }
-    return wanted;
+}
+
+DrawnContent::Node &DrawnContent::provide(ResourceUse &use, const Drawing &drawing,
+                                          const std::function<void(ResourceKind, pdf_obj *)> &isNew)
+{
+    Node &node = look(drawing);
+    for (std::size_t i = 0; i < node.unlisted.size(); ++i) {
+        const Name name = node.unlisted[i];
+        const ResourceUse::Mark mark = use.mark(name.kind, name.text);
+        if (mark == ResourceUse::Mark::unlisted) {
+            continue;
+        }
+        pdf_obj *value = use.find(name.kind, name.text)->value;
+        if (mark == ResourceUse::Mark::first) {
+            isNew(name.kind, value);
+        }
+        connectBelow(node, name.kind, name.text, value);
+        settle();
+    }
+    return node;
 }
 
 DrawnContent::Node *DrawnContent::known(pdf_obj *object) const
@@ -53,28 +83,67 @@ void DrawnContent::read(Node &node)
 {
     const bool isWhole = scan(
         streamsOf(node.drawing),
-        [this, &node](ResourceKind kind, std::string_view name) { take(node, kind, name); },
+        [this, &node](ResourceKind kind, std::string_view name) { take(node, kind, name, node); },
         [] { return true; });
     if (!isWhole) {
         spoil(node);
     }
 }
 
-void DrawnContent::take(Node &node, ResourceKind kind, std::string_view name)
+/// @param origin who needs the name: the node itself, or one that it draws
+void DrawnContent::take(Node &node, ResourceKind kind, std::string_view name, Node &origin)
 {
     const ResourceUse::Mark mark =
         node.own == nullptr ? ResourceUse::Mark::unlisted : node.own->mark(kind, name);
-    if (mark == ResourceUse::Mark::first) {
-        connect(node, kind, node.own->find(kind, name)->value);
-    }
-    if (mark != ResourceUse::Mark::unlisted ||
-        !node.seen.insert(static_cast<char>('0' + static_cast<int>(kind)) + std::string(name))
-             .second) {
+    if (mark == ResourceUse::Mark::unlisted) {
+        need(node, kind, name, origin);
         return;
     }
-    node.unlisted.push_back({kind, std::string(name)});
+    pdf_obj *value = node.own->find(kind, name)->value;
+    if (mark == ResourceUse::Mark::first) {
+        connect(node, kind, value);
+    }
+    if (&origin != &node) {
+        connectBelow(origin, kind, name, value);
+    }
+}
+
+void DrawnContent::need(Node &node, ResourceKind kind, std::string_view name, Node &origin)
+{
+    auto [need, isNew] = node.needs.try_emplace(keyOf(kind, name));
+    if (!need->second.insert(&origin).second) {
+        return;
+    }
+    if (isNew) {
+        node.unlisted.push_back({kind, std::string(name)});
+    }
     for (Node *user : node.users) {
-        m_events.push_back({user, node.unlisted.back()});
+        m_events.push_back({user, {kind, std::string(name)}, &node});
+    }
+}
+
+/// What @p value draws is drawn inside @p top and everything between it and those that need it.
+void DrawnContent::connectBelow(Node &top, ResourceKind kind, std::string_view name, pdf_obj *value)
+{
+    if (drawingsOf(kind, value).empty()) {
+        return;
+    }
+    const std::string key = keyOf(kind, name);
+    std::vector<Node *> waiting = {&top};
+    std::unordered_set<Node *> met = {&top};
+    while (!waiting.empty()) {
+        Node *const node = waiting.back();
+        waiting.pop_back();
+        connect(*node, kind, value);
+        const auto need = node->needs.find(key);
+        if (need == node->needs.end()) {
+            continue;
+        }
+        for (Node *origin : need->second) {
+            if (met.insert(origin).second) {
+                waiting.push_back(origin);
+            }
+        }
     }
 }
 
@@ -82,9 +151,12 @@ void DrawnContent::connect(Node &user, ResourceKind kind, pdf_obj *value)
 {
     for (const Drawing &drawing : drawingsOf(kind, value)) {
         Node &node = open(drawing);
+        if (!node.knownUsers.insert(&user).second) {
+            continue;
+        }
         node.users.push_back(&user);
         for (const Name &name : node.unlisted) {
-            m_events.push_back({&user, name});
+            m_events.push_back({&user, name, &node});
         }
         if (!node.isWhole) {
             spoil(user);

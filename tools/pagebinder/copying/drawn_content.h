@@ -41,8 +41,11 @@ public:
 
     private:
         friend class DrawnContent;
-        std::unordered_set<std::string> seen;
+        /// The unlisted names, and who below needs each of them; the node itself, if its content
+        /// does.
+        std::unordered_map<std::string, std::unordered_set<Node *>> needs;
         std::vector<Node *> users;
+        std::unordered_set<Node *> knownUsers;
         Drawing drawing;
     };
 
@@ -52,6 +55,13 @@ public:
     Node &look(const Drawing &drawing);
     /// The same if it has been looked at before, else null.
     Node *known(pdf_obj *object) const;
+
+    /// Looks names up in @p use that @p drawing and what it draws do not list. What is found there
+    /// is drawn inside the drawing, so it may in turn use what that one lists.
+    /// @param isNew called for each entry that comes into use
+    /// @returns the node of @p drawing, complete
+    Node &provide(ResourceUse &use, const Drawing &drawing,
+                  const std::function<void(ResourceKind, pdf_obj *)> &isNew);
 
     /// What the entry @p value of a resource dictionary draws, if anything.
     std::vector<Drawing> drawingsOf(ResourceKind kind, pdf_obj *value);
@@ -72,12 +82,16 @@ private:
     {
         Node *node;
         Name name;
+        Node *origin;
     };
 
     Node &open(const Drawing &drawing);
     void read(Node &node);
-    void take(Node &node, ResourceKind kind, std::string_view name);
+    void settle();
+    void take(Node &node, ResourceKind kind, std::string_view name, Node &origin);
+    void need(Node &node, ResourceKind kind, std::string_view name, Node &origin);
     void connect(Node &user, ResourceKind kind, pdf_obj *value);
+    void connectBelow(Node &top, ResourceKind kind, std::string_view name, pdf_obj *value);
     void spoil(Node &node);
 
     PdfSource &m_source;

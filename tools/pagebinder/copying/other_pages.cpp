@@ -107,9 +107,7 @@ bool PageDrawings::takeUnlistedOfAll(ResourceUse &use)
 bool PageDrawings::takeUnlisted(ResourceUse &use, const Drawing &drawing)
 {
     bool grows = false;
-    for (const DrawnContent::Name &name : m_drawn->look(drawing).unlisted) {
-        grows = use.mark(name.kind, name.text) == ResourceUse::Mark::first || grows;
-    }
+    m_drawn->provide(use, drawing, [&grows](ResourceKind, pdf_obj *) { grows = true; });
     return grows;
 }
 

@@ -28,7 +28,7 @@ void Annotations::add(const OutputPage &page)
         pdf_obj *dictionary = m_source.at(annotations, i);
         const int number = m_source.numberOf(pdf_array_get(context, annotations, i));
         const Extent extent =
-            m_source.isDictionary(dictionary) ? extentOf(dictionary) : Extent::none;
+            m_source.isDictionary(dictionary) ? extentOf(dictionary, number) : Extent::none;
         if (extent == Extent::none || (number != 0 && added.targets.count(number) != 0)) {
             continue;
         }
@@ -48,13 +48,13 @@ void Annotations::add(const OutputPage &page)
     }
 }
 
-Annotations::Extent Annotations::extentOf(pdf_obj *annotation)
+Annotations::Extent Annotations::extentOf(pdf_obj *annotation, int number)
 {
     pdf_obj *kind = m_source.get(annotation, PDF_NAME(Subtype));
     if (m_source.isName(kind, PDF_NAME(Link)) && m_destinations.leadsOutside(annotation)) {
         return isVisible(annotation) ? Extent::look : Extent::none;
     }
-    if (m_source.isName(kind, PDF_NAME(Widget)) && m_fields.isSigned(annotation)) {
+    if (m_source.isName(kind, PDF_NAME(Widget)) && m_fields.isSigned(annotation, number)) {
         return m_source.get(annotation, PDF_NAME(AP)) == nullptr ? Extent::none : Extent::seal;
     }
     return pdf_is_name(m_source.context(), kind) != 0 ? Extent::whole : Extent::none;

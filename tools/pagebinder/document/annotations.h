@@ -52,7 +52,7 @@ private:
         std::unordered_map<int, int> targets; ///< object number to number in the output
     };
 
-    Extent extentOf(pdf_obj *annotation);
+    Extent extentOf(pdf_obj *annotation, int number);
     bool isVisible(pdf_obj *link);
     void writeLook(const Annotation &annotation, int page);
     void writeAnnotation(const Annotation &annotation, int page);

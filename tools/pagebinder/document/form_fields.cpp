@@ -34,9 +34,8 @@ void FormFields::addWidget(pdf_obj *widget, int number, int target)
     if (pdf_is_string(m_source.context(), appearance)) {
         m_appearances.push_back(PdfSource::bytes(m_source.context(), appearance));
     }
-    pdf_obj *parent = m_source.raw(widget, PDF_NAME(Parent));
-    const int parentNumber = m_source.numberOf(parent);
-    pdf_obj *above = m_source.resolve(parent);
+    const int parentNumber = parentOf(widget, number);
+    pdf_obj *above = m_source.object(parentNumber);
     if (parentNumber > 0 && parentNumber != number && m_source.isDictionary(above)) {
         m_parents[target] = addField(above, parentNumber, target, 0);
     } else if (m_source.get(widget, PDF_NAME(FT)) != nullptr ||
@@ -65,9 +64,8 @@ int FormFields::addField(pdf_obj *dictionary, int number, int kid, int depth)
     if (pdf_is_string(m_source.context(), appearance)) {
         m_appearances.push_back(PdfSource::bytes(m_source.context(), appearance));
     }
-    pdf_obj *parent = m_source.raw(dictionary, PDF_NAME(Parent));
-    const int parentNumber = m_source.numberOf(parent);
-    pdf_obj *above = m_source.resolve(parent);
+    const int parentNumber = parentOf(dictionary, number);
+    pdf_obj *above = m_source.object(parentNumber);
     const auto met = m_byNumber.find(parentNumber);
     // A field that is met again on the way up from itself would close a circle.
     const bool circle = met != m_byNumber.end() && !m_fields[met->second].isPlaced;
@@ -81,7 +79,18 @@ int FormFields::addField(pdf_obj *dictionary, int number, int kid, int depth)
     return target;
 }
 
-pdf_obj *FormFields::inherited(pdf_obj *field, pdf_obj *key)
+/// The number of the field above a widget or field, 0 for none.
+int FormFields::parentOf(pdf_obj *dictionary, int number)
+{
+    pdf_obj *parent = m_source.raw(dictionary, PDF_NAME(Parent));
+    // What has a type or name of its own may well stand at the top.
+    const bool isField = m_source.raw(dictionary, PDF_NAME(FT)) != nullptr ||
+                         m_source.raw(dictionary, PDF_NAME(T)) != nullptr;
+    return parent != nullptr || isField || number == 0 ? m_source.numberOf(parent)
+                                                       : m_fieldParents.parentOf(number);
+}
+
+pdf_obj *FormFields::inherited(pdf_obj *field, int number, pdf_obj *key)
 {
     pdf_obj *node = field;
     for (int depth = 0; depth < deepestField && m_source.isDictionary(node); ++depth) {
@@ -89,15 +98,16 @@ pdf_obj *FormFields::inherited(pdf_obj *field, pdf_obj *key)
         if (value != nullptr) {
             return value;
         }
-        node = m_source.get(node, PDF_NAME(Parent));
+        number = parentOf(node, number);
+        node = m_source.object(number);
     }
     return nullptr;
 }
 
-bool FormFields::isSigned(pdf_obj *widget)
+bool FormFields::isSigned(pdf_obj *widget, int number)
 {
-    return m_source.isName(inherited(widget, PDF_NAME(FT)), PDF_NAME(Sig)) &&
-           inherited(widget, PDF_NAME(V)) != nullptr;
+    return m_source.isName(inherited(widget, number, PDF_NAME(FT)), PDF_NAME(Sig)) &&
+           inherited(widget, number, PDF_NAME(V)) != nullptr;
 }
 
 void FormFields::writeWidgetEntries(pdf_obj *widget, int target)

@@ -2,6 +2,7 @@
 
 #include "tools/pagebinder/copying/object_copier.h"
 #include "tools/pagebinder/document/calculation_order.h"
+#include "tools/pagebinder/document/field_parents.h"
 
 #include <string>
 #include <unordered_map>
@@ -14,8 +15,8 @@ namespace tools {
 class FormFields
 {
 public:
-    FormFields(ObjectCopier &copier, CalculationOrder &order)
-        : m_copier(copier), m_source(copier.source()), m_order(order)
+    FormFields(ObjectCopier &copier, CalculationOrder &order, FieldParents &fieldParents)
+        : m_copier(copier), m_source(copier.source()), m_order(order), m_fieldParents(fieldParents)
     {
     }
 
@@ -27,7 +28,8 @@ public:
 
     /// Whether a widget shows a signature that has been given. On anything but the whole signed
     /// file it is void.
-    bool isSigned(pdf_obj *widget);
+    /// @param number its object number, 0 for none
+    bool isSigned(pdf_obj *widget, int number);
 
     /// Writes what a widget needs of its field: /Parent, or the field's own value.
     void writeWidgetEntries(pdf_obj *widget, int target);
@@ -52,7 +54,8 @@ private:
     };
 
     int addField(pdf_obj *dictionary, int number, int kid, int depth);
-    pdf_obj *inherited(pdf_obj *field, pdf_obj *key);
+    int parentOf(pdf_obj *dictionary, int number);
+    pdf_obj *inherited(pdf_obj *field, int number, pdf_obj *key);
     void writeField(const Field &field);
     void writeDefaultResources(pdf_obj *form);
     void writeCalculationOrder();
@@ -61,6 +64,7 @@ private:
     ObjectCopier &m_copier;
     PdfSource &m_source;
     CalculationOrder &m_order;
+    FieldParents &m_fieldParents;
     std::vector<Field> m_fields;
     std::unordered_map<int, std::size_t> m_byNumber; ///< object number to place in m_fields
     std::unordered_map<int, int> m_parents;          ///< widget to parent, both in the output

@@ -1,5 +1,6 @@
 #include "tools/pagebinder/document/information.h"
 
+#include "tools/common/printable.h"
 #include "tools/pagebinder/output/output.h"
 #include "tools/pdf/page_tree.h"
 
@@ -86,9 +87,10 @@ void appendNature(std::string &text, PdfSource &source)
 std::string cleanValue(const std::string &value)
 {
     std::string cleaned;
-    for (const char c : value) {
-        const auto byte = static_cast<unsigned char>(c);
-        cleaned += byte < 0x20 || byte == 0x7f ? ' ' : c;
+    for (std::string_view rest = value; !rest.empty();) {
+        const LeadingCharacter character = leadingCharacter(rest);
+        cleaned += character.canBeShown ? rest.substr(0, character.bytes) : " ";
+        rest.remove_prefix(character.bytes);
     }
     if (cleaned.size() > longestValue) {
         std::size_t length = longestValue;
@@ -118,7 +120,7 @@ std::string describeDocument(SourceFile &file)
     });
 }
 
-void writeInformation(SourceFile &file, const std::string &output)
+void writeInformation(SourceFile &file, const OutputPlace &output)
 {
     const std::string text = describeDocument(file);
     const std::unique_ptr<Output> destination = openOutput(output);

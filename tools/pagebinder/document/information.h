@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tools/common/tool_error.h"
+#include "tools/pagebinder/output/output.h"
 #include "tools/pdf/source_file.h"
 
 #include <string>
@@ -12,12 +13,12 @@ namespace tools {
 /// @throws ToolError when the file has no pages
 std::string describeDocument(SourceFile &file);
 
-/// Writes that to @p output, which appears whole or not at all; "-" is standard output.
+/// Writes that to @p output, which appears whole or not at all.
 /// @throws ToolError, InputChanged
-void writeInformation(SourceFile &file, const std::string &output);
+void writeInformation(SourceFile &file, const OutputPlace &output);
 
-/// @p value as it may stand in a line: control characters become blanks, and a text too long for a
-/// line is cut between two characters.
+/// @p value as it may stand in a line: characters that must not be shown become blanks, and a text
+/// too long for a line is cut between two characters.
 std::string cleanValue(const std::string &value);
 
 } // namespace tools

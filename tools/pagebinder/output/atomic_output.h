@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tools/pagebinder/output/output.h"
+#include "tools/pagebinder/output/output_places.h"
 
 #include <string>
 
@@ -13,9 +14,9 @@ namespace tools {
 class AtomicOutput : public Output
 {
 public:
-    /// @throws ToolError when the folder does not take the file or something that is no file has
-    ///     the name already
-    explicit AtomicOutput(std::string path);
+    /// @param place must outlive the output
+    /// @throws ToolError when the folder does not take the file
+    explicit AtomicOutput(const OutputPlace &place);
     ~AtomicOutput() override;
 
     void complete() override;
@@ -24,29 +25,16 @@ public:
 private:
     void store(const char *data, std::size_t size) override;
     void clear() override;
-    void open(const std::string &folder);
     void discard() noexcept;
     void fail(int reason);
 
-    std::string m_hidden; ///< empty once there is no hidden file any longer
+    const OutputPlace &m_place;
+    const char *m_hidden = nullptr; ///< null when there is no hidden file
     int m_descriptor = -1;
+    int m_lock = -1; ///< keeps the complete file locked
 };
-
-/// Refuses a path whose file must never be replaced: folders, devices, pipes, and links that lead
-/// to one or to an open file of a process, as /dev/stdout does.
-/// @throws ToolError
-void refuseSpecialFile(const std::string &path);
-
-/// Whether both paths name the same existing file, through links or not.
-bool isSameFile(const std::string &first, const std::string &second);
 
 /// Removes @p path when it is a regular file or a link; whatever else has the name stays.
 void removeFile(const std::string &path);
-
-/// The folder in front of @p path's last part, "." when there is none.
-std::string folderOf(const std::string &path);
-
-/// The last part of @p path.
-std::string nameOf(const std::string &path);
 
 } // namespace tools

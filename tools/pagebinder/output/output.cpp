@@ -25,12 +25,12 @@ private:
 
 } // namespace
 
-std::unique_ptr<Output> openOutput(const std::string &path)
+std::unique_ptr<Output> openOutput(const OutputPlace &place)
 {
-    if (path == standardOutputName) {
+    if (place.folder < 0) {
         return std::make_unique<StandardOutput>();
     }
-    return std::make_unique<AtomicOutput>(path);
+    return std::make_unique<AtomicOutput>(place);
 }
 
 } // namespace tools

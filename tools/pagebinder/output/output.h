@@ -51,7 +51,9 @@ private:
 /// Stands for standard output where the name of an output is asked for.
 constexpr const char *standardOutputName = "-";
 
-/// Opens the output @p path, or standard output for "-". @throws ToolError when that cannot be
-std::unique_ptr<Output> openOutput(const std::string &path);
+struct OutputPlace;
+
+/// Opens the output at @p place, which must outlive it. @throws ToolError when that cannot be
+std::unique_ptr<Output> openOutput(const OutputPlace &place);
 
 } // namespace tools

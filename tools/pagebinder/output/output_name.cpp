@@ -1,7 +1,7 @@
 #include "tools/pagebinder/output/output_name.h"
 
+#include "tools/common/output_path.h"
 #include "tools/common/report.h"
-#include "tools/pagebinder/output/atomic_output.h"
 
 #include <unistd.h>
 

@@ -1,12 +1,15 @@
 #include "tools/pagebinder/output/signal_cleanup.h"
 
+#include "tools/common/ending_signals.h"
+#include "tools/common/printable.h"
 #include "tools/common/tool_error.h"
 
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
 #include <array>
-#include <climits>
+#include <atomic>
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>
@@ -17,8 +20,8 @@ namespace tools {
 namespace {
 
 // A signal handler may touch nothing but plain memory and a few system calls.
-std::array<char, PATH_MAX> hiddenFile{};
-volatile std::sig_atomic_t hiddenFileExists = 0;
+std::atomic<const char *> hiddenFile = nullptr;
+std::atomic<int> hiddenFileFolder = -1;
 constexpr std::uintptr_t belowStackEnd = 65'536;
 constexpr std::uintptr_t largestFrame = 1'048'576;
 std::array<char, 512> overflowLine{};
@@ -26,9 +29,8 @@ std::array<char, 512> timeLine{};
 
 void removeHiddenFile()
 {
-    if (hiddenFileExists != 0) {
-        hiddenFileExists = 0;
-        unlink(hiddenFile.data());
+    if (const char *name = hiddenFile.exchange(nullptr)) {
+        unlinkat(hiddenFileFolder, name, 0);
     }
 }
 
@@ -39,14 +41,13 @@ void say(const char *line)
     }
 }
 
-void endBySignal(int signal)
+void removeAndEnd(int signal)
 {
     removeHiddenFile();
     if (signal == SIGXCPU) {
         say(timeLine.data());
     }
-    std::signal(signal, SIG_DFL);
-    std::raise(signal);
+    endBySignal(signal);
 }
 
 /// Where the interrupted code's stack ended; 0 on machines where that is not known.
@@ -84,31 +85,13 @@ bool isOverflow(const siginfo_t &information, const void *context)
         say(overflowLine.data());
         _exit(exitInputError);
     }
-    // A fault of our own is seen as the crash it is.
-    std::signal(signal, SIG_DFL);
-    std::raise(signal);
+    endBySignal(signal); // a fault of our own is seen as the crash it is
 }
 
 void fillLine(std::array<char, 512> &line, const std::string &input, const char *reason)
 {
-    std::string text = "pagebinder: ";
-    for (const char c : input.substr(0, 300)) {
-        const auto byte = static_cast<unsigned char>(c);
-        text += byte < 0x20 || byte == 0x7f ? '?' : c;
-    }
-    text += reason;
+    const std::string text = "pagebinder: " + printable(input.substr(0, 300)) + reason;
     std::memcpy(line.data(), text.c_str(), text.size() + 1);
-}
-
-void handle(int signal, void (*handler)(int), int flags)
-{
-    struct sigaction action
-    {
-    };
-    action.sa_handler = handler;
-    action.sa_flags = flags;
-    sigemptyset(&action.sa_mask);
-    sigaction(signal, &action, nullptr);
 }
 
 [[maybe_unused]] void handleFaults()
@@ -125,20 +108,9 @@ void handle(int signal, void (*handler)(int), int flags)
     };
     action.sa_sigaction = endByFault;
     action.sa_flags = SA_ONSTACK | SA_SIGINFO;
-    sigemptyset(&action.sa_mask);
+    sigfillset(&action.sa_mask);
     for (const int signal : {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT}) {
         sigaction(signal, &action, nullptr);
-    }
-}
-
-void handleUnlessIgnored(int signal)
-{
-    struct sigaction current
-    {
-    };
-    // Whoever starts the program with a signal ignored, as nohup does, wants it to stay so.
-    if (sigaction(signal, nullptr, &current) == 0 && current.sa_handler != SIG_IGN) {
-        handle(signal, endBySignal, 0);
     }
 }
 
@@ -148,30 +120,22 @@ void removeHiddenFileOnSignals(const std::string &input)
 {
     fillLine(timeLine, input, ": takes too long\n");
     fillLine(overflowLine, input, ": its objects are nested too deeply\n");
-    handleUnlessIgnored(SIGTERM);
-    handleUnlessIgnored(SIGINT);
-    handleUnlessIgnored(SIGHUP);
-    handleUnlessIgnored(SIGXCPU);
-    handle(SIGXFSZ, SIG_IGN, 0);
+    handleEndingSignals(removeAndEnd);
+    std::signal(SIGXFSZ, SIG_IGN);
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
     handleFaults();
 #endif
 }
 
-bool watchHiddenFile(const std::string &path)
+void watchHiddenFile(int folder, const char *name)
 {
-    if (path.size() >= hiddenFile.size()) {
-        return false;
-    }
-    hiddenFileExists = 0;
-    std::memcpy(hiddenFile.data(), path.c_str(), path.size() + 1);
-    hiddenFileExists = 1;
-    return true;
+    hiddenFileFolder = folder;
+    hiddenFile = name;
 }
 
 void forgetHiddenFile()
 {
-    hiddenFileExists = 0;
+    hiddenFile = nullptr;
 }
 
 } // namespace tools

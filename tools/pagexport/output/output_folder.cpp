@@ -1,6 +1,8 @@
 #include "tools/pagexport/output/output_folder.h"
 
+#include "tools/common/output_path.h"
 #include "tools/common/tool_error.h"
+#include "tools/pagexport/output/export_cleanup.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -41,12 +43,6 @@ bool writeAll(int descriptor, std::string_view content)
     return true;
 }
 
-std::string baseOf(const std::string &indexName)
-{
-    const std::size_t dot = indexName.rfind('.');
-    return dot == std::string::npos || dot == 0 ? indexName : indexName.substr(0, dot);
-}
-
 } // namespace
 
 OutputFolder::OutputFolder(const std::string &indexPath)
@@ -55,7 +51,7 @@ OutputFolder::OutputFolder(const std::string &indexPath)
     m_folder = slash == std::string::npos ? "." : indexPath.substr(0, slash + 1);
     m_indexName = slash == std::string::npos ? indexPath : indexPath.substr(slash + 1);
     m_partName = m_indexName + ".part";
-    m_base = baseOf(m_indexName);
+    m_base = baseOfExport(m_indexName);
     if (m_indexName.empty() || m_indexName == "." || m_indexName == "..") {
         throw ToolError(indexPath, "names no file", exitUsageError);
     }
@@ -68,13 +64,6 @@ OutputFolder::OutputFolder(const std::string &indexPath)
 OutputFolder::~OutputFolder()
 {
     close(m_descriptor);
-}
-
-std::string OutputFolder::numberedName(int number, const char *ending) const
-{
-    std::string digits = std::to_string(number);
-    digits.insert(0, fewestDigits - std::min(digits.size(), fewestDigits), '0');
-    return m_base + std::string(numberMark) + digits + ending;
 }
 
 std::string OutputFolder::pathOf(const std::string &name) const
@@ -101,6 +90,7 @@ OutputFolder::Kind OutputFolder::kindOf(std::string_view name) const
 
 void OutputFolder::removeEarlierExport(const std::string &protectedPath)
 {
+    refuseSpecialFile(pathOf(m_indexName));
     struct stat status
     {
     };
@@ -108,19 +98,25 @@ void OutputFolder::removeEarlierExport(const std::string &protectedPath)
         status.st_ino = 0;
         status.st_dev = 0;
     }
-    removeMatching(status.st_dev, status.st_ino, true);
+    removeMatching(status.st_dev, status.st_ino);
+}
+
+void OutputFolder::fixNames(int pages, bool hasPictures, InputFile &input)
+{
+    m_names.emplace(ExportNames::Wanted{m_indexName, pages, hasPictures, input.path()});
+    input.setFixedPath(m_names->inputPath());
+    removeExportOnSignals(m_descriptor, *m_names);
 }
 
 void OutputFolder::removeThisExport() noexcept
 {
-    try {
-        removeMatching(0, 0, false);
-    } catch (...) { // no memory left for the list of names: nothing more can be done
-        return;
+    if (m_names) {
+        removeExport(m_descriptor, *m_names);
+        forgetExport();
     }
 }
 
-void OutputFolder::removeMatching(dev_t device, ino_t inode, bool throws)
+void OutputFolder::removeMatching(dev_t device, ino_t inode)
 {
     const int copy = openat(m_descriptor, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     const std::unique_ptr<DIR, CloseFolder> folder(copy < 0 ? nullptr : fdopendir(copy));
@@ -144,7 +140,8 @@ void OutputFolder::removeMatching(dev_t device, ino_t inode, bool throws)
             status.st_ino == inode && status.st_dev == device) {
             throw ToolError(pathOf(name), "is the input and would be overwritten");
         }
-        if (unlinkat(m_descriptor, name.c_str(), 0) != 0 && errno != ENOENT && throws) {
+        refuseSpecialFile(pathOf(name));
+        if (unlinkat(m_descriptor, name.c_str(), 0) != 0 && errno != ENOENT) {
             throw ToolError(pathOf(name),
                             std::string("is left from before and cannot be removed: ") +
                                 std::strerror(errno));
@@ -152,10 +149,21 @@ void OutputFolder::removeMatching(dev_t device, ino_t inode, bool throws)
     }
 }
 
-void OutputFolder::write(const std::string &name, std::string_view content) const
+void OutputFolder::writePage(int number, std::string_view content) const
 {
-    const int file = openat(m_descriptor, name.c_str(),
-                            O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, ownerOnly);
+    write(number, m_names->page(number), content);
+}
+
+void OutputFolder::writePicture(int number, std::string_view content) const
+{
+    write(number, m_names->picture(number), content);
+}
+
+void OutputFolder::write(int number, const char *name, std::string_view content) const
+{
+    const CreatingFile creating(number);
+    const int file =
+        openat(m_descriptor, name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, ownerOnly);
     if (file < 0) {
         throw ToolError(pathOf(name), std::string("cannot be made: ") + std::strerror(errno));
     }
@@ -170,15 +178,16 @@ void OutputFolder::write(const std::string &name, std::string_view content) cons
 
 void OutputFolder::prepareIndex(std::string_view content) const
 {
-    write(m_partName, content);
+    write(0, m_names->unfinishedIndex(), content);
 }
 
 void OutputFolder::publishIndex() const
 {
-    if (renameat(m_descriptor, m_partName.c_str(), m_descriptor, m_indexName.c_str()) != 0) {
+    if (renameat(m_descriptor, m_names->unfinishedIndex(), m_descriptor, m_names->index()) != 0) {
         throw ToolError(pathOf(m_indexName),
                         std::string("cannot be made: ") + std::strerror(errno));
     }
+    forgetExport();
 }
 
 } // namespace tools

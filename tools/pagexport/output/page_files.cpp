@@ -39,6 +39,10 @@ void appendAttribute(std::string &xml, std::string_view name, std::string_view v
 
 void PageFiles::begin(int first, int count)
 {
+    if (count > m_folder.names().mostPages()) {
+        throw ToolError(m_input, "has more pages than a file of its size can have: " +
+                                     std::to_string(count));
+    }
     m_first = first;
     m_records.resize(static_cast<std::size_t>(count));
 }
@@ -51,10 +55,10 @@ void PageFiles::take(const ExportedPage &page)
     record = {page.width, page.height, static_cast<int>(page.items.items.size()),
               !page.picture.empty(), page.state == PageState::whole};
     if (record.hasPicture) {
-        m_folder.write(m_folder.pictureName(number), page.picture);
+        m_folder.writePicture(number, page.picture);
     }
     writePageHtml(html, page.items, m_first + page.position);
-    m_folder.write(m_folder.pageName(number), html);
+    m_folder.writePage(number, html);
 }
 
 std::string PageFiles::index() const
@@ -72,9 +76,9 @@ std::string PageFiles::index() const
         appendAttribute(xml, "width", std::to_string(record.width));
         appendAttribute(xml, "height", std::to_string(record.height));
         appendAttribute(xml, "items", std::to_string(record.items));
-        appendAttribute(xml, "file", m_folder.pageName(number));
+        appendAttribute(xml, "file", m_folder.names().page(number));
         if (record.hasPicture) {
-            appendAttribute(xml, "picture", m_folder.pictureName(number));
+            appendAttribute(xml, "picture", m_folder.names().picture(number));
         }
         if (!record.isComplete) {
             appendAttribute(xml, "complete", "no");

@@ -3,6 +3,8 @@
 #include "tools/pagexport/output/output_folder.h"
 #include "tools/pagexport/output/page_sink.h"
 
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace tools {
@@ -12,7 +14,11 @@ namespace tools {
 class PageFiles : public PageSink
 {
 public:
-    explicit PageFiles(const OutputFolder &folder) : m_folder(folder) {}
+    /// @param input path of the input, for messages
+    PageFiles(const OutputFolder &folder, std::string input)
+        : m_folder(folder), m_input(std::move(input))
+    {
+    }
 
     void begin(int first, int count) override;
     void take(const ExportedPage &page) override;
@@ -31,6 +37,7 @@ private:
     };
 
     const OutputFolder &m_folder;
+    const std::string m_input;
     int m_first = 0; ///< number in the document of the first page exported
     std::vector<Record> m_records;
 };

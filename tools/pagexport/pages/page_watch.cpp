@@ -9,8 +9,11 @@ namespace tools {
 namespace {
 
 // How long the library may take to notice the flag.
-constexpr std::chrono::seconds grace{3};
-constexpr int wallFactor = 5;
+constexpr std::chrono::seconds grace{1};
+constexpr int wallFactor = 20;
+// So long a thread may wait for its turn on a busy machine; short limits are of processor time
+// only.
+constexpr std::chrono::seconds mostWaiting{1};
 
 PageWatch::Duration timeOf(clockid_t clock)
 {
@@ -47,16 +50,27 @@ PageWatch::Outcome PageWatch::end()
 {
     const std::lock_guard lock(m_mutex);
     m_cookie = nullptr;
+    m_lastUsed = used();
     if (m_abandoned) {
         return Outcome::abandoned;
     }
     return m_expired ? Outcome::expired : Outcome::inTime;
 }
 
+PageWatch::Duration PageWatch::lastUsed()
+{
+    const std::lock_guard lock(m_mutex);
+    return m_lastUsed;
+}
+
 PageWatch::Duration PageWatch::used() const noexcept
 {
     const Duration wall = timeOf(CLOCK_MONOTONIC) - m_wallStart;
-    return m_hasClock ? std::max(timeOf(m_clock) - m_processorStart, wall / wallFactor) : wall;
+    if (!m_hasClock) {
+        return wall;
+    }
+    const Duration byWall = wall > mostWaiting ? wall / wallFactor : Duration::zero();
+    return std::max(timeOf(m_clock) - m_processorStart, byWall);
 }
 
 bool PageWatch::check()
@@ -72,6 +86,7 @@ bool PageWatch::check()
         __atomic_store_n(&m_cookie->abort, 1, __ATOMIC_RELAXED);
     }
     m_abandoned = time >= m_limit + grace;
+    m_lastUsed = time;
     return m_abandoned;
 }
 

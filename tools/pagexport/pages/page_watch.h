@@ -27,6 +27,8 @@ public:
     void begin(fz_cookie &cookie, Duration limit);
     /// Worker: the step is over.
     Outcome end();
+    /// The time of the step that ended or was abandoned last, as it is held against its limit.
+    Duration lastUsed();
     /// Supervisor: aborts a step that is over its time.
     /// @return true when that did not help and the step is now abandoned; said once
     bool check();
@@ -38,6 +40,7 @@ private:
     std::mutex m_mutex;
     fz_cookie *m_cookie = nullptr; ///< set while a step runs
     Duration m_limit{};
+    Duration m_lastUsed{};
     Duration m_wallStart{};
     Duration m_processorStart{};
     clockid_t m_clock{}; ///< processor time of the worker's thread

@@ -24,8 +24,8 @@ struct FontCode
     Letters letters;         ///< what it stands for
 };
 
-/// Looks character codes up in a font once and remembers the answers: the library's own tables are
-/// searched anew for every character.
+/// Looks character codes up in a font once and remembers the answers: the library searches
+/// its own tables again for every character.
 class CachedFont
 {
 public:
