@@ -1,140 +1,33 @@
 #include "batch/arguments.h"
 
+#include "batch/argument_values.h"
+
 #include <QCommandLineOption>
 #include <QCommandLineParser>
 #include <QSet>
+
+#include <algorithm>
 
 namespace quorlin::batch {
 
 namespace {
 
-// Names of the options, as the parser wants them.
-const QString ruleOption = QStringLiteral("rule");
-const QString positionOption = QStringLiteral("position");
-const QString methodOption = QStringLiteral("method");
-const QString blankPagesOption = QStringLiteral("pages-without-text");
-const QString outputOption = QStringLiteral("output");
-const QString createOption = QStringLiteral("create");
-const QString jobsOption = QStringLiteral("jobs");
-const QString timeoutOption = QStringLiteral("timeout");
-const QString quietOption = QStringLiteral("quiet");
-const QString verboseOption = QStringLiteral("verbose");
-const QString listRulesOption = QStringLiteral("list-rules");
-const QString listItemsOption = QStringLiteral("list-items");
-const QString pageOption = QStringLiteral("page");
-const QString settingsOption = QStringLiteral("settings");
-const QString toolsOption = QStringLiteral("tools");
-const QString helpOption = QStringLiteral("help");
-const QString versionOption = QStringLiteral("version");
-
 constexpr int mostJobs = 1024;
 constexpr int longestTimeout = 24 * 3600;
 constexpr int lastPage = 99999999;
+constexpr int largestTolerance = 100000;
 
 void declareOptions(QCommandLineParser &parser)
 {
-    for (const QString &name :
-         {ruleOption, positionOption, methodOption, blankPagesOption, outputOption, jobsOption,
-          timeoutOption, listItemsOption, pageOption, settingsOption, toolsOption}) {
-        parser.addOption(QCommandLineOption(name, {}, QStringLiteral("value")));
-    }
-    for (const QString &name :
-         {createOption, quietOption, verboseOption, listRulesOption, versionOption}) {
-        parser.addOption(QCommandLineOption(name));
-    }
-    parser.addOption(QCommandLineOption(QStringList{QStringLiteral("h"), helpOption}));
-}
-
-std::optional<int> numberWithin(const QString &text, int lowest, int highest)
-{
-    bool whole = false;
-    const int number = text.toInt(&whole);
-    if (!whole || number < lowest || number > highest) {
-        return std::nullopt;
-    }
-    return number;
-}
-
-/// Takes the options' values into arguments and remembers the first fault.
-class ValueReader
-{
-public:
-    explicit ValueReader(const QCommandLineParser &commandLine) : parser(commandLine) {}
-
-    QString fault() const { return faultText; }
-
-    bool has(const QString &option) const { return parser.isSet(option); }
-
-    QString text(const QString &option)
-    {
-        QString value = parser.value(option);
-        if (has(option) && value.isEmpty()) {
-            complain(QStringLiteral("--") + option + QStringLiteral(" an empty value"));
+    for (const OptionGroup &group : optionGroups()) {
+        for (const Option &option : group.options) {
+            QStringList names = {QLatin1String(option.name)};
+            if (names.constFirst() == QLatin1String("help")) {
+                names.prepend(QStringLiteral("h"));
+            }
+            parser.addOption(QCommandLineOption(
+                names, {}, option.value != nullptr ? QStringLiteral("value") : QString()));
         }
-        return value;
-    }
-
-    int number(const QString &option, int fallback, int lowest, int highest, const QString &rule)
-    {
-        if (!has(option)) {
-            return fallback;
-        }
-        const std::optional<int> value = numberWithin(parser.value(option), lowest, highest);
-        if (!value) {
-            complain(QStringLiteral("--") + option + QStringLiteral(" takes ") + rule);
-        }
-        return value.value_or(fallback);
-    }
-
-    void complain(const QString &what)
-    {
-        if (faultText.isEmpty()) {
-            faultText = what;
-        }
-    }
-
-private:
-    const QCommandLineParser &parser;
-    QString faultText;
-};
-
-void readBlankPages(ValueReader &values, const QString &choice, Arguments &arguments)
-{
-    if (!values.has(blankPagesOption)) {
-        return;
-    }
-    if (choice == QLatin1String("join")) {
-        arguments.blankPages = BlankPages::Join;
-    } else if (choice == QLatin1String("separate")) {
-        arguments.blankPages = BlankPages::Separate;
-    } else if (choice == QLatin1String("drop")) {
-        arguments.blankPages = BlankPages::Drop;
-    } else if (choice == QLatin1String("fail")) {
-        arguments.blankPagesFail = true;
-    } else {
-        values.complain(QStringLiteral("--pages-without-text takes join, separate, drop or fail"));
-    }
-}
-
-void readPosition(ValueReader &values, const QString &text, Arguments &arguments)
-{
-    if (!values.has(positionOption)) {
-        return;
-    }
-    arguments.position = parsePosition(text);
-    if (!arguments.position) {
-        values.complain(QStringLiteral("--position takes LEFT,TOP as --list-items shows them, "
-                                       "for example 591,72"));
-    }
-}
-
-void readMode(ValueReader &values, const QString &itemsFile, Arguments &arguments)
-{
-    if (values.has(listItemsOption)) {
-        arguments.mode = Mode::ListItems;
-        arguments.files.prepend(itemsFile);
-    } else if (values.has(listRulesOption)) {
-        arguments.mode = Mode::ListRules;
     }
 }
 
@@ -151,6 +44,129 @@ QString repeatedOption(const QCommandLineParser &parser)
     return {};
 }
 
+/// An option that does not go with the mode, or an empty text.
+QString foreignOption(const QCommandLineParser &parser, Mode mode)
+{
+    for (const OptionGroup &group : optionGroups()) {
+        for (const Option &option : group.options) {
+            if (parser.isSet(QLatin1String(option.name)) &&
+                (option.modes & static_cast<int>(mode)) == 0) {
+                return QLatin1String(option.name);
+            }
+        }
+    }
+    return {};
+}
+
+void readPlace(ValueReader &values, const QCommandLineParser &parser, Arguments &arguments)
+{
+    arguments.rule = values.text("rule");
+    if (values.has("position")) {
+        arguments.position = parsePosition(parser.value(QStringLiteral("position")));
+        if (!arguments.position) {
+            values.complain(QStringLiteral("--position takes LEFT,TOP as --list-items shows them, "
+                                           "for example 591,72"));
+        }
+    }
+    if (values.has("region")) {
+        arguments.region = parseRegion(parser.value(QStringLiteral("region")));
+        if (!arguments.region) {
+            values.complain(QStringLiteral("--region takes LEFT,TOP,WIDTH,HEIGHT in the units of "
+                                           "--list-items, for example 560,60,200,30"));
+        }
+    }
+    arguments.label = values.text("after").simplified();
+    if (values.has("after") && arguments.label.isEmpty()) {
+        values.complain(QStringLiteral("--after takes the words before the text"));
+    }
+    arguments.tolerance = values.number("tolerance", 0, 0, largestTolerance, "0 to 100000 units");
+    if (values.has("match")) {
+        arguments.match = QRegularExpression(values.text("match"),
+                                             QRegularExpression::UseUnicodePropertiesOption);
+        if (const QString fault = patternFault(arguments.match); !fault.isEmpty()) {
+            values.complain(QStringLiteral("--match: ") + fault);
+        }
+    }
+}
+
+void readSplit(ValueReader &values, Arguments &arguments)
+{
+    arguments.method = values.number("method", 1, 1, 3, "1, 2 or 3");
+    using Choice = std::optional<BlankPages>;
+    arguments.blankPages = values.choice<Choice>("pages-without-text", std::nullopt,
+                                                 {{"join", BlankPages::Join},
+                                                  {"separate", BlankPages::Separate},
+                                                  {"drop", BlankPages::Drop},
+                                                  {"fail", std::nullopt}},
+                                                 "join, separate, drop or fail");
+    arguments.blankPagesFail =
+        values.has("pages-without-text") && !arguments.blankPages && values.fault().isEmpty();
+    arguments.dryRun = values.has("dry-run");
+    arguments.fileList = values.text("files-from");
+    arguments.fileListHasNul = values.has("null");
+    arguments.jobs = values.number("jobs", 0, 1, mostJobs, "1 to 1024");
+}
+
+void readOutputs(ValueReader &values, Arguments &arguments)
+{
+    arguments.outputFolder = values.text("output");
+    arguments.createOutputFolder = values.has("create");
+    arguments.flat = values.has("flat");
+    if (values.has("name")) {
+        arguments.names = NamePattern(values.text("name"));
+        if (const QString fault = arguments.names.fault(); !fault.isEmpty()) {
+            values.complain(QStringLiteral("--name: ") + fault);
+        }
+    }
+    arguments.existing = values.choice<ExistingOutputs>("existing", ExistingOutputs::Replace,
+                                                        {{"replace", ExistingOutputs::Replace},
+                                                         {"skip", ExistingOutputs::Skip},
+                                                         {"fail", ExistingOutputs::Fail}},
+                                                        "replace, skip or fail");
+    arguments.report = values.text("report");
+    const bool isKnown = arguments.report == QLatin1String("-") ||
+                         arguments.report.endsWith(QLatin1String(".json"), Qt::CaseInsensitive) ||
+                         arguments.report.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive);
+    if (!arguments.report.isEmpty() && !isKnown) {
+        values.complain(QStringLiteral("--report takes a file whose name ends in .json or .csv, or "
+                                       "\"-\""));
+    }
+}
+
+/// The mode that the options ask for, and the rule and the file that come with it.
+void readMode(ValueReader &values, Arguments &arguments)
+{
+    struct Asking
+    {
+        const char *option;
+        Mode mode;
+    };
+    constexpr Asking askings[] = {
+        {"list-items", Mode::ListItems},     {"list-rules", Mode::ListRules},
+        {"save-rule", Mode::SaveRule},       {"remove-rule", Mode::RemoveRule},
+        {"rename-rule", Mode::RenameRule},   {"export-rules", Mode::ExportRules},
+        {"import-rules", Mode::ImportRules},
+    };
+    for (const auto &[option, mode] : askings) {
+        if (!values.has(option)) {
+            continue;
+        }
+        arguments.mode = mode;
+        const bool takesFile =
+            mode == Mode::ListItems || mode == Mode::ExportRules || mode == Mode::ImportRules;
+        if (takesFile) {
+            arguments.files.prepend(values.text(option));
+        } else if (mode != Mode::ListRules) {
+            arguments.ruleName = values.text(option);
+        }
+        break;
+    }
+    arguments.itemText = values.text("text");
+    if (arguments.mode == Mode::SaveRule && values.has("from")) {
+        arguments.files.prepend(values.text("from"));
+    }
+}
+
 QString readValues(const QCommandLineParser &parser, Arguments &arguments)
 {
     ValueReader values(parser);
@@ -158,42 +174,86 @@ QString readValues(const QCommandLineParser &parser, Arguments &arguments)
         values.complain(QStringLiteral("--") + repeated + QStringLiteral(" is given twice"));
     }
     arguments.files = parser.positionalArguments();
-    readMode(values, values.text(listItemsOption), arguments);
-    arguments.rule = values.text(ruleOption);
-    readPosition(values, parser.value(positionOption), arguments);
-    arguments.method = values.number(methodOption, 1, 1, 3, QStringLiteral("1, 2 or 3"));
-    readBlankPages(values, parser.value(blankPagesOption), arguments);
-    arguments.outputFolder = values.text(outputOption);
-    arguments.createOutputFolder = values.has(createOption);
-    arguments.jobs = values.number(jobsOption, 0, 1, mostJobs, QStringLiteral("1 to 1024"));
-    arguments.timeoutSeconds = values.number(timeoutOption, arguments.timeoutSeconds, 1,
-                                             longestTimeout, QStringLiteral("1 to 86400 seconds"));
-    arguments.quiet = values.has(quietOption);
-    arguments.verbose = values.has(verboseOption);
-    arguments.settingsFile = values.text(settingsOption);
-    arguments.toolFolder = values.text(toolsOption);
-    arguments.page =
-        values.number(pageOption, 1, 1, lastPage, QStringLiteral("a page number, counted from 1"));
+    readMode(values, arguments);
+    readPlace(values, parser, arguments);
+    readSplit(values, arguments);
+    readOutputs(values, arguments);
+    arguments.timeoutSeconds =
+        values.number("timeout", arguments.timeoutSeconds, 1, longestTimeout, "1 to 86400 seconds");
+    arguments.quiet = values.has("quiet");
+    arguments.verbose = values.has("verbose");
+    arguments.settingsFile = values.text("settings");
+    arguments.toolFolder = values.text("tools");
+    arguments.passwordFile = values.text("password-file");
+    arguments.page = values.number("page", 1, 1, lastPage, "a page number, counted from 1");
+    arguments.json = values.has("json");
+    if (const QString foreign = foreignOption(parser, arguments.mode); !foreign.isEmpty()) {
+        values.complain(QStringLiteral("--") + foreign + QStringLiteral(" does not go with ") +
+                        modeText(arguments.mode));
+    }
     return values.fault();
+}
+
+QString splitGap(const Arguments &arguments, bool hasFileList)
+{
+    const int places = static_cast<int>(!arguments.rule.isEmpty()) +
+                       static_cast<int>(arguments.position.has_value()) +
+                       static_cast<int>(arguments.region.has_value()) +
+                       static_cast<int>(!arguments.label.isEmpty());
+    if (places != 1) {
+        return QStringLiteral("give either --rule NAME, --position LEFT,TOP, --region "
+                              "LEFT,TOP,WIDTH,HEIGHT or --after LABEL");
+    }
+    if (arguments.tolerance > 0 && (arguments.region || !arguments.label.isEmpty())) {
+        return QStringLiteral("--tolerance goes with --rule and --position only");
+    }
+    if (arguments.outputFolder.isEmpty()) {
+        return QStringLiteral("give the output folder: --output DIR");
+    }
+    if (arguments.fileListHasNul && !hasFileList) {
+        return QStringLiteral("--null goes with --files-from only");
+    }
+    return arguments.files.isEmpty() && !hasFileList ? QStringLiteral("give the files to split")
+                                                     : QString();
+}
+
+QString saveRuleGap(const Arguments &arguments)
+{
+    const bool hasItem = arguments.files.size() == 1 && !arguments.itemText.isEmpty();
+    if (arguments.position.has_value() == hasItem ||
+        (arguments.position && (!arguments.files.isEmpty() || !arguments.itemText.isEmpty()))) {
+        return QStringLiteral(
+            "--save-rule takes either --position LEFT,TOP or --from FILE --text TEXT");
+    }
+    return {};
 }
 
 /// What is missing or too much once every word was read; empty when all is well.
 QString findGap(const Arguments &arguments)
 {
-    if (arguments.mode == Mode::ListItems) {
-        return arguments.files.size() == 1 ? QString()
-                                           : QStringLiteral("--list-items takes one file");
+    const auto holdFiles = [&arguments](qsizetype count, const char *rule) {
+        return arguments.files.size() == count
+                   ? QString()
+                   : modeText(arguments.mode) + u' ' + QLatin1String(rule);
+    };
+    switch (arguments.mode) {
+    case Mode::ListItems:
+    case Mode::ExportRules:
+    case Mode::ImportRules:
+        return holdFiles(1, "takes one file");
+    case Mode::ListRules:
+    case Mode::RemoveRule:
+        return holdFiles(0, "takes no file");
+    case Mode::RenameRule:
+        return holdFiles(1, "takes the old and the new name");
+    case Mode::SaveRule:
+        return saveRuleGap(arguments);
+    case Mode::Split:
+    case Mode::Help:
+    case Mode::Version:
+        break;
     }
-    if (arguments.mode == Mode::ListRules) {
-        return arguments.files.isEmpty() ? QString() : QStringLiteral("--list-rules takes no file");
-    }
-    if (arguments.rule.isEmpty() == !arguments.position) {
-        return QStringLiteral("give either --rule NAME or --position LEFT,TOP");
-    }
-    if (arguments.outputFolder.isEmpty()) {
-        return QStringLiteral("give the output folder: --output DIR");
-    }
-    return arguments.files.isEmpty() ? QStringLiteral("give the files to split") : QString();
+    return splitGap(arguments, !arguments.fileList.isEmpty());
 }
 
 /// The parser's complaint as the program's other ones are written.
@@ -214,20 +274,6 @@ QString parserFault(const QCommandLineParser &parser)
 
 } // namespace
 
-std::optional<QPoint> parsePosition(const QString &text)
-{
-    const QStringList pieces = text.split(u',');
-    if (pieces.size() != 2) {
-        return std::nullopt;
-    }
-    const std::optional<int> left = numberWithin(pieces.at(0), 0, 0x7fffffff);
-    const std::optional<int> top = numberWithin(pieces.at(1), 0, 0x7fffffff);
-    if (!left || !top || (*left == 0 && *top == 0)) {
-        return std::nullopt;
-    }
-    return QPoint(*left, *top);
-}
-
 ParsedArguments parseArguments(const QStringList &words)
 {
     QCommandLineParser parser;
@@ -235,8 +281,9 @@ ParsedArguments parseArguments(const QStringList &words)
     // The parser takes the first word for the program's name.
     const bool isUnderstood = parser.parse(QStringList{QString()} + words);
     ParsedArguments parsed;
-    if (parser.isSet(helpOption) || parser.isSet(versionOption)) {
-        parsed.arguments.mode = parser.isSet(helpOption) ? Mode::Help : Mode::Version;
+    const bool wantsHelp = parser.isSet(QStringLiteral("help"));
+    if (wantsHelp || parser.isSet(QStringLiteral("version"))) {
+        parsed.arguments.mode = wantsHelp ? Mode::Help : Mode::Version;
         return parsed;
     }
     parsed.error = isUnderstood ? readValues(parser, parsed.arguments) : parserFault(parser);
@@ -244,56 +291,6 @@ ParsedArguments parseArguments(const QStringList &words)
         parsed.error = findGap(parsed.arguments);
     }
     return parsed;
-}
-
-QString helpText()
-{
-    return QStringLiteral(
-        "Splits PDF files by their content, without a window.\n"
-        "\n"
-        "Usage:\n"
-        "  quorlin-batch --rule NAME [--method 1|2|3] --output DIR FILE...\n"
-        "  quorlin-batch --position LEFT,TOP [--method 1|2|3] --output DIR FILE...\n"
-        "  quorlin-batch --list-rules\n"
-        "  quorlin-batch --list-items FILE [--page N]\n"
-        "\n"
-        "Splitting:\n"
-        "  --rule NAME          split by the text at the position of this rule\n"
-        "  --position LEFT,TOP  split by the text at this position instead\n"
-        "  --method N           1: split where the text differs from the page before (default)\n"
-        "                       2: split at every page that has text there\n"
-        "                       3: as 1, then put pages of the same text together\n"
-        "  --pages-without-text WHAT\n"
-        "                       what to do with pages that have no text there:\n"
-        "                       join: add them to the output of the page before (default)\n"
-        "                       separate: put them into outputs of their own\n"
-        "                       drop: leave them out of the outputs\n"
-        "                       fail: do not split a file that has such a page\n"
-        "                       A file without any text there fails, unless you choose join or\n"
-        "                       separate here.\n"
-        "  --output DIR         folder of the outputs; each input gets a folder in it\n"
-        "  --create             make DIR when it does not exist\n"
-        "  --jobs N             split up to N files at the same time, a long one with up to N\n"
-        "                       threads or processes (default: one per processor)\n"
-        "  --timeout SECONDS    end a tool that shows no progress for so long (default 600)\n"
-        "  --quiet              print the results only\n"
-        "  --verbose            print the log, every command among it, on the error stream\n"
-        "\n"
-        "Finding a rule:\n"
-        "  --list-rules         print the saved rules: name, position, text\n"
-        "  --list-items FILE    print the text items of a page: left, top, width, height, text\n"
-        "  --page N             the page whose items are printed (default 1)\n"
-        "\n"
-        "Folders:\n"
-        "  --settings FILE      take the rules from FILE (default: setting.ini beside this "
-        "program)\n"
-        "  --tools DIR          take pagexport and pagebinder from DIR (default: beside this "
-        "program)\n"
-        "\n"
-        "  --help, --version    print this text, or the version, and stop\n"
-        "\n"
-        "After \"--\" every word is a file. Exit status: 0 when every file was split, 1 when one\n"
-        "was not, 2 when the command line or the rule is at fault.\n");
 }
 
 } // namespace quorlin::batch

@@ -2,6 +2,8 @@
 
 #include "batch/shown_text.h"
 
+#include <QList>
+
 #include <cerrno>
 
 #include <poll.h>
@@ -39,6 +41,13 @@ int Console::columns() const
     return size.ws_col - 1;
 }
 
+void Console::giveAwayOutput()
+{
+    showsProgress = false;
+    showsResults = false;
+    live = false;
+}
+
 void Console::showLive(const QString &text)
 {
     clearLive();
@@ -57,8 +66,10 @@ void Console::writeProgress(const QString &line)
 
 void Console::writeLine(const QString &line)
 {
-    clearLive();
-    put(line.toUtf8() + '\n');
+    if (showsResults) {
+        clearLive();
+        put(line.toUtf8() + '\n');
+    }
 }
 
 void Console::complain(const QString &line)
@@ -68,11 +79,16 @@ void Console::complain(const QString &line)
     putError("quorlin-batch: " + printable(line).toUtf8() + '\n');
 }
 
-void Console::passOn(const QByteArray &toolText)
+void Console::passOn(const QString &file, const QByteArray &toolText)
 {
     flush();
     clearLive();
-    putError(toolText);
+    for (const QByteArray &line : toolText.split('\n')) {
+        if (!line.isEmpty()) {
+            putError(printable(file + QStringLiteral(": ") + QString::fromUtf8(line)).toUtf8() +
+                     '\n');
+        }
+    }
 }
 
 void Console::put(const QByteArray &bytes)

@@ -19,6 +19,9 @@ public:
     Console(const Console &) = delete;
     Console &operator=(const Console &) = delete;
 
+    /// Leaves standard output to somebody else: progress and results are no longer printed there.
+    void giveAwayOutput();
+
     /// Whether progress is shown as one line that is rewritten.
     bool isLive() const { return live; }
     /// Whether the live line may be drawn again: it is at most every tenth of a second.
@@ -34,8 +37,9 @@ public:
     void writeLine(const QString &line);
     /// Writes one line to the error stream, with the program's name in front.
     void complain(const QString &line);
-    /// Hands on what a tool wrote on its error stream.
-    void passOn(const QByteArray &toolText);
+    /// Hands on the lines that a tool wrote on its error stream about @p file, with its name in
+    /// front of each.
+    void passOn(const QString &file, const QByteArray &toolText);
     /// Writes out what is still buffered. False when standard output took not everything.
     bool flush();
     /// Whether whoever read standard output has gone away. Nothing has to be written to see it.
@@ -47,6 +51,7 @@ private:
 
     bool showsProgress;
     bool live;
+    bool showsResults = true;
     bool liveShown = false;
     bool readerGone = false;
     QElapsedTimer sinceLive;

@@ -2,6 +2,10 @@
 
 #include "batch/shown_text.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
 namespace quorlin::batch {
 
 namespace {
@@ -20,6 +24,20 @@ void ItemGatherer::takeItem(ItemFields fields)
     if (const std::optional<Subtext> item = readItem(fields)) {
         gathered.append(*item);
     }
+}
+
+QString itemsAsJson(const QList<Subtext> &items, const QString &file, int page)
+{
+    QJsonArray entries;
+    for (const Subtext &item : items) {
+        entries.append(QJsonObject{{"left", item.left},
+                                   {"top", item.top},
+                                   {"width", item.width},
+                                   {"height", item.height},
+                                   {"text", item.text}});
+    }
+    const QJsonObject list{{"version", 1}, {"path", file}, {"page", page}, {"items", entries}};
+    return QString::fromUtf8(QJsonDocument(list).toJson());
 }
 
 QString itemTable(const QList<Subtext> &items)

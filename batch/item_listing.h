@@ -21,6 +21,9 @@ private:
     QList<Subtext> gathered;
 };
 
+/// The items of page @p page of @p file as a JSON text.
+QString itemsAsJson(const QList<Subtext> &items, const QString &file, int page);
+
 /// The items as lines for a reader and for scripts: left, top, width, height in columns of seven
 /// characters, two blanks, the text to the line's end. A heading comes first.
 QString itemTable(const QList<Subtext> &items);

@@ -3,6 +3,7 @@
 #include "analysis/subtext.h"
 #include "batch/item_listing.h"
 
+#include <QByteArray>
 #include <QList>
 #include <QString>
 
@@ -16,11 +17,14 @@ class PageRequest
 public:
     /// @param toolFolder folder of pagexport
     /// @param page counted from 1
-    PageRequest(QString toolFolder, QString file, int page, int timeoutSeconds);
+    /// @param passwords to try on the file, each ended by a line feed
+    PageRequest(QString toolFolder, QString file, int page, int timeoutSeconds,
+                QByteArray passwords);
 
-    /// Waits for the answer; the tool's complaints go to the error stream.
+    /// Waits for the answer.
+    /// @param showsMessages whether the tool's messages go to the error stream
     /// @returns the signal that asked the program to end meanwhile; 0 when there was none
-    int run(Console &console);
+    int run(Console &console, bool showsMessages);
 
     /// What kept the page from being read; empty when it was.
     QString fault() const { return faultText; }
@@ -31,6 +35,7 @@ private:
     QString file;
     int page;
     int timeoutSeconds;
+    QByteArray passwords;
     ItemGatherer gatherer;
     QString faultText;
 };

@@ -1,161 +1,160 @@
 #include "batch/program.h"
 
-#include "batch/arguments.h"
 #include "batch/batch_run.h"
-#include "batch/console.h"
-#include "batch/item_listing.h"
-#include "batch/page_request.h"
+#include "batch/file_list.h"
+#include "batch/report.h"
 #include "batch/rule_lookup.h"
+#include "batch/rule_modes.h"
 #include "batch/run_plan.h"
-#include "batch/settings_location.h"
-#include "batch/shown_text.h"
-#include "common/folders.h"
-#include "pipeline/page_file_text.h"
+#include "batch/session.h"
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QFileInfo>
 #include <QThread>
 
 #include <algorithm>
 #include <array>
 #include <csignal>
+#include <optional>
 #include <utility>
 
 namespace quorlin::batch {
 
 namespace {
 
-/// What every mode needs: the arguments, the folders and the console.
-struct Session
+/// The position of the rule that the caller names, or what is wrong with it.
+RuleLookup::Position findRule(const Session &session)
 {
-    explicit Session(const Arguments &read)
-        : arguments(read), callerFolder(QDir::currentPath()), programFolder(applicationFolder()),
-          console(read.quiet)
-    {
-    }
-
-    int complain(const QString &line, int status)
-    {
-        console.complain(line);
-        return status;
-    }
-
-    QString settings() const
-    {
-        const SettingsPlaces places{arguments.settingsFile.isEmpty()
-                                        ? QString()
-                                        : absolutePath(arguments.settingsFile, callerFolder),
-                                    programFolder, QString::fromLatin1(systemSettingsFolder)};
-        return settingsLocation(places,
-                                [](const QString &path) { return QFileInfo::exists(path); });
-    }
-
-    QString toolFolder() const
-    {
-        return arguments.toolFolder.isEmpty() ? programFolder
-                                              : absolutePath(arguments.toolFolder, callerFolder);
-    }
-
-    Arguments arguments;
-    QString callerFolder;
-    QString programFolder;
-    Console console;
-};
-
-/// What keeps the tools from being run; empty when both are there.
-QString toolFault(const QString &toolFolder)
-{
-    for (const char *name : {"/pagexport", "/pagebinder"}) {
-        const QFileInfo tool(toolFolder + QLatin1String(name));
-        if (!tool.isFile() || !tool.isExecutable()) {
-            return QStringLiteral("the tool is missing or cannot be run: ") + tool.filePath();
-        }
-    }
-    return {};
-}
-
-int listRules(Session &session)
-{
-    const RuleLookup lookup(session.settings());
-    if (!lookup.fault().isEmpty()) {
-        return session.complain(lookup.fault(), somethingFailed);
-    }
-    for (const NamedRule &rule : lookup.listedRules()) {
-        session.console.writeLine(printable(rule.name) + u'\t' + QString::number(rule.item.left) +
-                                  u',' + QString::number(rule.item.top) + u'\t' +
-                                  printable(plainText(rule.item.text)));
-    }
-    return everythingDone;
-}
-
-int listItems(Session &session)
-{
-    const QString file = absolutePath(session.arguments.files.constFirst(), session.callerFolder);
-    if (const QString refusal = refusalOf(file); !refusal.isEmpty()) {
-        return session.complain(file + QStringLiteral(": ") + refusal, somethingFailed);
-    }
-    if (const QString fault = toolFault(session.toolFolder()); !fault.isEmpty()) {
-        return session.complain(fault, somethingFailed);
-    }
-    PageRequest request(session.toolFolder(), file, session.arguments.page,
-                        session.arguments.timeoutSeconds);
-    if (const int signal = request.run(session.console); signal != 0) {
-        return 128 + signal;
-    }
-    if (!request.fault().isEmpty()) {
-        return session.complain(file + QStringLiteral(": ") + request.fault(), somethingFailed);
-    }
-    session.console.writeLine(itemTable(request.items()).chopped(1));
-    return everythingDone;
-}
-
-/// The position to split by; a fault where the rule gives none.
-RuleLookup::Position choosePosition(const Session &session)
-{
-    if (session.arguments.position) {
-        return {*session.arguments.position, {}};
-    }
-    const RuleLookup lookup(session.settings());
+    const RuleLookup lookup(session.settings(), session.hasNamedSettings());
     const QString fault = lookup.fault();
     return fault.isEmpty() ? lookup.find(session.arguments.rule) : RuleLookup::Position{{}, fault};
+}
+
+/// Where the text stands. @p fault says what is wrong with it.
+TextPlace choosePlace(const Session &session, QString &fault)
+{
+    const Arguments &arguments = session.arguments;
+    TextPlace place;
+    place.tolerance = arguments.tolerance;
+    place.match = arguments.match;
+    if (arguments.region) {
+        place.kind = TextPlace::Kind::Region;
+        place.region = *arguments.region;
+    } else if (!arguments.label.isEmpty()) {
+        place.kind = TextPlace::Kind::Label;
+        place.label = arguments.label;
+    } else if (arguments.position) {
+        place.position = *arguments.position;
+    } else {
+        const RuleLookup::Position found = findRule(session);
+        place.position = found.position;
+        fault = found.fault;
+    }
+    return place;
+}
+
+SplitSettings makeSettings(const Session &session, const QString &outputFolder,
+                           const TextPlace &place)
+{
+    const Arguments &arguments = session.arguments;
+    SplitSettings settings;
+    settings.toolFolder = session.toolFolder();
+    settings.outputFolder = outputFolder;
+    settings.place = place;
+    settings.method = arguments.method - 1;
+    settings.blankPages = arguments.blankPages;
+    settings.blankPagesFail = arguments.blankPagesFail;
+    settings.names = arguments.names;
+    settings.flat = arguments.flat;
+    settings.existing = arguments.existing;
+    settings.dryRun = arguments.dryRun;
+    settings.passwords = session.passwords;
+    settings.timeoutSeconds = arguments.timeoutSeconds;
+    return settings;
+}
+
+/// The names in the caller's list of files. @p fault says what is wrong with it.
+QStringList listedFiles(const Session &session, QString &fault)
+{
+    if (session.arguments.fileList.isEmpty()) {
+        return {};
+    }
+    const FileContent list = readWhole(session.callerPath(session.arguments.fileList));
+    fault = list.fault;
+    return namesIn(list.bytes, session.arguments.fileListHasNul);
+}
+
+/// Runs the plan with the report that the caller wants, if any.
+int runPlan(Session &session, RunPlan plan, const SplitSettings &settings)
+{
+    const Arguments &arguments = session.arguments;
+    std::optional<Report> report;
+    if (!arguments.report.isEmpty()) {
+        report.emplace(session.callerPath(arguments.report));
+        if (const QString fault = report->begin(); !fault.isEmpty()) {
+            return session.complain(fault, wrongUsage);
+        }
+        if (arguments.report == QLatin1String("-")) {
+            session.console.giveAwayOutput();
+        }
+    }
+    const int jobs = arguments.jobs > 0 ? arguments.jobs : std::max(1, QThread::idealThreadCount());
+    BatchRun run(std::move(plan), settings, jobs, session.console, report ? &*report : nullptr);
+    if (arguments.verbose) {
+        run.showToolMessages();
+    }
+    const int status = run.run();
+    if (const QString fault = report ? report->finish() : QString(); !fault.isEmpty()) {
+        return session.complain(fault, status == everythingDone ? somethingFailed : status);
+    }
+    return status;
 }
 
 int split(Session &session)
 {
     const Arguments &arguments = session.arguments;
-    RunPlan plan = planRun(arguments, session.callerFolder);
-    const QString folderFault =
-        prepareOutputFolder(plan.outputFolder, arguments.createOutputFolder);
-    if (!folderFault.isEmpty()) {
-        return session.complain(folderFault, wrongUsage);
+    QString fault;
+    const QStringList listed = listedFiles(session, fault);
+    if (!fault.isEmpty()) {
+        return session.complain(fault, wrongUsage);
     }
-    const RuleLookup::Position chosen = choosePosition(session);
-    if (!chosen.fault.isEmpty()) {
-        return session.complain(chosen.fault, wrongUsage);
+    RunPlan plan = planRun(arguments, session.callerFolder, listed);
+    const TextPlace place = choosePlace(session, fault);
+    if (!fault.isEmpty()) {
+        return session.complain(fault, wrongUsage);
     }
-    if (const QString fault = toolFault(session.toolFolder()); !fault.isEmpty()) {
+    fault = prepareOutputFolder(plan.outputFolder, arguments.createOutputFolder, arguments.dryRun);
+    if (!fault.isEmpty()) {
+        return session.complain(fault, wrongUsage);
+    }
+    fault = session.toolFault();
+    if (!fault.isEmpty()) {
         return session.complain(fault, somethingFailed);
     }
-    SplitSettings settings;
-    settings.toolFolder = session.toolFolder();
-    settings.outputFolder = plan.outputFolder;
-    settings.position = chosen.position;
-    settings.method = arguments.method - 1;
-    settings.blankPages = arguments.blankPages;
-    settings.blankPagesFail = arguments.blankPagesFail;
-    settings.timeoutSeconds = arguments.timeoutSeconds;
-    const int jobs = arguments.jobs > 0 ? arguments.jobs : std::max(1, QThread::idealThreadCount());
-    return BatchRun(std::move(plan), settings, jobs, session.console).run();
+    const SplitSettings settings = makeSettings(session, plan.outputFolder, place);
+    return runPlan(session, std::move(plan), settings);
 }
 
 int runMode(Session &session)
 {
+    if (!session.arguments.passwordFile.isEmpty()) {
+        const FileContent passwords =
+            readPasswordFile(session.callerPath(session.arguments.passwordFile));
+        if (!passwords.fault.isEmpty()) {
+            return session.complain(passwords.fault, wrongUsage);
+        }
+        session.passwords = passwords.bytes;
+    }
     switch (session.arguments.mode) {
     case Mode::ListRules:
         return listRules(session);
     case Mode::ListItems:
         return listItems(session);
+    case Mode::SaveRule:
+    case Mode::RemoveRule:
+    case Mode::RenameRule:
+    case Mode::ExportRules:
+    case Mode::ImportRules:
+        return changeRules(session);
     case Mode::Split:
     case Mode::Help:
     case Mode::Version:

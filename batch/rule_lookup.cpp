@@ -3,6 +3,7 @@
 #include "common/settings_text.h"
 #include "rules/rule_store.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QSettings>
 
@@ -20,16 +21,46 @@ std::optional<int> coordinate(const QString &text)
     return whole && number >= 0 ? std::optional(number) : std::nullopt;
 }
 
+/// Whether a file that begins like this holds settings: the class that reads them takes any file
+/// for one without any.
+bool looksLikeSettings(QFile &file)
+{
+    constexpr qint64 longestLine = 65536;
+    while (!file.atEnd()) {
+        const QByteArray line = file.readLine(longestLine).trimmed();
+        if (!line.isEmpty() && !line.startsWith(';') && !line.startsWith('#')) {
+            return !line.contains('\0') && (line.startsWith('[') || line.contains('='));
+        }
+    }
+    return true;
+}
+
 } // namespace
 
-RuleLookup::RuleLookup(QString settings) : settingsPath(std::move(settings)) {}
+RuleLookup::RuleLookup(QString settings, bool isNeeded)
+    : settingsPath(std::move(settings)), mustExist(isNeeded)
+{
+}
 
 QString RuleLookup::fault() const
 {
     const QFileInfo file(settingsPath);
-    return !file.exists() || (file.isFile() && file.isReadable())
-               ? QString()
-               : QStringLiteral("the settings cannot be read: ") + settingsPath;
+    if (!file.exists()) {
+        return mustExist ? QStringLiteral("there is no settings file ") + settingsPath : QString();
+    }
+    if (!file.isFile() || !file.isReadable()) {
+        return QStringLiteral("the settings cannot be read: ") + settingsPath;
+    }
+    QFile text(settingsPath);
+    const QSettings settings(settingsPath, QSettings::IniFormat);
+    const bool isReadable = text.open(QIODevice::ReadOnly) && looksLikeSettings(text) &&
+                            settings.status() == QSettings::NoError;
+    return isReadable ? QString() : QStringLiteral("this is no settings file: ") + settingsPath;
+}
+
+bool RuleLookup::knows(const QString &name) const
+{
+    return isRuleNameTaken(name, settingsPath) || ruleNames(settingsPath).contains(name);
 }
 
 QList<NamedRule> RuleLookup::listedRules() const
@@ -44,7 +75,7 @@ QList<NamedRule> RuleLookup::listedRules() const
 RuleLookup::Position RuleLookup::find(const QString &name) const
 {
     const QString shownName = QStringLiteral("the rule \"") + name + u'"';
-    if (!isRuleNameTaken(name, settingsPath) && !ruleNames(settingsPath).contains(name)) {
+    if (!knows(name)) {
         return {{},
                 QStringLiteral("there is no rule \"") + name + QStringLiteral("\" in ") +
                     settingsPath + QStringLiteral(" (--list-rules shows the rules)")};

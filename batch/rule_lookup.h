@@ -21,11 +21,14 @@ struct NamedRule
 class RuleLookup
 {
 public:
-    /// @param settings path of the settings file; one that is missing holds no rules
-    explicit RuleLookup(QString settings);
+    /// @param settings path of the settings file
+    /// @param mustExist whether a missing file is a fault; otherwise it holds no rules
+    explicit RuleLookup(QString settings, bool mustExist = false);
 
     /// What kept the file from being read; empty when all is well.
     QString fault() const;
+    /// Whether there is a rule of that name, listed or not.
+    bool knows(const QString &name) const;
     /// The rules that the main window offers, in its order.
     QList<NamedRule> listedRules() const;
 
@@ -41,6 +44,7 @@ public:
 
 private:
     QString settingsPath;
+    bool mustExist;
 };
 
 } // namespace quorlin::batch

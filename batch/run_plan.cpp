@@ -22,7 +22,8 @@ QString refusalOf(const QString &path)
         return QStringLiteral("there is no such file");
     }
     if (file.isDir()) {
-        return QStringLiteral("it is a folder");
+        return QStringLiteral("it is a folder (name its files, for example with \"find FOLDER "
+                              "-name '*.pdf' | quorlin-batch --files-from -\")");
     }
     if (!file.isFile()) {
         return QStringLiteral("it is no regular file");
@@ -54,12 +55,12 @@ QStringList sharedFolderWarnings(const QStringList &files, const QString &output
     return warnings;
 }
 
-RunPlan planRun(const Arguments &arguments, const QString &currentFolder)
+RunPlan planRun(const Arguments &arguments, const QString &currentFolder, const QStringList &listed)
 {
     RunPlan plan;
     QSet<QString> seen;
     plan.outputFolder = absolutePath(arguments.outputFolder, currentFolder);
-    for (const QString &name : arguments.files) {
+    for (const QString &name : arguments.files + listed) {
         const QString path = absolutePath(name, currentFolder);
         const QString refusal =
             name.isEmpty() ? QStringLiteral("an empty file name") : refusalOf(path);
@@ -72,11 +73,13 @@ RunPlan planRun(const Arguments &arguments, const QString &currentFolder)
             plan.files.append(path);
         }
     }
-    plan.warnings += sharedFolderWarnings(plan.files, plan.outputFolder);
+    if (!arguments.flat) {
+        plan.warnings += sharedFolderWarnings(plan.files, plan.outputFolder);
+    }
     return plan;
 }
 
-QString prepareOutputFolder(const QString &folder, bool create)
+QString prepareOutputFolder(const QString &folder, bool create, bool dryRun)
 {
     const QFileInfo info(folder);
     if (info.exists() && !info.isDir()) {
@@ -84,6 +87,9 @@ QString prepareOutputFolder(const QString &folder, bool create)
     }
     if (!info.exists() && !create) {
         return folder + QStringLiteral(": there is no such output folder (--create makes it)");
+    }
+    if (!info.exists() && dryRun) {
+        return {};
     }
     if (!info.exists() && !QDir().mkpath(folder)) {
         return folder + QStringLiteral(": the output folder could not be made");

@@ -37,10 +37,12 @@ QStringList sharedFolderWarnings(const QStringList &files, const QString &output
 
 /// Sorts the files of @p arguments into those to split and those to refuse. A file named twice is
 /// split once.
-RunPlan planRun(const Arguments &arguments, const QString &currentFolder);
+/// @param listed files named elsewhere than on the command line, behind those
+RunPlan planRun(const Arguments &arguments, const QString &currentFolder,
+                const QStringList &listed = {});
 
 /// Sees to the output folder: it must be a folder, and is made where @p create says so. Gives what
-/// is wrong with it, or an empty text.
-QString prepareOutputFolder(const QString &folder, bool create);
+/// is wrong with it, or an empty text. A dry run makes nothing.
+QString prepareOutputFolder(const QString &folder, bool create, bool dryRun = false);
 
 } // namespace quorlin::batch

@@ -4,6 +4,7 @@
 #include "pipeline/page_file_text.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 namespace quorlin {
 
@@ -74,6 +75,30 @@ QList<OutputResult> planOutputs(const PageGroups &groups, const QString &inputPa
         outputs.append(output);
     }
     return outputs;
+}
+
+qsizetype nameOutputs(QList<OutputResult> &outputs, const QString &inputPath,
+                      const SplitSettings &settings, UniqueNames &names)
+{
+    if (settings.names.isEmpty() && !settings.flat) {
+        return 0;
+    }
+    const QString base = inputBaseName(inputPath);
+    const QString folder =
+        settings.flat ? settings.outputFolder : outputFolderOf(inputPath, settings.outputFolder);
+    const qsizetype limit = nameLimitOf(settings.outputFolder);
+    qsizetype numbered = 0;
+    for (OutputResult &output : outputs) {
+        const QString text = output.text == noTextMarker() ? QString() : output.text;
+        const QString wanted =
+            settings.names.isEmpty()
+                ? QFileInfo(output.path).fileName()
+                : settings.names.fileName({output.number, text, base, output.range}, limit);
+        const QString name = names.claim(wanted, limit);
+        numbered += name == wanted ? 0 : 1;
+        output.path = folder + u'/' + name;
+    }
+    return numbered;
 }
 
 QByteArray listEntry(const OutputResult &output)

@@ -2,6 +2,7 @@
 
 #include "analysis/grouping.h"
 #include "pipeline/split_result.h"
+#include "pipeline/split_settings.h"
 
 #include <QByteArray>
 #include <QByteArrayView>
@@ -17,6 +18,13 @@ namespace quorlin {
 /// @param method index of the split method, 0 to 2
 QList<OutputResult> planOutputs(const PageGroups &groups, const QString &inputPath,
                                 const QString &outputFolder, int method);
+
+/// Gives the planned @p outputs other names than the window's: those of the pattern, and all in the
+/// output folder, as @p settings say. Without either, nothing happens.
+/// @param names that the folder of the outputs has given away so far
+/// @returns how many outputs got a number because others had the same name
+qsizetype nameOutputs(QList<OutputResult> &outputs, const QString &inputPath,
+                      const SplitSettings &settings, UniqueNames &names);
 
 // "pagebinder -split -" takes an entry for each output, "RANGES<tab>PATH<NUL>", and answers each
 // with a line as it is done, tabs between the fields:

@@ -23,7 +23,12 @@ OutputPass::OutputPass(OutputJob outputJob, QList<OutputResult> &allOutputs, qsi
 
 void OutputPass::start()
 {
-    run(next, passEnd);
+    next = firstLeft();
+    if (next == passEnd) {
+        QMetaObject::invokeMethod(this, &OutputPass::ended, Qt::QueuedConnection);
+    } else {
+        run(next, passEnd);
+    }
 }
 
 void OutputPass::cancel()
@@ -39,11 +44,13 @@ void OutputPass::run(qsizetype from, qsizetype to)
     runBegin = from;
     runEnd = to;
     sent = from;
+    listed.clear();
     rest.clear();
     ToolCommand command;
     command.program = job.program;
     command.arguments = {job.input, QStringLiteral("-split"), QStringLiteral("-")};
     command.inputIdentity = job.inputIdentity;
+    command.passwords = job.passwords;
     command.nextInput = [this] { return nextEntries(); };
     auto *process = new ToolRun(std::move(command), job.timeoutSeconds, this);
     tool = process;
@@ -61,7 +68,10 @@ QByteArray OutputPass::nextEntries()
 {
     QByteArray piece;
     while (sent < runEnd && piece.size() < pieceBytes) {
-        piece += listEntry(outputs.at(sent));
+        if (outputs.at(sent).state == OutputResult::State::Planned) {
+            piece += listEntry(outputs.at(sent));
+            listed.append(sent);
+        }
         ++sent;
     }
     return piece;
@@ -88,8 +98,8 @@ void OutputPass::takeLine(QByteArrayView line)
         inputChanged = true;
         return;
     }
-    const qsizetype index = runBegin + report->index;
-    if (index < runEnd && outputs.at(index).state == OutputResult::State::Planned) {
+    const qsizetype index = listed.value(report->index, -1);
+    if (index >= 0 && outputs.at(index).state == OutputResult::State::Planned) {
         applyReport(*report, outputs[index]);
         emit reported(index);
     }

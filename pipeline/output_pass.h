@@ -3,6 +3,7 @@
 #include "pipeline/split_result.h"
 #include "pipeline/tool_run.h"
 
+#include <QList>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -15,6 +16,7 @@ struct OutputJob
     QString program; ///< pagebinder
     QString input;
     QByteArray inputIdentity;
+    QByteArray passwords; ///< to try on it, each ended by a line feed
     int timeoutSeconds = 600;
 };
 
@@ -66,7 +68,8 @@ private:
     qsizetype sent = 0; ///< next output whose entry the process is given
     bool lone = false;  ///< whether the process that runs is a second try
     int failuresInARow = 0;
-    QByteArray rest; ///< the beginning of a line whose end has not arrived
+    QList<qsizetype> listed; ///< positions of the outputs whose entries the process was given
+    QByteArray rest;         ///< the beginning of a line whose end has not arrived
     QPointer<ToolRun> tool;
     bool inputChanged = false;
     bool stalled = false;

@@ -1,12 +1,31 @@
 #include "pipeline/output_path.h"
 
+#include "pipeline/name_pattern.h"
+
+#include <QFile>
 #include <QFileInfo>
+
+#include <algorithm>
+
+#include <unistd.h>
 
 namespace quorlin {
 
 QString inputBaseName(const QString &inputPath)
 {
     return QFileInfo(inputPath).baseName();
+}
+
+QString outputFolderOf(const QString &inputPath, const QString &outputFolder)
+{
+    const QString name = inputBaseName(inputPath);
+    return name.isEmpty() ? outputFolder : outputFolder + u'/' + name;
+}
+
+qsizetype nameLimitOf(const QString &folder)
+{
+    const long longest = pathconf(QFile::encodeName(folder).constData(), _PC_NAME_MAX);
+    return longest > 0 ? std::min<qsizetype>(longest, usualNameLimit) : usualNameLimit;
 }
 
 QString outputPath(const QString &outputFolder, const QString &inputPath, qsizetype groupIndex,

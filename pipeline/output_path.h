@@ -4,6 +4,12 @@
 
 namespace quorlin {
 
+/// Folder that the window gives the outputs of @p inputPath: named after it, in @p outputFolder.
+QString outputFolderOf(const QString &inputPath, const QString &outputFolder);
+
+/// Most bytes that a file name may have in @p folder, as far as its disk says.
+qsizetype nameLimitOf(const QString &folder);
+
 /// Base name of an input: its file name up to the first dot ("report.v2.pdf" gives "report").
 QString inputBaseName(const QString &inputPath);
 

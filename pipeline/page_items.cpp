@@ -5,7 +5,9 @@
 #include <QStringDecoder>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <limits>
 #include <utility>
 
 namespace quorlin {
@@ -36,13 +38,6 @@ QByteArrayView takeField(QByteArrayView &fields)
     return field;
 }
 
-/// A mark at the text's beginning is a character of it, not a sign of how it is encoded.
-QString decoded(QByteArrayView bytes)
-{
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::ConvertInitialBom);
-    return decoder.decode(bytes);
-}
-
 /// The text behind the four numbers of an item.
 QByteArrayView textOf(ItemFields fields)
 {
@@ -54,18 +49,38 @@ QByteArrayView textOf(ItemFields fields)
 
 } // namespace
 
-std::optional<Subtext> readItem(ItemFields fields)
+std::optional<QRect> readFrame(ItemFields fields, QByteArrayView &text)
 {
-    Subtext item;
-    for (qint32 *number : {&item.left, &item.top, &item.width, &item.height}) {
+    std::array<int, 4> numbers{};
+    for (int &number : numbers) {
         const std::optional<int> value = wholeNumber(takeField(fields));
-        if (!value) {
+        if (value.value_or(-1) < 0) {
             return std::nullopt;
         }
-        *number = *value;
+        number = *value;
     }
-    item.text = decoded(fields);
-    return item;
+    text = fields;
+    // A rectangle of Qt's keeps its last row and column, which must not overflow.
+    return QRect(QPoint(numbers[0], numbers[1]),
+                 QSize(std::min(numbers[2], std::numeric_limits<int>::max() - numbers[0]),
+                       std::min(numbers[3], std::numeric_limits<int>::max() - numbers[1])));
+}
+
+std::optional<Subtext> readItem(ItemFields fields)
+{
+    QByteArrayView text;
+    const std::optional<QRect> frame = readFrame(fields, text);
+    if (!frame) {
+        return std::nullopt;
+    }
+    return Subtext{frame->x(), frame->y(), frame->width(), frame->height(), itemText(text)};
+}
+
+QString itemText(QByteArrayView bytes)
+{
+    // A mark at the text's beginning is a character of it, not a sign of how it is encoded.
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::ConvertInitialBom);
+    return decoder.decode(bytes);
 }
 
 PositionRule::PositionRule(QPoint position)
@@ -81,7 +96,7 @@ void PositionRule::takeItem(ItemFields fields)
     const QByteArrayView text = textOf(fields);
     if (lastText.isNull() || text != lastBytes) {
         lastBytes = text.toByteArray();
-        lastText = decoded(text);
+        lastText = itemText(text);
     }
     found = lastText;
 }

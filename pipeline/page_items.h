@@ -6,6 +6,7 @@
 #include <QByteArrayView>
 #include <QList>
 #include <QPoint>
+#include <QRect>
 #include <QString>
 #include <QStringList>
 
@@ -26,6 +27,13 @@ using ItemFields = QByteArrayView;
 
 /// The item in @p fields; nothing when they are not built as they should be.
 std::optional<Subtext> readItem(ItemFields fields);
+
+/// The frame of the item in @p fields, and its text, not yet decoded, as a view of them; nothing
+/// when they are not built as they should be.
+std::optional<QRect> readFrame(ItemFields fields, QByteArrayView &text);
+
+/// Decodes the text of an item.
+QString itemText(QByteArrayView bytes);
 
 /// Tells which item of a page gives the page its text. A page's items come in the order in which
 /// the page draws them.

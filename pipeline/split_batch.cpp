@@ -23,7 +23,7 @@ constexpr int maximumStalls = 3;
 /// Folder name in the one form that all spellings have which some disk takes for the same.
 QString folderKey(const QString &file)
 {
-    return inputBaseName(file).normalized(QString::NormalizationForm_KC).toCaseFolded();
+    return nameKey(inputBaseName(file));
 }
 
 } // namespace
@@ -64,7 +64,8 @@ SplitBatch::~SplitBatch() = default;
 
 void SplitBatch::start()
 {
-    chains = filesSharingFolders(files);
+    // In one folder for all no file takes another's name.
+    chains = settings.flat ? QList<QList<qsizetype>>() : filesSharingFolders(files);
     for (qsizetype chain = 0; chain < chains.size(); ++chain) {
         for (const qsizetype index : chains.at(chain)) {
             chainOf.insert(index, chain);
@@ -123,7 +124,9 @@ void SplitBatch::startFile(qsizetype index)
 {
     auto *job = new SplitJob(files.at(index), settings, budget, this);
     running.emplace(index, job);
-    connect(job, &SplitJob::toolSaid, this, &SplitBatch::toolSaid);
+    connect(job, &SplitJob::toolSaid, this,
+            [this, index](const QByteArray &text) { emit toolSaid(index, text); });
+    connect(job, &SplitJob::namesWanted, this, &SplitBatch::nameOutputs, Qt::QueuedConnection);
     connect(job, &SplitJob::pageRead, this, [this, index](int page) {
         if (isTelling && index == nextToTell) {
             emit pageRead(index, page);
@@ -137,6 +140,23 @@ void SplitBatch::startFile(qsizetype index)
     connect(job, &SplitJob::finished, this, [this, index] { endFile(index); });
     job->start();
     tell();
+}
+
+void SplitBatch::nameOutputs()
+{
+    // In the order of the list, so that equal names get the same numbers in every run.
+    for (; settings.flat && nextToName < files.size(); ++nextToName) {
+        const auto job = running.find(nextToName);
+        if (job == running.end()) {
+            if (nextToName >= nextToTell && !done.contains(nextToName)) {
+                return;
+            }
+        } else if (job->second->isWaitingForNames()) {
+            job->second->nameOutputs(names);
+        } else {
+            return;
+        }
+    }
 }
 
 qsizetype SplitBatch::nextInChain(qsizetype index) const
@@ -155,6 +175,7 @@ void SplitBatch::endFile(qsizetype index)
     SplitResult &result = done[index];
     result = job->second->result();
     heldOutputs += result.facts.outputs.size();
+    noteTakenOutputs(index, result);
     job->second->deleteLater();
     running.erase(job);
     if (result.facts.stalled && ++stalls >= maximumStalls) {
@@ -168,7 +189,23 @@ void SplitBatch::endFile(qsizetype index)
         budget.giveBack();
     }
     tell();
+    nameOutputs();
     startMore();
+}
+
+void SplitBatch::noteTakenOutputs(qsizetype index, SplitResult &result)
+{
+    if (!chainOf.contains(index) || settings.existing != ExistingOutputs::Skip) {
+        return;
+    }
+    QSet<QString> &written = writtenInChains[chainOf.value(index)];
+    for (const OutputResult &output : std::as_const(result.facts.outputs)) {
+        if (output.state == OutputResult::State::Written) {
+            written.insert(output.path);
+        } else if (output.state == OutputResult::State::Skipped && written.contains(output.path)) {
+            result.facts.takenOutputs.append(output.path);
+        }
+    }
 }
 
 bool SplitBatch::isReady(qsizetype index) const
@@ -241,6 +278,9 @@ void SplitBatch::endTelling()
     if (chainOf.contains(nextToTell)) {
         noteReplacedOutputs(result.facts);
         result.verdict = judge(result.facts, settings);
+    } else if (!settings.flat && !result.facts.outputs.isEmpty()) {
+        result.facts.otherOutputs = countOtherOutputs(
+            outputFolderOf(result.path, settings.outputFolder), result.facts.outputs);
     }
     heldOutputs -= result.facts.outputs.size();
     emit fileEnds(nextToTell, result);

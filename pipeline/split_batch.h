@@ -52,7 +52,7 @@ signals:
     void outputReported(qsizetype index, const quorlin::OutputResult &output);
     void fileEnds(qsizetype index, const quorlin::SplitResult &result);
     /// A tool wrote whole lines to its error stream, at any time.
-    void toolSaid(const QByteArray &text);
+    void toolSaid(qsizetype index, const QByteArray &text);
     void finished();
 
 private:
@@ -61,6 +61,8 @@ private:
     bool mayStartMore() const;
     void startFile(qsizetype index);
     void endFile(qsizetype index);
+    void nameOutputs();
+    void noteTakenOutputs(qsizetype index, SplitResult &result);
     qsizetype nextInChain(qsizetype index) const;
     bool isReady(qsizetype index) const;
     void tell();
@@ -74,6 +76,9 @@ private:
 
     QList<QList<qsizetype>> chains;      ///< files that have to be split one after another
     QHash<qsizetype, qsizetype> chainOf; ///< position of each such file's chain
+    QHash<qsizetype, QSet<QString>> writtenInChains; ///< paths, where later files may skip them
+    UniqueNames names;                               ///< given away in the one folder for all
+    qsizetype nextToName = 0;                        ///< next file whose outputs get names there
     qsizetype nextToStart = 0;
     std::map<qsizetype, SplitJob *> running;
     std::map<qsizetype, SplitResult> done; ///< and not told of yet

@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QMetaObject>
 
+#include <algorithm>
 #include <utility>
 
 namespace quorlin {
@@ -48,7 +49,9 @@ void SplitJob::cancel()
         return;
     }
     known.facts.cancelled = true;
-    if (writer != nullptr) {
+    if (std::exchange(waitsForNames, false)) {
+        finish();
+    } else if (writer != nullptr) {
         writer->cancel();
     } else if (!tool.isNull()) {
         tool->cancel();
@@ -66,6 +69,7 @@ ToolRun *SplitJob::startTool(const QString &name, const QStringList &arguments)
     command.program = toolPath(name);
     command.arguments = arguments;
     command.inputIdentity = inputIdentityText(*identity);
+    command.passwords = settings.passwords;
     tool = new ToolRun(std::move(command), settings.timeoutSeconds, this);
     connect(tool, &ToolRun::said, this, &SplitJob::toolSaid);
     connect(tool, &ToolRun::ended, tool, &QObject::deleteLater);
@@ -101,7 +105,7 @@ void SplitJob::takeCount(const ToolEnd &end)
 
 void SplitJob::readTexts()
 {
-    rule = std::make_unique<PositionRule>(settings.position);
+    rule = makeTextRule(settings.place);
     reader = std::make_unique<PageItemsReader>(*rule);
     const int threads = threadsForPages(known.facts.pages, budget.size());
     const ToolRun *texts = startTool(QStringLiteral("pagexport"),
@@ -146,26 +150,71 @@ void SplitJob::takeTexts(const ToolEnd &end)
         finish();
         return;
     }
-    writeOutputs();
+    planOutputs();
+}
+
+void SplitJob::planOutputs()
+{
+    SplitFacts &facts = known.facts;
+    const BlankPages blankPages = settings.blankPages.value_or(BlankPages::Join);
+    facts.droppedPages = blankPages == BlankPages::Drop ? facts.pagesWithoutText : 0;
+    facts.outputs =
+        quorlin::planOutputs(groupPages(reader->pages().texts, settings.method, blankPages),
+                             known.path, settings.outputFolder, settings.method);
+    waitsForNames = settings.flat;
+    emit namesWanted();
+    if (!settings.flat) {
+        UniqueNames names;
+        nameOutputs(names);
+    }
+}
+
+void SplitJob::nameOutputs(UniqueNames &names)
+{
+    waitsForNames = false;
+    known.facts.numberedOutputs =
+        quorlin::nameOutputs(known.facts.outputs, known.path, settings, names);
+    settleOutputs();
+}
+
+void SplitJob::settleOutputs()
+{
+    SplitFacts &facts = known.facts;
+    const QString fault =
+        applyExistingPolicy(facts.outputs, settings.existing,
+                            [this](const QString &path) { return findOutput(path, known.path); });
+    const bool isWritingAny =
+        std::any_of(facts.outputs.begin(), facts.outputs.end(), [](const OutputResult &output) {
+            return output.state == OutputResult::State::Planned;
+        });
+    if (!fault.isEmpty()) {
+        fail(fault);
+    } else if (settings.dryRun || !isWritingAny) {
+        finish();
+    } else {
+        writeOutputs();
+    }
+}
+
+OutputJob SplitJob::outputJob() const
+{
+    OutputJob job;
+    job.program = toolPath(QStringLiteral("pagebinder"));
+    job.input = known.path;
+    job.inputIdentity = inputIdentityText(*identity);
+    job.passwords = settings.passwords;
+    job.timeoutSeconds = settings.timeoutSeconds;
+    return job;
 }
 
 void SplitJob::writeOutputs()
 {
     SplitFacts &facts = known.facts;
-    const BlankPages blankPages = settings.blankPages.value_or(BlankPages::Join);
-    facts.droppedPages = blankPages == BlankPages::Drop ? facts.pagesWithoutText : 0;
-    facts.outputs = planOutputs(groupPages(reader->pages().texts, settings.method, blankPages),
-                                known.path, settings.outputFolder, settings.method);
     if (!makeFolder()) {
         fail(QStringLiteral("its output folder could not be made: ") + folder);
         return;
     }
-    OutputJob job;
-    job.program = toolPath(QStringLiteral("pagebinder"));
-    job.input = known.path;
-    job.inputIdentity = inputIdentityText(*identity);
-    job.timeoutSeconds = settings.timeoutSeconds;
-    writer = new OutputWriter(std::move(job), facts.outputs, budget, this);
+    writer = new OutputWriter(outputJob(), facts.outputs, budget, this);
     connect(writer, &OutputWriter::reported, this, &SplitJob::outputReported);
     connect(writer, &OutputWriter::said, this, &SplitJob::toolSaid);
     connect(writer, &OutputWriter::ended, this, &SplitJob::takeOutputs);
@@ -174,9 +223,13 @@ void SplitJob::writeOutputs()
 
 bool SplitJob::makeFolder()
 {
+    if (settings.flat) {
+        folder = settings.outputFolder;
+        return QFileInfo(folder).isDir();
+    }
     const QDir outputFolder(settings.outputFolder);
     const QString name = inputBaseName(known.path);
-    folder = name.isEmpty() ? settings.outputFolder : settings.outputFolder + u'/' + name;
+    folder = outputFolderOf(known.path, settings.outputFolder);
     madeFolder = !name.isEmpty() && outputFolder.mkdir(name);
     if (!madeFolder) {
         unfinishedBefore = unfinishedOutputs(folder);
@@ -226,7 +279,8 @@ void SplitJob::cleanUp()
     } else {
         inspectOutputs(facts.outputs);
     }
-    if (writer != nullptr && writer->killedATool()) {
+    // In a folder that all files share, the unfinished outputs may be those of others.
+    if (writer != nullptr && writer->killedATool() && !settings.flat) {
         removeUnfinishedOutputs(folder, unfinishedBefore);
     }
     if (madeFolder) {

@@ -33,6 +33,12 @@ public:
     /// Ends the tools; finished() still comes.
     void cancel();
 
+    /// Whether the job waits for nameOutputs().
+    bool isWaitingForNames() const { return waitsForNames; }
+    /// Names the outputs and goes on.
+    /// @param names that the files before this one have left
+    void nameOutputs(UniqueNames &names);
+
     /// What is known of the file so far; whole once finished() has come.
     const SplitResult &result() const { return known; }
 
@@ -42,6 +48,9 @@ signals:
     void pageRead(int page);
     /// The output at @p index was written or failed.
     void outputReported(qsizetype index);
+    /// The outputs are known and want names. Where all files share one folder, the job waits for
+    /// nameOutputs(); otherwise it goes on itself.
+    void namesWanted();
     /// A tool wrote whole lines to its error stream.
     void toolSaid(const QByteArray &text);
     /// Comes once, from the event loop.
@@ -53,7 +62,10 @@ private:
     void readTexts();
     void takeItems(const QByteArray &bytes);
     void takeTexts(const ToolEnd &end);
+    void planOutputs();
+    void settleOutputs();
     void writeOutputs();
+    OutputJob outputJob() const;
     void takeOutputs();
     void finish();
     void fail(const QString &fault);
@@ -75,6 +87,7 @@ private:
     QString folder;               ///< of this file's outputs
     bool madeFolder = false;      ///< whether this job made it
     QStringList unfinishedBefore; ///< what other runs were writing there
+    bool waitsForNames = false;
     bool isCancelled = false;
     bool isFinished = false;
 };

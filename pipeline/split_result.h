@@ -17,7 +17,8 @@ struct OutputResult
         Planned,
         Written,
         StandIns, ///< written, but pages that could not be read have stand-ins in it
-        Failed
+        Failed,
+        Skipped ///< left as it was there before
     };
 
     qsizetype number = 0; ///< counted from 1
@@ -57,6 +58,12 @@ struct SplitFacts
     QList<OutputResult> outputs;
     /// Outputs that a later file of the run replaced by its own.
     QStringList replacedOutputs;
+    /// Outputs that were skipped for those that an earlier file of the run wrote.
+    QStringList takenOutputs;
+    /// Outputs that got a number because others had the same name.
+    qsizetype numberedOutputs = 0;
+    /// PDF files of earlier runs in the folder of this file's outputs.
+    qsizetype otherOutputs = 0;
 };
 
 /// Whether a file was split, and why not.

@@ -116,10 +116,31 @@ void ToolRun::start()
     debugLine({quoted((QStringList(command.program) + command.arguments).join(u' '))});
     sinceProgress.start();
     stallTimer.start(timeoutMilliseconds);
+    if (!preparePasswords()) {
+        QMetaObject::invokeMethod(
+            this, [this] { finish(ToolEnd::Kind::NotStarted, 0); }, Qt::QueuedConnection);
+        return;
+    }
     process.start();
+    passwordPipe.close();
     if (command.nextInput) {
         feed();
     }
+}
+
+bool ToolRun::preparePasswords()
+{
+    if (command.passwords.isEmpty()) {
+        return true;
+    }
+    if (!passwordPipe.open(command.passwords)) {
+        return false;
+    }
+    const int descriptor = passwordPipe.descriptor();
+    process.setArguments(command.arguments +
+                         QStringList{QStringLiteral("-passwords"), QString::number(descriptor)});
+    process.setChildProcessModifier([descriptor] { PasswordPipe::keepInChild(descriptor); });
+    return true;
 }
 
 void ToolRun::cancel()

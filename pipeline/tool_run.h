@@ -1,5 +1,7 @@
 #pragma once
 
+#include "pipeline/password_pipe.h"
+
 #include <QByteArray>
 #include <QElapsedTimer>
 #include <QObject>
@@ -19,6 +21,9 @@ struct ToolCommand
     QStringList arguments;
     /// Value of inputIdentityVariable; empty leaves the variable out.
     QByteArray inputIdentity;
+    /// Passwords to try on the input, each ended by a line feed. They reach the tool through a
+    /// pipe, so that nobody else can see them.
+    QByteArray passwords;
     /// Gives the tool's standard input piece by piece, an empty piece at its end. Without it the
     /// tool has none.
     std::function<QByteArray()> nextInput;
@@ -78,6 +83,7 @@ signals:
 
 private:
     void feed();
+    bool preparePasswords();
     void hear();
     void readOutput();
     void noteMessages(const QByteArray &lines);
@@ -88,6 +94,7 @@ private:
     ToolCommand command;
     int timeoutMilliseconds;
     QProcess process;
+    PasswordPipe passwordPipe;
     QTimer stallTimer;
     QTimer killTimer;
     QElapsedTimer sinceProgress;

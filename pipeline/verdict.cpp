@@ -14,11 +14,6 @@ bool wasWritten(const OutputResult &output)
            output.state == OutputResult::State::StandIns;
 }
 
-QString placeText(const SplitSettings &settings)
-{
-    return QString::number(settings.position.x()) + u',' + QString::number(settings.position.y());
-}
-
 /// "page 7" or "3 pages, the first is page 7".
 QString pagesText(const QList<int> &pages)
 {
@@ -34,21 +29,30 @@ QString faultOfReading(const SplitFacts &facts, const SplitSettings &settings)
         return QStringLiteral("it has unreadable pages: ") + pagesText(facts.unreadablePages);
     }
     if (!facts.doubtfulPages.isEmpty()) {
-        return QStringLiteral("pages could be read only in part, and the text at ") +
-               placeText(settings) + QStringLiteral(" may be in the rest: ") +
+        return QStringLiteral("pages could be read only in part, and the text ") +
+               describePlace(settings.place) + QStringLiteral(" may be in the rest: ") +
                pagesText(facts.doubtfulPages);
     }
     return {};
 }
 
-QString faultOfOutputs(const SplitFacts &facts)
+/// Whether the output is as it should be, by this run or an earlier one.
+bool isInOrder(const OutputResult &output)
 {
-    const auto first = std::find_if_not(facts.outputs.begin(), facts.outputs.end(), wasWritten);
+    return wasWritten(output) || output.state == OutputResult::State::Skipped;
+}
+
+QString faultOfOutputs(const SplitFacts &facts, const SplitSettings &settings)
+{
+    if (settings.dryRun) {
+        return {};
+    }
+    const auto first = std::find_if_not(facts.outputs.begin(), facts.outputs.end(), isInOrder);
     if (first == facts.outputs.end()) {
         return {};
     }
     const auto missing =
-        std::count_if(first, facts.outputs.end(), [](const auto &o) { return !wasWritten(o); });
+        std::count_if(first, facts.outputs.end(), [](const auto &o) { return !isInOrder(o); });
     QString fault = QString::number(missing) + QStringLiteral(" of ") +
                     QString::number(facts.outputs.size()) +
                     QStringLiteral(" outputs were not written, the first is ") + first->path;
@@ -79,6 +83,17 @@ QString faultOfReplacing(const SplitFacts &facts)
            QStringLiteral(" of its outputs, the first is ") + facts.replacedOutputs.constFirst();
 }
 
+QString faultOfTaking(const SplitFacts &facts)
+{
+    if (facts.takenOutputs.isEmpty()) {
+        return {};
+    }
+    return QStringLiteral("another file of the same name wrote ") +
+           QString::number(facts.takenOutputs.size()) +
+           QStringLiteral(" of its outputs in this run, the first is ") +
+           facts.takenOutputs.constFirst();
+}
+
 QString faultOf(const SplitFacts &facts, const SplitSettings &settings)
 {
     if (facts.inputChanged) {
@@ -93,9 +108,9 @@ QString faultOf(const SplitFacts &facts, const SplitSettings &settings)
     if (facts.cancelled) {
         return QStringLiteral("the run ended before it was done");
     }
-    for (const QString &fault :
-         {faultOfOutputs(facts), faultOfReading(facts, settings), faultOfPages(facts, settings),
-          faultOfStandIns(facts), faultOfReplacing(facts)}) {
+    for (const QString &fault : {faultOfOutputs(facts, settings), faultOfReading(facts, settings),
+                                 faultOfPages(facts, settings), faultOfStandIns(facts),
+                                 faultOfReplacing(facts), faultOfTaking(facts)}) {
         if (!fault.isEmpty()) {
             return fault;
         }
@@ -110,15 +125,31 @@ QString faultOfPages(const SplitFacts &facts, const SplitSettings &settings)
     const bool isAllBlank = facts.pagesWithoutText == facts.pages;
     const bool isDropped = settings.blankPages == BlankPages::Drop;
     if (isAllBlank && (!settings.blankPages || settings.blankPagesFail || isDropped)) {
-        return QStringLiteral("no page has text at ") + placeText(settings) +
+        return QStringLiteral("no page has text ") + describePlace(settings.place) +
                QStringLiteral(" (--list-items shows where text stands)");
     }
     if (settings.blankPagesFail && facts.pagesWithoutText > 0) {
         return QString::number(facts.pagesWithoutText) + QStringLiteral(" of ") +
-               QString::number(facts.pages) + QStringLiteral(" pages have no text at ") +
-               placeText(settings);
+               QString::number(facts.pages) + QStringLiteral(" pages have no text ") +
+               describePlace(settings.place);
     }
     return {};
+}
+
+SplitOutcome outcomeOf(const SplitResult &result, const SplitSettings &settings)
+{
+    if (!result.verdict.succeeded) {
+        return SplitOutcome::Failed;
+    }
+    const QList<OutputResult> &outputs = result.facts.outputs;
+    const bool areSkipped =
+        std::all_of(outputs.begin(), outputs.end(), [](const OutputResult &output) {
+            return output.state == OutputResult::State::Skipped;
+        });
+    if (areSkipped) {
+        return SplitOutcome::Skipped;
+    }
+    return settings.dryRun ? SplitOutcome::Planned : SplitOutcome::Succeeded;
 }
 
 Verdict judge(const SplitFacts &facts, const SplitSettings &settings)

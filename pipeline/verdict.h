@@ -10,6 +10,15 @@ namespace quorlin {
 /// and as this run wrote it.
 Verdict judge(const SplitFacts &facts, const SplitSettings &settings);
 
+/// How a file's turn ended.
+enum class SplitOutcome {
+    Succeeded,
+    Failed,
+    Planned, ///< nothing was to be written
+    Skipped  ///< all its outputs were there before and are left as they are
+};
+SplitOutcome outcomeOf(const SplitResult &result, const SplitSettings &settings);
+
 /// Why a file with these page texts is not split at all; empty when it is. Pages that could not be
 /// read are no reason: their place is known, and the outputs have a stand-in for them.
 QString faultOfPages(const SplitFacts &facts, const SplitSettings &settings);

@@ -4,6 +4,44 @@
 
 namespace quorlin {
 
+namespace {
+
+QString currentRuleKey()
+{
+    return QStringLiteral("currule/rule");
+}
+
+QString markerKey(const QString &name)
+{
+    return QStringLiteral("orbi/") + name;
+}
+
+void putRule(QSettings &settings, const QString &name, const Subtext &item)
+{
+    settings.setValue(markerKey(name), QStringLiteral("1"));
+    settings.setValue(name + QStringLiteral("/xpos"), QString::number(item.left));
+    settings.setValue(name + QStringLiteral("/ypos"), QString::number(item.top));
+    settings.setValue(name + QStringLiteral("/wid"), QString::number(item.width));
+    settings.setValue(name + QStringLiteral("/hei"), QString::number(item.height));
+    settings.setValue(name + QStringLiteral("/text"), item.text);
+}
+
+void dropRule(QSettings &settings, const QString &name)
+{
+    settings.remove(markerKey(name));
+    for (const char *key : {"/xpos", "/ypos", "/wid", "/hei", "/text"}) {
+        settings.remove(name + QLatin1String(key));
+    }
+}
+
+bool isSaved(QSettings &settings)
+{
+    settings.sync();
+    return settings.status() == QSettings::NoError;
+}
+
+} // namespace
+
 QStringList ruleNames(const QString &settingsPath)
 {
     QSettings settings(settingsPath, QSettings::IniFormat);
@@ -16,8 +54,7 @@ QStringList ruleNames(const QString &settingsPath)
 bool isRuleNameTaken(const QString &name, const QString &settingsPath)
 {
     const QSettings settings(settingsPath, QSettings::IniFormat);
-    return settingsText(settings, QStringLiteral("orbi/") + name, QStringLiteral("0")) ==
-           QLatin1String("1");
+    return settingsText(settings, markerKey(name), QStringLiteral("0")) == QLatin1String("1");
 }
 
 Subtext readRule(const QString &name, const QString &settingsPath)
@@ -38,19 +75,43 @@ Subtext readRule(const QString &name, const QString &settingsPath)
 void saveRule(const QString &name, const Subtext &item)
 {
     QSettings settings(settingsFileName(), QSettings::IniFormat);
-    settings.setValue(QStringLiteral("orbi/") + name, QStringLiteral("1"));
-    settings.setValue(QStringLiteral("currule/rule"), name);
-    settings.setValue(name + QStringLiteral("/xpos"), QString::number(item.left));
-    settings.setValue(name + QStringLiteral("/ypos"), QString::number(item.top));
-    settings.setValue(name + QStringLiteral("/wid"), QString::number(item.width));
-    settings.setValue(name + QStringLiteral("/hei"), QString::number(item.height));
-    settings.setValue(name + QStringLiteral("/text"), item.text);
+    putRule(settings, name, item);
+    settings.setValue(currentRuleKey(), name);
+}
+
+bool storeRule(const QString &name, const Subtext &item, const QString &settingsPath)
+{
+    QSettings settings(settingsPath, QSettings::IniFormat);
+    putRule(settings, name, item);
+    return isSaved(settings);
+}
+
+bool removeRule(const QString &name, const QString &settingsPath)
+{
+    QSettings settings(settingsPath, QSettings::IniFormat);
+    dropRule(settings, name);
+    if (settingsText(settings, currentRuleKey()) == name) {
+        settings.remove(currentRuleKey());
+    }
+    return isSaved(settings);
+}
+
+bool renameRule(const QString &name, const QString &newName, const QString &settingsPath)
+{
+    const Subtext item = readRule(name, settingsPath);
+    QSettings settings(settingsPath, QSettings::IniFormat);
+    dropRule(settings, name);
+    putRule(settings, newName, item);
+    if (settingsText(settings, currentRuleKey()) == name) {
+        settings.setValue(currentRuleKey(), newName);
+    }
+    return isSaved(settings);
 }
 
 QString currentRuleName()
 {
     const QSettings settings(settingsFileName(), QSettings::IniFormat);
-    return settingsText(settings, QStringLiteral("currule/rule"), QString());
+    return settingsText(settings, currentRuleKey());
 }
 
 } // namespace quorlin

@@ -27,6 +27,18 @@ Subtext readRule(const QString &name, const QString &settingsPath = settingsFile
 /// Names are neither trimmed nor checked. A file that cannot be written gives no message.
 void saveRule(const QString &name, const Subtext &item);
 
+// Changes without the editor. Whatever else stands in the file keeps its value; the rule saved last
+// is still the same, under its new name perhaps. They return false when the file cannot be written.
+
+/// Stores @p item under @p name, in place of an older rule of that name.
+bool storeRule(const QString &name, const Subtext &item, const QString &settingsPath);
+
+/// Removes the rule, but no value of that section that belongs to no rule.
+bool removeRule(const QString &name, const QString &settingsPath);
+
+/// Gives the rule @p name the name @p newName.
+bool renameRule(const QString &name, const QString &newName, const QString &settingsPath);
+
 /// Name of the rule saved last, empty when there is none.
 QString currentRuleName();
 

@@ -94,6 +94,9 @@ int count()
     if (isOrdered("uncountable")) {
         return refuse(input, "it is locked");
     }
+    if (isOrdered("protected")) {
+        return refuse(input, "needs a password");
+    }
     if (isOrdered("hangcount")) {
         hang();
     }

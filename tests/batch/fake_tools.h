@@ -7,6 +7,7 @@
 /// page, and stands on it at the position position(). They refuse an input that is not the one they
 /// are told of. What a file's name holds makes them fail:
 ///   uncountable, unexportable, unmergeable   one of the tools refuses it
+///   protected                                it needs a password
 ///   hangcount, hangexport, hangmerge         one of the tools stands still
 ///   hangsecond                               the second output stands still
 ///   crashexport                              the export crashes

@@ -27,11 +27,13 @@ void prepareRunner(QProcess &process, const QStringList &arguments, const QStrin
 }
 
 RunnerResult runRunner(const QStringList &arguments, const QString &currentFolder,
-                       const QString &temporaryFolder)
+                       const QString &temporaryFolder, const QByteArray &input)
 {
     QProcess process;
     prepareRunner(process, arguments, currentFolder, temporaryFolder);
     process.start();
+    process.write(input);
+    process.closeWriteChannel();
     RunnerResult result;
     if (!process.waitForFinished(longestRunMilliseconds)) {
         process.kill();

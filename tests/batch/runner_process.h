@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QProcess>
 #include <QString>
 #include <QStringList>
@@ -22,5 +23,6 @@ void prepareRunner(QProcess &process, const QStringList &arguments, const QStrin
                    const QString &temporaryFolder);
 
 /// Runs the runner to its end. A run that hangs is killed and counts as crashed.
+/// @param input what it reads from standard input
 RunnerResult runRunner(const QStringList &arguments, const QString &currentFolder,
-                       const QString &temporaryFolder);
+                       const QString &temporaryFolder, const QByteArray &input = {});

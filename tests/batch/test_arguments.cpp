@@ -1,3 +1,4 @@
+#include "batch/argument_values.h"
 #include "batch/arguments.h"
 #include "tests/support/room.h"
 

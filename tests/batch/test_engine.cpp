@@ -72,7 +72,7 @@ void TestEngine::init()
     settings = SplitSettings();
     settings.toolFolder = tools->folder();
     settings.outputFolder = root->filePath("out");
-    settings.position = QPoint(100, 50);
+    settings.place.position = QPoint(100, 50);
 }
 
 QString TestEngine::input(const QString &name, const QByteArray &pages) const

@@ -1,5 +1,6 @@
 #include "../batch/runner_process.h"
 #include "corpus.h"
+#include "field_position.h"
 #include "page_texts.h"
 #include "tests/support/room.h"
 #include "text_comparison.h"
@@ -10,7 +11,6 @@
 #include <QTest>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 
 /// Batches of many producers: each is split by all three methods, and every output must hold
@@ -26,33 +26,6 @@ private slots:
 };
 
 namespace {
-
-constexpr double unitsPerPoint = 1.5;
-/// How far the field's edge may lie from where it was measured.
-constexpr double tolerance = 4.0;
-
-struct ListedItem
-{
-    int left = 0;
-    int top = 0;
-    int height = 0;
-};
-
-/// The item of a page whose line runs through @p field, as "LEFT,TOP"; empty when there is none.
-QString positionAt(const QString &listing, QPointF field)
-{
-    const QPointF place = field * unitsPerPoint;
-    for (const QString &line : listing.split('\n', Qt::SkipEmptyParts).mid(1)) {
-        const QStringList numbers = line.left(28).split(' ', Qt::SkipEmptyParts);
-        const ListedItem item{numbers.value(0).toInt(), numbers.value(1).toInt(),
-                              numbers.value(3).toInt()};
-        if (std::abs(item.left - place.x()) <= tolerance && item.top < place.y() &&
-            item.top + item.height + tolerance > place.y()) {
-            return QString::number(item.left) + u',' + QString::number(item.top);
-        }
-    }
-    return {};
-}
 
 /// Pages as they stand in an output's name: "7", "3-6", "1-2 5".
 QString rangesOf(const QList<int> &pages)

@@ -41,7 +41,7 @@ SplitFacts goodFacts()
 SplitSettings settingsWith(std::optional<BlankPages> blankPages = {}, bool blankPagesFail = false)
 {
     SplitSettings settings;
-    settings.position = QPoint(100, 50);
+    settings.place.position = QPoint(100, 50);
     settings.blankPages = blankPages;
     settings.blankPagesFail = blankPagesFail;
     return settings;

@@ -94,7 +94,8 @@ InputFile::InputFile(std::string path, const std::optional<FileIdentity> &noted)
 
 InputFile::InputFile(InputFile &&other) noexcept
     : m_path(std::move(other.m_path)), m_descriptor(std::exchange(other.m_descriptor, -1)),
-      m_identity(other.m_identity), m_isNoted(other.m_isNoted), m_fixedPath(other.m_fixedPath)
+      m_identity(other.m_identity), m_isNoted(other.m_isNoted), m_fixedPath(other.m_fixedPath),
+      m_passwords(std::move(other.m_passwords))
 {
 }
 

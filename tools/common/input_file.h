@@ -8,6 +8,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace tools {
 
@@ -57,6 +59,10 @@ public:
     InputFile &operator=(const InputFile &) = delete;
     InputFile &operator=(InputFile &&) = delete;
 
+    /// Passwords to try in turn where the file does not open without one.
+    void setPasswords(std::vector<std::string> passwords) { m_passwords = std::move(passwords); }
+    const std::vector<std::string> &passwords() const noexcept { return m_passwords; }
+
     const std::string &path() const noexcept { return m_path; }
     int descriptor() const noexcept { return m_descriptor; }
     /// Bytes in the file when it was opened.
@@ -79,6 +85,7 @@ private:
     FileIdentity m_identity;
     bool m_isNoted = false;
     const char *m_fixedPath = nullptr;
+    std::vector<std::string> m_passwords;
 };
 
 } // namespace tools

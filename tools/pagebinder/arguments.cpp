@@ -10,7 +10,7 @@ using Action = BinderArguments::Action;
 
 void takeRanges(ArgumentReader &reader, std::vector<PageRange> &ranges)
 {
-    while (!reader.atEnd() && reader.peek() != "-outfile") {
+    while (!reader.atEnd() && reader.peek() != "-outfile" && reader.peek() != "-passwords") {
         PageRange range;
         const std::string_view text = reader.take();
         if (!parsePageRange(text, range)) {
@@ -52,6 +52,15 @@ void takeOutput(ArgumentReader &reader, BinderArguments &arguments)
     arguments.output = reader.takeValue(option, "a file");
 }
 
+void takePasswords(ArgumentReader &reader, BinderArguments &arguments)
+{
+    const std::string_view option = reader.take();
+    if (arguments.passwords != noPasswords) {
+        reader.fail("-passwords is given twice");
+    }
+    arguments.passwords = takePasswordDescriptor(reader, option);
+}
+
 void checkWhole(const ArgumentReader &reader, const BinderArguments &arguments)
 {
     if (arguments.action == Action::showHelp) {
@@ -87,6 +96,8 @@ BinderArguments parseBinderArguments(const std::vector<std::string_view> &words)
     while (!reader.atEnd()) {
         if (reader.peek() == "-outfile") {
             takeOutput(reader, arguments);
+        } else if (reader.peek() == "-passwords") {
+            takePasswords(reader, arguments);
         } else {
             takeAction(reader, arguments);
         }
@@ -110,7 +121,8 @@ const char *helpText()
 
 RANGE is a page (7) or a range of pages (3-6), counted from 1. "-" stands for standard output as
 FILE or OUTPUT, and for standard input as LIST. INPUT is never changed; FILE and OUTPUT appear
-whole or not at all.
+whole or not at all. With -passwords N behind any of these, descriptor N is read to its end, and
+its lines are tried in turn as passwords of INPUT.
 
 Exit status: 0 done, 1 a file cannot be read or written, 2 wrong command line or list, 3 written,
 with stand-ins for pages that cannot be read.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tools/common/password_reader.h"
 #include "tools/pagebinder/page_ranges.h"
 
 #include <string>
@@ -17,6 +18,7 @@ struct BinderArguments
     std::string input;
     std::string output;            ///< "-" for standard output; empty for split
     std::string list;              ///< for split: the file with the entries, "-" for standard input
+    int passwords = noPasswords;   ///< descriptor to read passwords from
     std::vector<PageRange> ranges; ///< for merge, in the order given
 };
 

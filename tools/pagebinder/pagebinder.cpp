@@ -24,6 +24,15 @@ namespace tools {
 
 namespace {
 
+/// The input of @p arguments, with the passwords to try on it.
+InputFile inputOf(const BinderArguments &arguments, const std::optional<FileIdentity> &noted)
+{
+    std::vector<std::string> passwords = readPasswords(arguments.passwords);
+    InputFile input(arguments.input, noted);
+    input.setPasswords(std::move(passwords));
+    return input;
+}
+
 constexpr char toolName[] = "pagebinder";
 constexpr std::uint64_t mostAddresses = std::uint64_t{4} << 30U;
 constexpr std::uint64_t largestOutput = std::uint64_t{16} << 30U;
@@ -58,7 +67,7 @@ ExitStatus getInformation(const BinderArguments &arguments)
         // Whatever happens from here on, nobody reads an older file's answer.
         removeFile(arguments.output);
     }
-    InputFile input(arguments.input, noted);
+    InputFile input = inputOf(arguments, noted);
     const OutputPlaces places(input, {arguments.output});
     lockUp(input, places, 1, 0);
     PdfContext context(toolName);
@@ -74,7 +83,7 @@ std::uint64_t pagesIn(const std::vector<PageRange> &ranges)
 
 ExitStatus merge(const BinderArguments &arguments)
 {
-    InputFile input(arguments.input, notedIdentity());
+    InputFile input = inputOf(arguments, notedIdentity());
     const OutputPlaces places(input, {arguments.output});
     const OutputPlace &output = places.at(0);
     lockUp(input, places, 1, pagesIn(arguments.ranges));
@@ -94,7 +103,7 @@ ExitStatus split(const BinderArguments &arguments)
         outputs.push_back(entry.output);
         pages += pagesIn(entry.ranges);
     }
-    InputFile input(arguments.input, noted);
+    InputFile input = inputOf(arguments, noted);
     const OutputPlaces places(input, outputs);
     lockUp(input, places, entries.size(), pages);
     PdfContext context(toolName);

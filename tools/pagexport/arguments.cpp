@@ -62,6 +62,8 @@ bool takeOption(ArgumentReader &arguments, std::string_view option, Taken &taken
         taken.result.lastPage = takeNumber(arguments, option, "page number");
     } else if (option == "-threads") {
         taken.result.mostThreads = takeThreadCount(arguments, option);
+    } else if (option == "-passwords") {
+        taken.result.passwords = takePasswordDescriptor(arguments, option);
     } else if (option == "--help" || option == "-h") {
         taken.result.action = Action::showHelp;
         return true;
@@ -139,6 +141,7 @@ with tabs between the fields:
   -f FIRST     first page to export (1 when left out)
   -l LAST      last page to export (the last one when left out)
   -threads N   read the pages with N threads at most (one per processor when left out)
+  -passwords N try the lines that descriptor N gives as passwords of the input
   --           what follows are files, even if they begin with "-"
   --help       print this text
   --version    print the version

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "tools/common/input_file.h"
+#include "tools/common/password_reader.h"
 
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tools {
 
@@ -19,6 +21,8 @@ struct ExportArguments
     std::optional<long long> firstPage; ///< 1-based, as given
     std::optional<long long> lastPage;
     std::optional<std::size_t> mostThreads; ///< at least 1; one per processor when left out
+    int passwords = noPasswords;            ///< descriptor to read passwords from
+    std::vector<std::string> passwordList;  ///< that were read from it
     std::optional<FileIdentity> identity;   ///< that the input must have
 
     /// The process has nothing else to do, so it gives up what it does not need.

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <memory>
 #include <new>
+#include <utility>
 
 namespace tools {
 
@@ -25,6 +26,7 @@ int run(ExportArguments arguments)
 {
     if (!arguments.input.empty()) {
         arguments.identity = notedIdentity();
+        arguments.passwordList = readPasswords(arguments.passwords);
     }
     arguments.locksUp = true;
     switch (arguments.action) {
@@ -77,6 +79,7 @@ Job runJob(const ExportArguments &arguments, InputFile input, PageSink &sink)
 InputFile openInput(const ExportArguments &arguments)
 {
     InputFile input(arguments.input, arguments.identity);
+    input.setPasswords(arguments.passwordList);
     setMemoryBudget(memoryBudgetFor(static_cast<std::uint64_t>(input.size())));
     return input;
 }

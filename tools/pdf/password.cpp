@@ -126,4 +126,14 @@ bool opensWithoutPassword(PdfSource &source)
            hasKey(source, cryptOf(document));
 }
 
+bool opensWith(PdfSource &source, const std::string &password)
+{
+    bool opens = false;
+    const char *text = password.c_str();
+    static_cast<void>(source.attempt([&source, text, &opens] {
+        opens = pdf_authenticate_password(source.context(), source.file().document(), text) != 0;
+    }));
+    return opens;
+}
+
 } // namespace tools

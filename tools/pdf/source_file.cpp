@@ -4,6 +4,8 @@
 #include "tools/pdf/password.h"
 #include "tools/pdf/quick_opening.h"
 
+#include <algorithm>
+
 namespace tools {
 
 SourceFile::SourceFile(PdfContext &context, InputFile input, Opening opening)
@@ -46,10 +48,15 @@ void SourceFile::checkPassword()
     try {
         const bool isOpen = readRepairing(*this, [this] {
             PdfSource source(*this);
-            return opensWithoutPassword(source);
+            const std::vector<std::string> &passwords = m_input.passwords();
+            return opensWithoutPassword(source) ||
+                   std::any_of(passwords.begin(), passwords.end(),
+                               [&source](const auto &word) { return opensWith(source, word); });
         });
         if (!isOpen) {
-            throw ToolError(path(), "needs a password");
+            throw ToolError(path(), m_input.passwords().empty()
+                                        ? "needs a password"
+                                        : "needs a password that is none of those given");
         }
     } catch (...) {
         pdf_drop_document(context(), m_document);

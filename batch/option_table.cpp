@@ -1,0 +1,208 @@
+#include "batch/option_table.h"
+
+#include <array>
+
+namespace quorlin::batch {
+
+namespace {
+
+constexpr int column = 23; ///< in which the help of an option begins
+
+constexpr int split = static_cast<int>(Mode::Split);
+constexpr int listRules = static_cast<int>(Mode::ListRules);
+constexpr int listItems = static_cast<int>(Mode::ListItems);
+constexpr int saveRule = static_cast<int>(Mode::SaveRule);
+constexpr int removeRule = static_cast<int>(Mode::RemoveRule);
+constexpr int renameRule = static_cast<int>(Mode::RenameRule);
+constexpr int exportRules = static_cast<int>(Mode::ExportRules);
+constexpr int importRules = static_cast<int>(Mode::ImportRules);
+constexpr int changeRules = saveRule | removeRule | renameRule | exportRules | importRules;
+constexpr int everything = split | listRules | listItems | changeRules;
+
+constexpr std::array placeOptions = {
+    Option{"rule", "NAME", split, "split by the text at the position of this rule"},
+    Option{"position", "LEFT,TOP", split | saveRule, "split by the text at this position instead"},
+    Option{"region", "LEFT,TOP,WIDTH,HEIGHT", split,
+           "split by all texts that begin in this rectangle, joined\nin reading order"},
+    Option{"after", "LABEL", split,
+           "split by the text that follows these words on their\n"
+           "line, or stands below them where nothing follows"},
+    Option{"tolerance", "UNITS", split,
+           "let left and top of --rule or --position be this far\n"
+           "off, and take the nearest text (default 0)"},
+    Option{"match", "REGEX", split,
+           "let only this part of the text count: what the first\n"
+           "group matches, or all where there is no group"},
+};
+
+constexpr std::array splitOptions = {
+    Option{"method", "N", split,
+           "1: split where the text differs from the page before (default)\n"
+           "2: split at every page that has text there\n"
+           "3: as 1, then put pages of the same text together"},
+    Option{"pages-without-text", "WHAT", split,
+           "what to do with pages that have no text there:\n"
+           "join: add them to the output of the page before (default)\n"
+           "separate: put them into outputs of their own\n"
+           "drop: leave them out of the outputs\n"
+           "fail: do not split a file that has such a page\n"
+           "A file without any text there fails, unless you choose join or\n"
+           "separate here."},
+    Option{"dry-run", nullptr, split, "print the plan of the outputs, write none of them"},
+};
+
+constexpr std::array inputOptions = {
+    Option{"files-from", "FILE", split,
+           "split the files that FILE names, one a line, too;\n"
+           "\"-\" reads their names from standard input"},
+    Option{"null", nullptr, split, "the names in that list end with a NUL, as of find -print0"},
+    Option{"password-file", "FILE", split | listItems | saveRule,
+           "try the lines of FILE as passwords of encrypted files"},
+};
+
+constexpr std::array outputOptions = {
+    Option{"output", "DIR", split, "folder of the outputs; each input gets a folder in it"},
+    Option{"create", nullptr, split, "make DIR when it does not exist"},
+    Option{"flat", nullptr, split, "put all outputs into DIR itself"},
+    Option{"name", "PATTERN", split,
+           "name the outputs by PATTERN instead of as the window:\n"
+           "text with {number}, {text}, {base}, {pages}, {first},\n"
+           "{last} (page) and {count} (of pages); {number:04} fills\n"
+           "up with zeros"},
+    Option{"existing", "WHAT", split,
+           "what to do with outputs that are there already:\n"
+           "replace: write them anew (default)\n"
+           "skip: leave them as they are\n"
+           "fail: do not split a file that has such an output"},
+    Option{"report", "FILE", split,
+           "write what became of every input and output to FILE, as\n"
+           "JSON (.json) or CSV (.csv); \"-\" writes JSON to standard\n"
+           "output and nothing else there"},
+};
+
+constexpr std::array runOptions = {
+    Option{"jobs", "N", split,
+           "split up to N files at the same time, a long one with up to N\n"
+           "threads or processes (default: one per processor)"},
+    Option{"timeout", "SECONDS", split | listItems | saveRule,
+           "end a tool that shows no progress for so long (default 600)"},
+    Option{"quiet", nullptr, everything, "print the results only"},
+    Option{"verbose", nullptr, everything,
+           "print the log and the tools' messages on the error stream"},
+};
+
+constexpr std::array findOptions = {
+    Option{"list-rules", nullptr, listRules, "print the saved rules: name, position, text"},
+    Option{"list-items", "FILE", listItems,
+           "print the text items of a page: left, top, width, height, text"},
+    Option{"page", "N", listItems | saveRule,
+           "the page whose items are printed or looked at (default 1)"},
+    Option{"json", nullptr, listRules | listItems, "print the list as JSON"},
+};
+
+constexpr std::array ruleOptions = {
+    Option{"save-rule", "NAME", saveRule,
+           "save a rule: with --position its position, with --from\n"
+           "and --text that of an item"},
+    Option{"from", "FILE", saveRule, "the file with the item, on the page that --page names"},
+    Option{"text", "TEXT", saveRule, "the item's text"},
+    Option{"remove-rule", "NAME", removeRule, "remove a saved rule"},
+    Option{"rename-rule", "OLD NEW", renameRule, "give a saved rule another name"},
+    Option{"export-rules", "FILE", exportRules, "write the saved rules to a settings file"},
+    Option{"import-rules", "FILE", importRules,
+           "add the rules of a settings file to the saved ones"},
+};
+
+constexpr std::array folderOptions = {
+    Option{"settings", "FILE", split | listRules | changeRules,
+           "take the rules from FILE (default: setting.ini beside this program)"},
+    Option{"tools", "DIR", split | listItems | saveRule,
+           "take pagexport and pagebinder from DIR (default: beside this program)"},
+};
+
+constexpr std::array otherOptions = {
+    Option{"help", nullptr, everything, "print this text and stop"},
+    Option{"version", nullptr, everything, "print the version and stop"},
+};
+
+constexpr std::array groups = {
+    OptionGroup{"Where the text stands (one of the first four)", placeOptions},
+    OptionGroup{"Splitting", splitOptions},
+    OptionGroup{"Inputs", inputOptions},
+    OptionGroup{"Outputs", outputOptions},
+    OptionGroup{"The run", runOptions},
+    OptionGroup{"Finding a place", findOptions},
+    OptionGroup{"Saving rules", ruleOptions},
+    OptionGroup{"Folders", folderOptions},
+    OptionGroup{"Others", otherOptions},
+};
+
+constexpr char usage[] =
+    "Splits PDF files by their content, without a window.\n"
+    "\n"
+    "Usage:\n"
+    "  quorlin-batch --rule NAME [--method 1|2|3] --output DIR FILE...\n"
+    "  quorlin-batch --position LEFT,TOP [--method 1|2|3] --output DIR FILE...\n"
+    "  quorlin-batch --list-rules\n"
+    "  quorlin-batch --list-items FILE [--page N]\n"
+    "  quorlin-batch --save-rule NAME --position LEFT,TOP\n";
+
+constexpr char examples[] =
+    "\n"
+    "Examples:\n"
+    "  quorlin-batch --rule \"Customer number\" --create --output out in/*.pdf\n"
+    "  quorlin-batch --after \"Customer number\" --dry-run --output out statements.pdf\n"
+    "  quorlin-batch --region 560,140,200,40 --match '\\d{2}-\\d{5}' --output out statements.pdf\n"
+    "  quorlin-batch --rule Account --flat --name '{text} {number:04}' --output out in/*.pdf\n"
+    "  find in -name '*.pdf' -print0 | quorlin-batch --rule Account --existing skip \\\n"
+    "      --report out/report.csv --output out --files-from - --null\n"
+    "  quorlin-batch --save-rule Account --from statements.pdf --text 10-44710\n"
+    "\n"
+    "After \"--\" every word is a file. Exit status: 0 when every file was split, 1 when one\n"
+    "was not, 2 when the command line or the rule is at fault.\n";
+
+QString optionHelp(const Option &option)
+{
+    QString head = QStringLiteral("  --") + QLatin1String(option.name);
+    if (option.value != nullptr) {
+        head += u' ' + QLatin1String(option.value);
+    }
+    const QString indent = QString(column, u' ');
+    const QString lines = QString::fromUtf8(option.help).replace(u'\n', u'\n' + indent) + u'\n';
+    return head.size() + 1 < column ? head.leftJustified(column) + lines
+                                    : head + u'\n' + indent + lines;
+}
+
+} // namespace
+
+std::span<const OptionGroup> optionGroups()
+{
+    return groups;
+}
+
+QString modeText(Mode mode)
+{
+    for (const OptionGroup &group : groups) {
+        for (const Option &option : group.options) {
+            // The option that asks for a mode is the first one that goes with it alone.
+            if (mode != Mode::Split && option.modes == static_cast<int>(mode)) {
+                return QStringLiteral("--") + QLatin1String(option.name);
+            }
+        }
+    }
+    return QStringLiteral("a split");
+}
+
+QString helpText()
+{
+    QString text = QLatin1String(usage);
+    for (const OptionGroup &group : groups) {
+        text += u'\n' + QLatin1String(group.heading) + QStringLiteral(":\n");
+        for (const Option &option : group.options) {
+            text += optionHelp(option);
+        }
+    }
+    return text + QLatin1String(examples);
+}
+
+} // namespace quorlin::batch
