@@ -209,23 +209,6 @@ void TestFields::widgetsThatNameNoFieldBelongToTheOneThatListsThem()
     QCOMPARE(output->value("Root/Pages/Kids/0/Annots/0/Parent/Parent/V"), QByteArray("/On"));
 }
 
-void TestFields::widgetsThatNameNoFieldBelongToTheOneThatListsThem()
-{
-    // Neither the widgets nor the field between lead back up; one list closes a circle.
-    TestPdf pdf = page("43 0 R 44 0 R", "/Fields[41 0 R]");
-    pdf.object(41, "<</FT/Btn/T(group)/V/On/Kids[42 0 R 44 0 R 41 0 R]>>");
-    pdf.object(42, "<</Kids[43 0 R 41 0 R]>>");
-    pdf.object(43, "<</Subtype/Widget/Rect[0 0 9 9]/AS/On>>");
-    pdf.object(44, "<</Subtype/Widget/Rect[9 0 18 9]/AS/Off>>");
-    const auto output = m_bench.merged(pdf, "1");
-    QVERIFY(output);
-    const QByteArray field = "Root/AcroForm/Fields/0/";
-    QCOMPARE(output->value(field + "T"), QByteArray("(group)"));
-    QCOMPARE(output->value(field + "Kids/0/Kids/0/AS"), QByteArray("/On"));
-    QCOMPARE(output->value(field + "Kids/1/AS"), QByteArray("/Off"));
-    QCOMPARE(output->value("Root/Pages/Kids/0/Annots/0/Parent/Parent/V"), QByteArray("/On"));
-}
-
 void TestFields::aFormWithoutFieldsIsNone()
 {
     TestPdf pdf = TestPdf::pages(2, "/AcroForm<</Fields[41 0 R]/NeedAppearances true>>");
