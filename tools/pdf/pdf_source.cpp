@@ -13,6 +13,27 @@ namespace {
 
 constexpr int longestReferenceChain = 10;
 constexpr std::size_t largestPiece = 65536;
+
+/// Gives what the library has made back to it, however a function ends.
+template <typename Object> struct Owner
+{
+    Owner(fz_context *library, void (*give)(fz_context *, Object *))
+        : context(library), giveBack(give)
+    {
+    }
+    ~Owner() { giveBack(context, object); }
+    Owner(const Owner &) = delete;
+    Owner &operator=(const Owner &) = delete;
+
+    fz_context *context;
+    void (*giveBack)(fz_context *, Object *);
+    Object *object = nullptr;
+};
+
+void freeMemory(fz_context *context, char *memory)
+{
+    fz_free(context, memory);
+}
 constexpr std::size_t longestMended = std::size_t{1} << 18U;
 
 bool isInPageTree(const PageList &list, int number)
@@ -222,14 +243,13 @@ bool PdfSource::isRepaired() const
 
 bool PdfSource::loadStream(int number, std::string &bytes)
 {
-    fz_buffer *buffer = nullptr;
+    Owner<fz_buffer> owner{m_context, fz_drop_buffer};
+    fz_buffer *&buffer = owner.object;
     if (!attempt([this, number, &buffer] {
             buffer = pdf_load_stream_number(m_context, m_document, number);
         })) {
         return false;
     }
-    const std::unique_ptr<fz_buffer, std::function<void(fz_buffer *)>> owner(
-        buffer, [this](fz_buffer *dropped) { fz_drop_buffer(m_context, dropped); });
     unsigned char *data = nullptr;
     const std::size_t length = fz_buffer_storage(m_context, buffer, &data);
     bytes.assign(reinterpret_cast<const char *>(data), length);
@@ -399,13 +419,10 @@ bool PdfSource::isStream(int number)
 StreamEnd PdfSource::readStream(int number, bool decoded,
                                 const std::function<bool(const unsigned char *, std::size_t)> &take)
 {
-    struct StreamCloser
-    {
-        fz_context *context;
-        void operator()(fz_stream *stream) const { fz_drop_stream(context, stream); }
-    };
+    // Opening may find that the table was rebuilt, and throw when the stream is there already.
+    Owner<fz_stream> owner{m_context, fz_drop_stream};
+    fz_stream *&opened = owner.object;
     const int complaints = m_file.complaints();
-    fz_stream *opened = nullptr;
     if (!attempt([this, number, decoded, &opened] {
             opened = decoded ? pdf_open_stream_number(m_context, m_document, number)
                              : pdf_open_raw_stream_number(m_context, m_document, number);
@@ -413,7 +430,6 @@ StreamEnd PdfSource::readStream(int number, bool decoded,
         opened == nullptr) {
         return StreamEnd::failed;
     }
-    const std::unique_ptr<fz_stream, StreamCloser> stream(opened, StreamCloser{m_context});
     for (;;) {
         std::size_t length = 0;
         if (!attempt([this, opened, &length] {
@@ -436,14 +452,13 @@ StreamEnd PdfSource::readStream(int number, bool decoded,
 
 std::string PdfSource::text(pdf_obj *string)
 {
-    char *converted = nullptr;
+    Owner<char> owner{m_context, freeMemory};
+    char *&converted = owner.object;
     if (!pdf_is_string(m_context, string) || !attempt([this, string, &converted] {
             converted = pdf_new_utf8_from_pdf_string_obj(m_context, string);
         })) {
         return {};
     }
-    const std::unique_ptr<char, std::function<void(char *)>> owner(
-        converted, [this](char *memory) { fz_free(m_context, memory); });
     return converted;
 }
 

@@ -161,11 +161,11 @@ void TestHostilePages::endlessGlyphIsGivenUp()
     QCOMPARE(status, 0);
     QCOMPARE(run.texts(1), good);
     // On a fast machine the glyph meets the bound of memory first, and goes alone.
-    if (run.errors().contains("glyph load failed")) {
-        QCOMPARE(run.texts(2), QStringList{"a"});
-    } else {
-        QCOMPARE(run.texts(2), QStringList());
+    if (run.texts(2).isEmpty()) {
         QVERIFY(run.errors().contains("page 2"));
+    } else {
+        QCOMPARE(run.texts(2), QStringList{"a"});
+        QVERIFY(run.errors().contains("glyph load failed"));
     }
     QCOMPARE(run.texts(3), good);
 }

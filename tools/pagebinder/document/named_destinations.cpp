@@ -124,11 +124,14 @@ void NamedDestinations::openKids(Node &node)
     }
     node.isOpened = true;
     pdf_obj *kids = m_source.get(node.object.get(), PDF_NAME(Kids));
-    const int count = std::min(pdf_array_len(m_source.context(), kids), mostNodes - m_nodes);
-    m_nodes += count;
-    node.kids.resize(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i) {
-        setObject(node.kids[static_cast<std::size_t>(i)], m_source.at(kids, i));
+    const int count = pdf_array_len(m_source.context(), kids);
+    for (int i = 0; i < count && m_nodes < mostNodes; ++i) {
+        // Met again, a node holds nothing new; kept too often, the library never lets go of it.
+        const int number = m_source.numberOf(pdf_array_get(m_source.context(), kids, i));
+        if (number == 0 || m_known.insert(number).second) {
+            ++m_nodes;
+            setObject(node.kids.emplace_back(), m_source.at(kids, i));
+        }
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace tools {
@@ -57,8 +58,9 @@ private:
     PdfSource &m_source;
     Node m_root;
     bool m_isOpened = false;
-    int m_nodesLeft = 0; ///< of the tree, in one search
-    int m_nodes = 0;     ///< that are known
+    int m_nodesLeft = 0;             ///< of the tree, in one search
+    int m_nodes = 0;                 ///< that are known
+    std::unordered_set<int> m_known; ///< their numbers
     int m_dictionarySearches = 0;
     Names m_dictionary; ///< names of the older kind, once they have been searched often
 };
