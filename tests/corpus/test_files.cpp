@@ -46,7 +46,7 @@ QString linkName(qsizetype index)
 QHash<QString, int> readResults(const QString &output)
 {
     static const QRegularExpression line(
-        QStringLiteral("^(Succeed|Failed)\\s+.*/([^/]+?)(?: \\((\\d+) pages, .*\\))?$"));
+        QStringLiteral("^(Succeed|Failed)\\s+.*/([^/]+?)(?: \\((\\d+) pages?, .*\\))?$"));
     QHash<QString, int> results;
     for (const QString &text : output.split('\n', Qt::SkipEmptyParts)) {
         const QRegularExpressionMatch match = line.match(text);
