@@ -15,8 +15,8 @@
 
 namespace quorlin::batch {
 
-/// The command line, read. Paths stand as the caller typed them.
-struct Arguments
+/// The command line, read. Paths stand as the caller typed them. In the order of the help.
+struct Arguments // NOLINT(clang-analyzer-optin.performance.Padding): there is one
 {
     Mode mode = Mode::Split;
 

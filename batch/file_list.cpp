@@ -39,7 +39,7 @@ FileContent readWhole(const QString &path)
 
 FileContent readPasswordFile(const QString &path)
 {
-    const FileContent content = readWhole(path);
+    FileContent content = readWhole(path);
     if (!content.fault.isEmpty()) {
         return content;
     }

@@ -60,7 +60,7 @@ QByteArray csvField(QString text)
 QString joined(const QJsonArray &values, const QString &separator)
 {
     QStringList texts;
-    for (const QJsonValue &value : values) {
+    for (const auto &value : values) {
         texts.append(value.toVariant().toString());
     }
     return texts.join(separator);
@@ -157,7 +157,8 @@ QByteArray csvLines(const QJsonObject &entry)
                                QString::number(entry["pagesWithoutText"].toInteger()),
                                joined(entry["warnings"].toArray(), QStringLiteral("; "))};
     QByteArray lines;
-    for (const QJsonValue &output : entry["outputs"].toArray()) {
+    const QJsonArray outputs = entry["outputs"].toArray();
+    for (const auto &output : outputs) {
         lines += csvLine(input + outputFields(output.toObject()));
     }
     return lines.isEmpty() ? csvLine(input + QStringList(7)) : lines;

@@ -27,7 +27,7 @@ QString unwritable(const QString &settings)
 /// What keeps a rule from being saved under @p name in @p settings.
 QString newNameFault(const QString &name, const QString &settings)
 {
-    if (const QString fault = ruleNameFault(name); !fault.isEmpty()) {
+    if (QString fault = ruleNameFault(name); !fault.isEmpty()) {
         return fault;
     }
     return RuleLookup(settings).knows(name)
@@ -39,7 +39,7 @@ QString newNameFault(const QString &name, const QString &settings)
 QString checkedRules(const QString &settings, QList<NamedRule> &rules)
 {
     const RuleLookup lookup(settings, true);
-    if (const QString fault = lookup.fault(); !fault.isEmpty()) {
+    if (QString fault = lookup.fault(); !fault.isEmpty()) {
         return fault;
     }
     rules = lookup.listedRules();
@@ -75,7 +75,7 @@ QString ruleNameFault(const QString &name)
 
 QString addRule(const QString &name, const Subtext &item, const QString &settings)
 {
-    if (const QString fault = newNameFault(name, settings); !fault.isEmpty()) {
+    if (QString fault = newNameFault(name, settings); !fault.isEmpty()) {
         return fault;
     }
     return storeRule(name, item, settings) ? QString() : unwritable(settings);
@@ -94,7 +94,7 @@ QString changeRuleName(const QString &name, const QString &newName, const QStrin
     if (!RuleLookup(settings).knows(name)) {
         return QStringLiteral("there is no rule \"") + name + QStringLiteral("\" in ") + settings;
     }
-    if (const QString fault = newNameFault(newName, settings); !fault.isEmpty()) {
+    if (QString fault = newNameFault(newName, settings); !fault.isEmpty()) {
         return fault;
     }
     return renameRule(name, newName, settings) ? QString() : unwritable(settings);
@@ -103,7 +103,7 @@ QString changeRuleName(const QString &name, const QString &newName, const QStrin
 QString exportRules(const QString &settings, const QString &target)
 {
     QList<NamedRule> rules;
-    if (const QString fault = checkedRules(settings, rules); !fault.isEmpty()) {
+    if (QString fault = checkedRules(settings, rules); !fault.isEmpty()) {
         return fault;
     }
     // Built beside the target, so that it appears whole.
@@ -125,7 +125,7 @@ QString exportRules(const QString &settings, const QString &target)
 QString importRules(const QString &source, const QString &settings)
 {
     QList<NamedRule> rules;
-    if (const QString fault = checkedRules(source, rules); !fault.isEmpty()) {
+    if (QString fault = checkedRules(source, rules); !fault.isEmpty()) {
         return fault;
     }
     const RuleLookup known(settings);
