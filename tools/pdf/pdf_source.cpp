@@ -456,7 +456,8 @@ std::string PdfSource::text(pdf_obj *string)
     char *&converted = owner.object;
     if (!pdf_is_string(m_context, string) || !attempt([this, string, &converted] {
             converted = pdf_new_utf8_from_pdf_string_obj(m_context, string);
-        })) {
+        }) ||
+        converted == nullptr) {
         return {};
     }
     return converted;
