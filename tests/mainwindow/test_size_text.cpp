@@ -1,7 +1,10 @@
 #include "mainwindow/size_text.h"
 #include "tests/support/room.h"
 
+#include <QFile>
 #include <QLocale>
+#include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <clocale>
@@ -55,16 +58,23 @@ void TestSizeText::thePointIsAPointInEveryLanguage()
 
 void TestSizeText::thePointIsAPointInEveryLocaleOfTheSystem()
 {
-    const QByteArray before = std::setlocale(LC_NUMERIC, nullptr);
-    bool comma = false;
-    for (const char *name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "es_ES.UTF-8", "de_DE"}) {
-        comma = comma || std::setlocale(LC_NUMERIC, name) != nullptr;
+    // A locale of the test's own: hardly a machine for builds has one with a decimal comma.
+    const QTemporaryDir folder;
+    const QString locale = folder.filePath(QStringLiteral("comma.UTF-8"));
+    const int status =
+        QProcess::execute(QStringLiteral("localedef"), {"-i", "de_DE", "-f", "UTF-8", locale});
+    if (status == -2) {
+        QSKIP("the system has no localedef");
     }
+    QCOMPARE(status, 0);
+    const QByteArray before = std::setlocale(LC_NUMERIC, nullptr);
+    qputenv("LOCPATH", QFile::encodeName(folder.path()));
+    QVERIFY(std::setlocale(LC_NUMERIC, "comma.UTF-8") != nullptr);
+    const QByteArray point = std::localeconv()->decimal_point;
     const QString text = quorlin::sizeText(1048576);
     std::setlocale(LC_NUMERIC, before.constData());
-    if (!comma) {
-        QSKIP("no locale with a decimal comma is installed");
-    }
+    qunsetenv("LOCPATH");
+    QCOMPARE(point, QByteArray(","));
     QCOMPARE(text, QStringLiteral("      1048.576 KB"));
 }
 

@@ -277,12 +277,12 @@ void PageBinderPruningTest::brokenFormsKeepWhatTheyMayUse()
             "null");
 }
 
-/// Fonts in parts and graphics states that bring a font.
+/// Composite fonts and graphics states that bring a font.
 void PageBinderPruningTest::largeEntriesOfOtherPagesGo()
 {
     TestPdf pdf = TestPdf::pages(1);
     pdf.object(10, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 99 99]/Contents 11 0 R/Resources"
-                   "<</Font<</F 3 0 R/Parts 4 0 R>>/ExtGState<</Used 5 0 R/Unused 6 0 R>>>>>>");
+                   "<</Font<</F 3 0 R/Composite 4 0 R>>/ExtGState<</Used 5 0 R/Unused 6 0 R>>>>>>");
     pdf.stream(11, "", "/Used gs BT /F 9 Tf (a) Tj ET");
     pdf.object(4, "<</Type/Font/Subtype/Type0/DescendantFonts[<</Type/Font/Subtype/CIDFontType2"
                   ">>]>>");
@@ -293,7 +293,7 @@ void PageBinderPruningTest::largeEntriesOfOtherPagesGo()
     const QByteArray resources = "Root/Pages/Kids/0/Resources/";
     QVERIFY(output->value(resources + "Font/F") != "null");
     QVERIFY(output->value(resources + "ExtGState/Used/Font") != "null");
-    QCOMPARE(output->value(resources + "Font/Parts"), QByteArray("null"));
+    QCOMPARE(output->value(resources + "Font/Composite"), QByteArray("null"));
     QCOMPARE(output->value(resources + "ExtGState/Unused"), QByteArray("null"));
 }
 

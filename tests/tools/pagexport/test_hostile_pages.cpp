@@ -103,7 +103,7 @@ void TestHostilePages::formsNestedVeryDeepEnd()
 {
     PdfBuilder pdf;
     int inner = pdf.addStream(form("/Font<</F1 3 0 R>>"), "BT /F1 9 Tf (x) Tj ET");
-    for (int level = 0; level < 8000; ++level) {
+    for (int level = 0; level < 20000; ++level) {
         inner = pdf.addStream(form("/XObject<</X " + reference(inner) + ">>"), "/X Do");
     }
     PdfBuilder::Page page;
