@@ -1,10 +1,11 @@
-# What every package brings to read: the manual with its pictures, samples, manual pages, and an
-# account of the libraries in the package with their notices.
+# What every package brings beside the programs: the manual with its pictures, samples, manual pages,
+# what users of the runner want, and an account of the libraries in the package with their notices.
 
 function(quorlin_install_documents component folder)
     file(GLOB pages "${CMAKE_SOURCE_DIR}/docs/*.md")
     file(GLOB samples "${CMAKE_SOURCE_DIR}/samples/*.pdf")
-    install(FILES ${pages} "${CMAKE_SOURCE_DIR}/CHANGELOG.md" DESTINATION "${folder}"
+    install(FILES ${pages} "${CMAKE_SOURCE_DIR}/docs/report.schema.json"
+        "${CMAKE_SOURCE_DIR}/CHANGELOG.md" DESTINATION "${folder}"
         COMPONENT ${component} ${ARGN})
     install(DIRECTORY "${CMAKE_SOURCE_DIR}/docs/images" DESTINATION "${folder}"
         COMPONENT ${component} ${ARGN})
@@ -16,6 +17,22 @@ function(quorlin_install_manual_pages component prefix programs)
         install(FILES man/${program}.1 DESTINATION "${prefix}share/man/man1"
             COMPONENT ${component} ${ARGN})
     endforeach()
+endfunction()
+
+# What users of the runner want: completions for their shell and units for a watched folder.
+function(quorlin_install_runner_extras component prefix)
+    install(FILES completions/quorlin-batch.bash RENAME quorlin-batch
+        DESTINATION "${prefix}share/bash-completion/completions" COMPONENT ${component} ${ARGN})
+    # Debian's zsh looks for what packages bring in a folder of its own.
+    if(component STREQUAL "portable")
+        set(zsh_folder site-functions)
+    else()
+        set(zsh_folder vendor-completions)
+    endif()
+    install(FILES completions/_quorlin-batch DESTINATION "${prefix}share/zsh/${zsh_folder}"
+        COMPONENT ${component} ${ARGN})
+    install(FILES systemd/quorlin-inbox.path systemd/quorlin-inbox.service
+        DESTINATION "${prefix}share/systemd/user" COMPONENT ${component} ${ARGN})
 endfunction()
 
 find_package(Python3 QUIET COMPONENTS Interpreter)

@@ -16,6 +16,7 @@ endif()
 install(PROGRAMS "${CMAKE_CURRENT_BINARY_DIR}/launcher" DESTINATION ${home}
     COMPONENT debian EXCLUDE_FROM_ALL)
 quorlin_install_desktop(debian "" EXCLUDE_FROM_ALL)
+quorlin_install_runner_extras(debian "" EXCLUDE_FROM_ALL)
 quorlin_install_documents(debian share/doc/quorlin-cleaver EXCLUDE_FROM_ALL)
 quorlin_install_manual_pages(debian "" "${QUORLIN_PROGRAMS}" EXCLUDE_FROM_ALL)
 quorlin_install_debian_texts(debian quorlin-cleaver lintian-overrides-window)
@@ -48,6 +49,7 @@ install(PROGRAMS cluster/split_part cluster/gather_reports cluster/slurm_array c
 install(FILES cluster/kubernetes_job.yaml DESTINATION share/quorlin-batch/cluster
     COMPONENT server EXCLUDE_FROM_ALL)
 quorlin_install_documents(server share/doc/quorlin-batch EXCLUDE_FROM_ALL)
+quorlin_install_runner_extras(server "" EXCLUDE_FROM_ALL)
 quorlin_install_manual_pages(server "" "${server_programs}" EXCLUDE_FROM_ALL)
 quorlin_install_debian_texts(server quorlin-batch)
 install(CODE "

@@ -77,22 +77,11 @@ function(quorlin_install_desktop component prefix)
     endforeach()
     install(FILES icons/quorlin-cleaver.svg DESTINATION "${prefix}share/icons/hicolor/scalable/apps"
         COMPONENT ${component} ${ARGN})
-    install(FILES completions/quorlin-batch.bash RENAME quorlin-batch
-        DESTINATION "${prefix}share/bash-completion/completions" COMPONENT ${component} ${ARGN})
-    # Debian's zsh looks for what packages bring in a folder of its own.
-    if(component STREQUAL "debian")
-        set(zsh_folder vendor-completions)
-    else()
-        set(zsh_folder site-functions)
-    endif()
-    install(FILES completions/_quorlin-batch DESTINATION "${prefix}share/zsh/${zsh_folder}"
-        COMPONENT ${component} ${ARGN})
-    install(FILES systemd/quorlin-inbox.path systemd/quorlin-inbox.service
-        DESTINATION "${prefix}share/systemd/user" COMPONENT ${component} ${ARGN})
 endfunction()
 
 configure_file(linux/metainfo.xml.in com.example.cleaver.metainfo.xml @ONLY)
 quorlin_install_desktop(portable "")
+quorlin_install_runner_extras(portable "")
 quorlin_install_documents(portable share/doc/quorlin-cleaver)
 quorlin_install_manual_pages(portable "" "${QUORLIN_PROGRAMS}")
 # Last, because it looks at everything that is installed.
