@@ -1,5 +1,7 @@
 #include "batch/argument_values.h"
 #include "batch/arguments.h"
+#include "batch/option_table.h"
+#include "batch/settings_location.h"
 #include "tests/support/room.h"
 
 #include <QTest>
@@ -32,6 +34,7 @@ private slots:
     void listingModesNeedNoRule();
     void helpWinsOverWhatFollows();
     void everyOptionIsInTheHelp();
+    void theHelpNamesTheFoldersOfTheRules();
 };
 
 void TestArguments::aSplitNamesRuleMethodFolderAndFiles()
@@ -178,6 +181,15 @@ void TestArguments::everyOptionIsInTheHelp()
           "--list-items", "--page", "--help", "--version"}) {
         QVERIFY2(help.contains(QLatin1String(option)), option);
     }
+}
+
+void TestArguments::theHelpNamesTheFoldersOfTheRules()
+{
+    const QString help = helpText().simplified();
+    QVERIFY2(
+        help.contains(QStringLiteral("setting.ini beside this program or, if there is none, ") +
+                      QLatin1String(systemSettingsFolder) + QStringLiteral("/setting.ini")),
+        qPrintable(help));
 }
 
 QUORLIN_TEST(TestArguments)

@@ -117,7 +117,8 @@ void TestPlan::theOutputFolderMustBeThere()
     QVERIFY(prepareOutputFolder(folder.filePath("missing"), false).contains("--create"));
     writeFile(folder.filePath("file"));
     QVERIFY(prepareOutputFolder(folder.filePath("file"), true).contains("is a file"));
-    QVERIFY(prepareOutputFolder(folder.filePath("file/sub"), true).contains("could not be made"));
+    QVERIFY(
+        prepareOutputFolder(folder.filePath("file/sub"), true).contains("could not be created"));
 }
 
 void TestPlan::theOutputFolderIsMadeWhenAsked()

@@ -93,7 +93,7 @@ void TestRuleChanges::namesAreCheckedAsInTheEditor_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("said");
     QTest::newRow("taken") << "Account"
-                           << "is there already";
+                           << "already exists";
     QTest::newRow("empty") << ""
                            << "--save-rule";
     QTest::newRow("a slash") << "a/b"
@@ -158,7 +158,7 @@ void TestRuleChanges::rulesWithOtherValuesAreNotImported()
     const QByteArray before = bench->read("rules.ini");
     const RunnerResult result = change({"--import-rules", "new.ini"});
     QCOMPARE(result.exitCode, 2);
-    QVERIFY2(result.errors.contains("\"Account\" is there already with other values"),
+    QVERIFY2(result.errors.contains("\"Account\" already exists with other values"),
              qPrintable(result.errors));
     QCOMPARE(bench->read("rules.ini"), before);
 }

@@ -227,7 +227,7 @@ void PageWalk::count(std::size_t kids)
 {
     m_seen += static_cast<long long>(kids);
     if (m_seen - mostBeyondObjects > m_source.objectCount()) {
-        throw ToolError(m_source.path(), "states more pages than it can have");
+        throw ToolError(m_source.path(), "claims to have more pages than it can have");
     }
 }
 

@@ -46,7 +46,7 @@ void PdfContext::printWarning(void *user, const char *message)
     if (self->m_warnings <= maximumWarnings) {
         reportLine(self->m_tool, "", std::string("warning: ") + message);
     } else if (self->m_warnings == maximumWarnings + 1) {
-        reportLine(self->m_tool, "", "warning: more of them are left out");
+        reportLine(self->m_tool, "", "warning: further warnings are left out");
     }
 }
 

@@ -234,7 +234,7 @@ void PageBinderInputTest::anUnreadableIdentityIsWrongUsage()
             QStringList{m_input} + action + QStringList{"-outfile", path("out.pdf")}, {}, "5:6");
         QCOMPARE(run.status, 2);
         QCOMPARE(run.errors,
-                 QByteArray("pagebinder: QUORLIN_INPUT_IDENTITY holds no identity: 5:6\n"));
+                 QByteArray("pagebinder: QUORLIN_INPUT_IDENTITY is not a valid identity: 5:6\n"));
         QCOMPARE(contentOf("out.pdf"), QByteArray("older"));
     }
 }

@@ -516,7 +516,7 @@ void TestItemList::anUnreadableIdentityIsWrongUsage()
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitCode(), 2);
     QCOMPARE(process.readAllStandardError(),
-             QByteArray("pagexport: QUORLIN_INPUT_IDENTITY holds no identity: none\n"));
+             QByteArray("pagexport: QUORLIN_INPUT_IDENTITY is not a valid identity: none\n"));
     QCOMPARE(run.written().size(), 4); // nothing was touched
 }
 
