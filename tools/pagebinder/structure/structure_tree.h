@@ -102,7 +102,7 @@ private:
     void take(int index);
     int parentOf(const Element &element);
     bool takeListElsewhere(int index);
-    StructureSource readReferred(const StructureKid &kid);
+    StructureSource readReferred(const StructureKid &kid, int page);
     int positionIn(int parent, int number);
     int kidElement(int index, int position);
     void hang(int index, int parent, int position);
@@ -115,7 +115,7 @@ private:
     bool m_isWalked = false;
     std::uint32_t m_lastMark = 0;
     std::deque<Element> m_elements;
-    std::unordered_map<int, int> m_byNumber;             ///< object number to index
+    std::vector<int> m_byNumber;                         ///< index, by object number
     std::vector<Listing> m_listings;                     ///< by object number
     std::unordered_map<int, PagePositions> m_longLists;  ///< by index of the element
     std::unordered_map<int, std::vector<int>> m_inlined; ///< indices of an element's inlined ones
