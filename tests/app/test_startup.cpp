@@ -262,6 +262,9 @@ void TestStartup::aSignalLeavesNothingBehind_data()
     QTest::newRow("TERM") << SIGTERM;
     QTest::newRow("HUP") << SIGHUP;
     QTest::newRow("INT") << SIGINT;
+    QTest::newRow("QUIT") << SIGQUIT;
+    QTest::newRow("USR1") << SIGUSR1;
+    QTest::newRow("XCPU") << SIGXCPU;
 }
 
 void TestStartup::aSignalLeavesNothingBehind()
