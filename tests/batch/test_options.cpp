@@ -352,6 +352,10 @@ void TestOptions::contradictionsAreUsageFaults_data()
         << split + QStringList{"--after", "A", "--report", "none/r.csv"} << "r.csv: the report";
     QTest::newRow("NULs of no list")
         << split + QStringList{"--after", "A", "--null"} << "--null goes with --files-from only";
+    QTest::newRow("two lists from standard input")
+        << QStringList{"--output",     "out", "--after",         "A",
+                       "--files-from", "-",   "--password-file", "-"}
+        << "--files-from and --password-file cannot both read standard input";
     QTest::newRow("JSON of a split")
         << split + QStringList{"--after", "A", "--json"} << "--json does not go with a split";
     QTest::newRow("jobs of a list")
