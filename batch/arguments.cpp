@@ -213,6 +213,9 @@ QString splitGap(const Arguments &arguments, bool hasFileList)
     if (arguments.fileListHasNul && !hasFileList) {
         return QStringLiteral("--null can only be used with --files-from");
     }
+    if (arguments.fileList == QLatin1String("-") && arguments.passwordFile == arguments.fileList) {
+        return QStringLiteral("--files-from and --password-file cannot both read standard input");
+    }
     return arguments.files.isEmpty() && !hasFileList ? QStringLiteral("give the files to split")
                                                      : QString();
 }

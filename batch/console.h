@@ -21,6 +21,7 @@ public:
 
     /// Leaves standard output to somebody else: progress and results are no longer printed there.
     void giveAwayOutput();
+    bool isOutputGivenAway() const { return !showsResults; }
 
     /// Whether progress is shown as one line that is rewritten.
     bool isLive() const { return live; }

@@ -47,6 +47,9 @@ int PageRequest::run(Console &console, bool showsMessages)
             faultText = reasonOf(end, QStringLiteral("pagexport"), file);
         } else if (!reader.isComplete() || !reader.pages().unreadable.isEmpty()) {
             faultText = QStringLiteral("page ") + number + QStringLiteral(" could not be read");
+        } else if (reader.pages().partial > 0) {
+            console.complain(QStringLiteral("warning: ") + file + QStringLiteral(": page ") +
+                             number + QStringLiteral(" could be read only in part"));
         }
         loop.quit();
     });

@@ -21,7 +21,7 @@ public:
     PageRequest(QString toolFolder, QString file, int page, int timeoutSeconds,
                 QByteArray passwords);
 
-    /// Waits for the answer.
+    /// Waits for the answer. A page of which a part could not be read is told of on the console.
     /// @param showsMessages whether the tool's messages go to the error stream
     /// @returns the signal that asked the program to end meanwhile; 0 when there was none
     int run(Console &console, bool showsMessages);

@@ -171,7 +171,9 @@ int finish(Console &console, int status)
     if (console.hasLostReader()) {
         return 128 + SIGPIPE;
     }
-    console.complain(QStringLiteral("standard output could not be written"));
+    if (!console.isOutputGivenAway()) {
+        console.complain(QStringLiteral("standard output could not be written"));
+    }
     return status == everythingDone ? somethingFailed : status;
 }
 

@@ -4,6 +4,7 @@
 #include "batch/shown_text.h"
 #include "pipeline/name_pattern.h"
 
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -179,6 +180,10 @@ QString Report::fault() const
 QString Report::begin()
 {
     bool isOpen = false;
+    // A pipe or a device would be replaced by the report.
+    if (const QFileInfo info(path); info.exists() && !info.isFile()) {
+        return path + QStringLiteral(": the report could not be written: it is no regular file");
+    }
     if (path == QLatin1String("-")) {
         auto output = std::make_unique<QFile>();
         isOpen = output->open(stdout, QIODevice::WriteOnly);

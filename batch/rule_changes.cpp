@@ -35,6 +35,17 @@ QString newNameFault(const QString &name, const QString &settings)
                : QString();
 }
 
+/// What keeps the rules of @p settings from being written to @p target, which they would replace.
+QString targetFault(const QString &target, const QString &settings)
+{
+    const QFileInfo info(target);
+    if (info.exists() && info.canonicalFilePath() == QFileInfo(settings).canonicalFilePath()) {
+        return QStringLiteral("these are the settings that hold the rules: ") + target;
+    }
+    return info.exists() && !info.isFile() ? QStringLiteral("this is no regular file: ") + target
+                                           : QString();
+}
+
 /// The rules of @p settings that are listed, each with a usable position, or what is wrong.
 QString checkedRules(const QString &settings, QList<NamedRule> &rules)
 {
@@ -104,6 +115,9 @@ QString exportRules(const QString &settings, const QString &target)
 {
     QList<NamedRule> rules;
     if (QString fault = checkedRules(settings, rules); !fault.isEmpty()) {
+        return fault;
+    }
+    if (QString fault = targetFault(target, settings); !fault.isEmpty()) {
         return fault;
     }
     // Built beside the target, so that it appears whole.

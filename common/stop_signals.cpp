@@ -11,7 +11,9 @@ namespace quorlin {
 
 namespace {
 
-constexpr std::array stopSignals = {SIGINT, SIGTERM, SIGHUP};
+// Every signal that ends a program unless it is handled, but for those of a crash.
+constexpr std::array stopSignals = {SIGINT,  SIGTERM, SIGHUP,    SIGQUIT, SIGUSR1,
+                                    SIGUSR2, SIGALRM, SIGVTALRM, SIGPROF, SIGXCPU};
 
 // The handler may only touch what is safe between any two instructions: a pipe's end.
 volatile std::sig_atomic_t writeEnd = -1;
@@ -33,11 +35,12 @@ void handle(int signal, void (*handler)(int))
     sigaction(signal, &action, nullptr);
 }
 
-/// Whether the caller had the signal ignored, as nohup does; it stays so.
-bool isIgnored(int signal)
+/// Whether @p handler is what the signal does. What the caller had ignored, as nohup does, or a
+/// profiler handles, stays as it is.
+bool isHandledBy(int signal, void (*handler)(int))
 {
     struct sigaction action = {};
-    return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+    return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == handler;
 }
 
 } // namespace
@@ -59,7 +62,7 @@ StopSignals::StopSignals(std::function<void(int signal)> whenAsked) : notify(std
     QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(),
                      [this] { readSignal(); });
     for (const int signal : stopSignals) {
-        if (!isIgnored(signal)) {
+        if (isHandledBy(signal, SIG_DFL)) {
             handle(signal, forwardSignal);
         }
     }
@@ -68,7 +71,7 @@ StopSignals::StopSignals(std::function<void(int signal)> whenAsked) : notify(std
 StopSignals::~StopSignals()
 {
     for (const int signal : stopSignals) {
-        if (!isIgnored(signal)) {
+        if (isHandledBy(signal, forwardSignal)) {
             handle(signal, SIG_DFL);
         }
     }

@@ -8,8 +8,9 @@
 
 namespace quorlin {
 
-/// Turns the signals that ask a program to end (SIGINT, SIGTERM, SIGHUP) into a call from the
-/// event loop, so that children are ended and scratch files removed before the program goes.
+/// Turns the signals that ask a program to end into a call from the event loop, so that children
+/// are ended and scratch files removed before the program goes. These are all that would end it at
+/// once (SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGUSR1 and so on) but SIGKILL and those of a crash.
 /// One object at a time.
 class StopSignals
 {

@@ -151,6 +151,11 @@ void TestStartup::everyKindOfMessageHasItsFormat()
              QStringList({QStringLiteral("Debug: one"), QStringLiteral("Debug: two"),
                           QStringLiteral("Warning: abc"), QStringLiteral("Critical: four %1"),
                           QString::fromUtf8("Debug: grün")}));
+    // Every line ends with one line feed, the last one, too.
+    const QByteArray log = quorlin::test::readFile(logPath(QStringLiteral("startup_probe")));
+    QCOMPARE(log.count('\n'), 6);
+    QVERIFY(log.endsWith("grün\n"));
+    QVERIFY(!log.contains('\r'));
 }
 
 void TestStartup::loggingRulesDoNotSilenceTheLog()
@@ -212,7 +217,9 @@ void TestStartup::theProgramShowsItsWindowAndLogs()
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(QStringLiteral("/"));
-    process.start(QStringLiteral(QUORLIN_BIN_DIR "/quorlin-cleaver"), QStringList());
+    // It has no arguments of its own; what stands there is left alone.
+    process.start(QStringLiteral(QUORLIN_BIN_DIR "/quorlin-cleaver"),
+                  {QStringLiteral("--frobnicate"), QStringLiteral("/nonexistent/a.pdf")});
     const QString log = logPath(QStringLiteral("quorlin-cleaver"));
     const QString shown = QStringLiteral("Warning: This plugin does not support "
                                          "propagateSizeHints()");
@@ -262,6 +269,9 @@ void TestStartup::aSignalLeavesNothingBehind_data()
     QTest::newRow("TERM") << SIGTERM;
     QTest::newRow("HUP") << SIGHUP;
     QTest::newRow("INT") << SIGINT;
+    QTest::newRow("QUIT") << SIGQUIT;
+    QTest::newRow("USR1") << SIGUSR1;
+    QTest::newRow("XCPU") << SIGXCPU;
 }
 
 void TestStartup::aSignalLeavesNothingBehind()

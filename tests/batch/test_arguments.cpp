@@ -4,6 +4,7 @@
 #include "batch/settings_location.h"
 #include "tests/support/room.h"
 
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace quorlin::batch;
@@ -30,6 +31,8 @@ private slots:
     void positionsAreTwoNumbers();
     void faultsAreNamed_data();
     void faultsAreNamed();
+    void faultsAreSaidInFull_data();
+    void faultsAreSaidInFull();
     void pagesWithoutTextJoinUnlessTheRunSaysMore();
     void listingModesNeedNoRule();
     void helpWinsOverWhatFollows();
@@ -141,6 +144,54 @@ void TestArguments::faultsAreNamed()
     QVERIFY(!error.contains(u'\n'));
 }
 
+void TestArguments::faultsAreSaidInFull_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("error");
+    const auto row = [](const char *line, const char *error) {
+        QTest::newRow(line) << line << error;
+    };
+    row("--frobnicate", "unknown option --frobnicate");
+    row("--method", "missing value after '--method'");
+    row("--rule R --rule S", "--rule is given twice");
+    row("--position 0,0",
+        "--position takes LEFT,TOP as --list-items shows them, for example 591,72");
+    row("--region 1,2,3", "--region takes LEFT,TOP,WIDTH,HEIGHT in the units of --list-items, for "
+                          "example 560,60,200,30");
+    row("--tolerance -1", "--tolerance takes 0 to 100000 units");
+    row("--match a(b", "--match: missing closing parenthesis at character 4: a(b <-- here ");
+    row("--method 4", "--method takes 1, 2 or 3");
+    row("--pages-without-text keep", "--pages-without-text takes join, separate, drop or fail");
+    row("--jobs 1025", "--jobs takes 1 to 1024");
+    row("--timeout 86401", "--timeout takes 1 to 86400 seconds");
+    row("--list-items a.pdf --page 0", "--page takes a page number, counted from 1");
+    row("--name {nmuber}", "--name: there is no field {nmuber}, but {number}, {text}, {base}, "
+                           "{pages}, {first}, {last} and {count}");
+    row("--existing keep", "--existing takes replace, skip or fail");
+    row("--report r.txt", "--report takes a file whose name ends in .json or .csv, or \"-\"");
+    row("--json", "--json does not go with a split");
+    row("--list-rules --flat", "--flat does not go with --list-rules");
+    row("--output o a.pdf", "give either --rule NAME, --position LEFT,TOP, --region "
+                            "LEFT,TOP,WIDTH,HEIGHT or --after LABEL");
+    row("--after A --tolerance 1 --output o a.pdf",
+        "--tolerance goes with --rule and --position only");
+    row("--rule R a.pdf", "give the output folder: --output DIR");
+    row("--rule R --output o --null a.pdf", "--null goes with --files-from only");
+    row("--rule R --output o", "give the files to split");
+    row("--rule R --output o --files-from - --password-file -",
+        "--files-from and --password-file cannot both read standard input");
+    row("--list-items a.pdf b.pdf", "--list-items takes one file");
+    row("--list-rules a.pdf", "--list-rules takes no file");
+    row("--rename-rule A", "--rename-rule takes the old and the new name");
+    row("--save-rule A", "--save-rule takes either --position LEFT,TOP or --from FILE --text TEXT");
+}
+
+void TestArguments::faultsAreSaidInFull()
+{
+    QFETCH(QString, line);
+    QTEST(parseArguments(words(line.toUtf8().constData())).error, "error");
+}
+
 void TestArguments::pagesWithoutTextJoinUnlessTheRunSaysMore()
 {
     const auto read = [](const char *choice) {
@@ -175,12 +226,49 @@ void TestArguments::helpWinsOverWhatFollows()
 void TestArguments::everyOptionIsInTheHelp()
 {
     const QString help = helpText();
-    for (const char *option :
-         {"--jobs", "--pages-without-text", "--rule", "--position", "--method", "--output",
-          "--create", "--quiet", "--verbose", "--timeout", "--settings", "--tools", "--list-rules",
-          "--list-items", "--page", "--help", "--version"}) {
-        QVERIFY2(help.contains(QLatin1String(option)), option);
+    const QStringList options = {"rule NAME",
+                                 "position LEFT,TOP",
+                                 "region LEFT,TOP,WIDTH,HEIGHT",
+                                 "after LABEL",
+                                 "tolerance UNITS",
+                                 "match REGEX",
+                                 "method N",
+                                 "pages-without-text WHAT",
+                                 "dry-run",
+                                 "files-from FILE",
+                                 "null",
+                                 "password-file FILE",
+                                 "output DIR",
+                                 "create",
+                                 "flat",
+                                 "name PATTERN",
+                                 "existing WHAT",
+                                 "report FILE",
+                                 "jobs N",
+                                 "timeout SECONDS",
+                                 "quiet",
+                                 "verbose",
+                                 "list-rules",
+                                 "list-items FILE",
+                                 "page N",
+                                 "json",
+                                 "save-rule NAME",
+                                 "from FILE",
+                                 "text TEXT",
+                                 "remove-rule NAME",
+                                 "rename-rule OLD NEW",
+                                 "export-rules FILE",
+                                 "import-rules FILE",
+                                 "settings FILE",
+                                 "tools DIR",
+                                 "help",
+                                 "version"};
+    for (const QString &option : options) {
+        // At the beginning of a line, followed by what it is for.
+        QVERIFY2(help.contains(QRegularExpression("\n  --" + option + "( {2,}|\n {23})\\S")),
+                 qPrintable(option));
     }
+    QCOMPARE(help.count("\n  --"), options.size());
 }
 
 void TestArguments::theHelpNamesTheFoldersOfTheRules()

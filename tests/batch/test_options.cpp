@@ -353,6 +353,10 @@ void TestOptions::contradictionsAreUsageFaults_data()
         << split + QStringList{"--after", "A", "--report", "none/r.csv"} << "r.csv: the report";
     QTest::newRow("NULs of no list") << split + QStringList{"--after", "A", "--null"}
                                      << "--null can only be used with --files-from";
+    QTest::newRow("two lists from standard input")
+        << QStringList{"--output",     "out", "--after",         "A",
+                       "--files-from", "-",   "--password-file", "-"}
+        << "--files-from and --password-file cannot both read standard input";
     QTest::newRow("JSON of a split")
         << split + QStringList{"--after", "A", "--json"} << "--json cannot be used with a split";
     QTest::newRow("jobs of a list")

@@ -1,3 +1,4 @@
+#include "batch/advice.h"
 #include "batch/item_listing.h"
 #include "batch/shown_text.h"
 #include "tests/support/room.h"
@@ -14,6 +15,8 @@ private slots:
     void theLiveLineFitsTheTerminal();
     void controlCharactersNeverReachATerminal();
     void itemsAreListedInColumns();
+    void reasonsComeWithAdvice_data();
+    void reasonsComeWithAdvice();
 };
 
 void TestPrinting::theLiveLineFitsTheTerminal()
@@ -44,6 +47,34 @@ void TestPrinting::itemsAreListedInColumns()
     QCOMPARE(itemTable(gatherer.items()), "   left    top  width height  text\n"
                                           "     72    104    210     12  INV 1\n"
                                           "    600   1104     21     12  two  words\n");
+}
+
+void TestPrinting::reasonsComeWithAdvice_data()
+{
+    QTest::addColumn<QString>("reason");
+    QTest::addColumn<QString>("line");
+    const auto row = [](const char *reason, const char *advice) {
+        const QString text = QLatin1String(reason);
+        QTest::newRow(reason) << text << text + QLatin1String(advice);
+    };
+    row("needs a password", " (give it with --password-file FILE)");
+    row("needs a password that was not given",
+        " (add its password to the file behind --password-file)");
+    row("cannot be read as PDF", " (see whether a PDF viewer opens it)");
+    row("is too damaged", " (see whether a PDF viewer opens it and can save it anew)");
+    row("it is empty", " (see whether it was copied to its end)");
+    row("it changed while it was split; its outputs were removed",
+        " (split it again once it is complete)");
+    row("a tool made no progress and was ended", " (give it longer with --timeout SECONDS)");
+    row("the page took too long", " (give it longer with --timeout SECONDS)");
+    row("there is no such file", "");
+    row("the output needs a password", "");
+}
+
+void TestPrinting::reasonsComeWithAdvice()
+{
+    QFETCH(QString, reason);
+    QTEST(advisedReason(reason), "line");
 }
 
 QUORLIN_TEST(TestPrinting)

@@ -5,11 +5,14 @@
 #include "tests/support/room.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QTest>
 
 #include <memory>
+
+#include <sys/stat.h>
 
 using namespace quorlin;
 using namespace quorlin::batch;
@@ -67,6 +70,7 @@ private slots:
     void everyInputIsReportedInItsPlace();
     void standardOutputHoldsTheReportAlone();
     void aReportAppearsWholeOrNotAtAll();
+    void aPipeIsNotReplacedByAReport();
     void aStoppedRunIsReportedToo();
     void aPlanIsReportedAsTheRunWillBe();
 
@@ -264,6 +268,18 @@ void TestReports::aReportAppearsWholeOrNotAtAll()
     QCOMPARE(bench->split({"in/a.pdf", "--report", "r.csv"}).exitCode, 0);
     QVERIFY(bench->read("r.csv").startsWith("path,result,"));
     QCOMPARE(QDir(bench->path()).entryList({"r.csv*"}, QDir::Files | QDir::Hidden).size(), 1);
+}
+
+void TestReports::aPipeIsNotReplacedByAReport()
+{
+    const QString pipe = bench->path("r.csv");
+    QCOMPARE(mkfifo(qPrintable(pipe), 0600), 0);
+    const RunnerResult refused = bench->split({bench->input("a.pdf", "A\n"), "--report", "r.csv"});
+    QCOMPARE(refused.exitCode, 2);
+    QCOMPARE(refused.errors, "quorlin-batch: " + pipe +
+                                 ": the report could not be written: it is no regular file\n");
+    QVERIFY(bench->outputs().isEmpty());
+    QVERIFY(!QFileInfo(pipe).isFile());
 }
 
 void TestReports::aStoppedRunIsReportedToo()

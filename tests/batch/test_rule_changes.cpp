@@ -3,10 +3,13 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSettings>
 #include <QTest>
 
 #include <memory>
+
+#include <sys/stat.h>
 
 /// Rules made and changed by the runner, in a settings file that the window uses, too.
 class TestRuleChanges : public QObject
@@ -24,6 +27,7 @@ private slots:
     void aRuleIsRemoved();
     void aRuleIsRenamed();
     void rulesAreCarriedToAnotherFile();
+    void anExportReplacesNothingButRules();
     void rulesWithOtherValuesAreNotImported();
     void brokenRulesAreNotImported();
     void theOtherSettingsStayAsTheyAre();
@@ -80,11 +84,14 @@ void TestRuleChanges::anItemThatIsMissingOrDoubleIsNoRule()
     const QStringList words = {"--save-rule", "Name", "--from", file, "--tools", "tools", "--text"};
     const RunnerResult missing = change(words + QStringList{"other"});
     QCOMPARE(missing.exitCode, 1);
-    QVERIFY2(missing.errors.contains("no item of the page has the text"),
-             qPrintable(missing.errors));
+    QCOMPARE(missing.errors, "quorlin-batch: " + bench->path(file) +
+                                 ": no item of the page has the text \"other\" (--list-items "
+                                 "shows them)\n");
     const RunnerResult twice = change(words + QStringList{"Statement"});
     QCOMPARE(twice.exitCode, 1);
-    QVERIFY2(twice.errors.contains("several places: 20,30 and 100,50"), qPrintable(twice.errors));
+    QCOMPARE(twice.errors, "quorlin-batch: " + bench->path(file) +
+                               ": the text stands at several places: 20,30 and 100,50 (choose one "
+                               "with --position)\n");
     QCOMPARE(bench->read("rules.ini"), before);
 }
 
@@ -93,17 +100,19 @@ void TestRuleChanges::namesAreCheckedAsInTheEditor_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("said");
     QTest::newRow("taken") << "Account"
-                           << "already exists";
+                           << "the rule \"Account\" already exists; choose another name";
     QTest::newRow("empty") << ""
-                           << "--save-rule";
+                           << "--save-rule an empty value (see --help)";
     QTest::newRow("a slash") << "a/b"
-                             << "slash";
+                             << "the rule \"a/b\" could not be chosen: its name has a slash";
     QTest::newRow("a backslash") << "a\\b"
-                                 << "slash";
-    QTest::newRow("the list of rules itself") << "orbi"
-                                              << "mixed up";
-    QTest::newRow("a section that is read otherwise") << "General"
-                                                      << "mixed up";
+                                 << "the rule \"a\\b\" could not be chosen: its name has a slash";
+    QTest::newRow("the list of rules itself")
+        << "orbi"
+        << "the rule \"orbi\" would be mixed up with the settings; choose another name";
+    QTest::newRow("a section that is read otherwise")
+        << "General"
+        << "the rule \"General\" would be mixed up with the settings; choose another name";
 }
 
 void TestRuleChanges::namesAreCheckedAsInTheEditor()
@@ -113,7 +122,7 @@ void TestRuleChanges::namesAreCheckedAsInTheEditor()
     const QByteArray before = bench->read("rules.ini");
     const RunnerResult result = change({"--save-rule", name, "--position", "7,9"});
     QCOMPARE(result.exitCode, 2);
-    QVERIFY2(result.errors.contains(said), qPrintable(result.errors));
+    QCOMPARE(result.errors, "quorlin-batch: " + said + "\n");
     QCOMPARE(bench->read("rules.ini"), before);
 }
 
@@ -123,7 +132,8 @@ void TestRuleChanges::aRuleIsRemoved()
     QCOMPARE(rules(), QString());
     const RunnerResult again = change({"--remove-rule", "Account"});
     QCOMPARE(again.exitCode, 2);
-    QVERIFY(again.errors.contains("there is no rule \"Account\""));
+    QCOMPARE(again.errors,
+             "quorlin-batch: there is no rule \"Account\" in " + bench->path("rules.ini") + "\n");
 }
 
 void TestRuleChanges::aRuleIsRenamed()
@@ -151,6 +161,27 @@ void TestRuleChanges::rulesAreCarriedToAnotherFile()
              QStringList());
 }
 
+void TestRuleChanges::anExportReplacesNothingButRules()
+{
+    const QByteArray before = bench->read("rules.ini");
+    QVERIFY(QFile::link(bench->path("rules.ini"), bench->path("link.ini")));
+    for (const char *name : {"rules.ini", "link.ini"}) {
+        const RunnerResult onto = change({"--export-rules", QLatin1String(name)});
+        QCOMPARE(onto.exitCode, 2);
+        QCOMPARE(onto.errors, "quorlin-batch: these are the settings that hold the rules: " +
+                                  bench->path(QLatin1String(name)) + "\n");
+        QCOMPARE(bench->read("rules.ini"), before);
+    }
+    const QString pipe = bench->path("pipe.ini");
+    QCOMPARE(mkfifo(qPrintable(pipe), 0600), 0);
+    for (const QString &target : {pipe, bench->path("in")}) {
+        const RunnerResult refused = change({"--export-rules", target});
+        QCOMPARE(refused.exitCode, 2);
+        QCOMPARE(refused.errors, "quorlin-batch: this is no regular file: " + target + "\n");
+        QVERIFY(!QFileInfo(target).isFile());
+    }
+}
+
 void TestRuleChanges::rulesWithOtherValuesAreNotImported()
 {
     bench->write("new.ini", "[orbi]\nA=1\nAccount=1\n[A]\nxpos=1\nypos=1\n"
@@ -158,8 +189,8 @@ void TestRuleChanges::rulesWithOtherValuesAreNotImported()
     const QByteArray before = bench->read("rules.ini");
     const RunnerResult result = change({"--import-rules", "new.ini"});
     QCOMPARE(result.exitCode, 2);
-    QVERIFY2(result.errors.contains("\"Account\" already exists with other values"),
-             qPrintable(result.errors));
+    QCOMPARE(result.errors, "quorlin-batch: the rule \"Account\" already exists with other values "
+                            "(--remove-rule or --rename-rule first)\n");
     QCOMPARE(bench->read("rules.ini"), before);
 }
 
@@ -199,7 +230,8 @@ void TestRuleChanges::settingsThatCannotBeWrittenAreAnError()
     const RunnerResult result =
         bench->run({"--export-rules", "none/rules.ini", "--settings", "rules.ini"});
     QCOMPARE(result.exitCode, 2);
-    QVERIFY2(result.errors.contains("cannot be written"), qPrintable(result.errors));
+    QCOMPARE(result.errors, "quorlin-batch: the settings cannot be written: " +
+                                bench->path("none/rules.ini") + "\n");
 }
 
 void TestRuleChanges::usageFaultsExitWithTwo_data()

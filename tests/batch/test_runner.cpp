@@ -29,7 +29,6 @@ private slots:
     void aRuleIsTakenFromTheSettings();
     void progressIsPrintedLineByLine();
     void quietLeavesTheProgressOut();
-    void aTerminalGetsOneLineThatIsRewritten();
     void oddFileNamesAreSplitToo();
     void everyFailingFileIsNamedWithItsReason();
     void leftoversAreNotTakenForOutputs();
@@ -61,6 +60,7 @@ private slots:
     void runsSideBySideKeepTheirFilesApart();
     void itemsOfAPageAreListed();
     void aPageThatIsNotThereIsAnError();
+    void itemsOfAPartOfAPageAreToldApart();
     void helpAndVersionArePrinted();
 
 private:
@@ -201,32 +201,6 @@ void TestRunner::quietLeavesTheProgressOut()
     const RunnerResult result = split({"--quiet", input("a.pdf", "A\nB\n")});
     QCOMPARE(result.output.count('\n'), 2);
     QVERIFY(result.output.startsWith("Succeed  "));
-}
-
-void TestRunner::aTerminalGetsOneLineThatIsRewritten()
-{
-    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
-    if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0) {
-        QSKIP("no pseudo-terminal can be had here");
-    }
-    QProcess process;
-    prepareRunner(process, splitWords({input("a.pdf", "A\nB\n")}), root->path(),
-                  root->filePath("tmp"));
-    process.setStandardOutputFile(QString::fromLocal8Bit(ptsname(terminal)), QIODevice::Append);
-    process.start();
-    QVERIFY(process.waitForFinished());
-    // What was written comes in pieces; behind the last one stands the end, or an error.
-    QByteArray written;
-    char buffer[4096];
-    for (ssize_t size = 0; (size = ::read(terminal, buffer, sizeof buffer)) > 0;) {
-        written.append(buffer, size);
-    }
-    ::close(terminal);
-    const QString shown = QString::fromUtf8(written);
-    QVERIFY2(shown.contains("[1/1] a.pdf: "), qPrintable(shown));
-    QVERIFY(shown.contains("\r\033[K"));
-    QVERIFY(!shown.contains("Analyzing"));
-    QVERIFY(shown.endsWith("1 of 1 files split.\r\n"));
 }
 
 void TestRunner::oddFileNamesAreSplitToo()
@@ -417,6 +391,13 @@ void TestRunner::aSignalEndsToolsAndLeavesNothing_data()
     QTest::newRow("SIGTERM") << SIGTERM;
     QTest::newRow("SIGINT") << SIGINT;
     QTest::newRow("SIGHUP") << SIGHUP;
+    QTest::newRow("SIGQUIT") << SIGQUIT;
+    QTest::newRow("SIGUSR1") << SIGUSR1;
+    QTest::newRow("SIGUSR2") << SIGUSR2;
+    QTest::newRow("SIGALRM") << SIGALRM;
+    QTest::newRow("SIGVTALRM") << SIGVTALRM;
+    QTest::newRow("SIGPROF") << SIGPROF;
+    QTest::newRow("SIGXCPU") << SIGXCPU;
 }
 
 void TestRunner::aSignalEndsToolsAndLeavesNothing()
@@ -439,7 +420,9 @@ void TestRunner::aSignalEndsToolsAndLeavesNothing()
     QVERIFY(::kill(tool, 0) != 0);
     QVERIFY(QDir(root->filePath("tmp")).isEmpty());
     QVERIFY(!QDir(root->filePath("out/hangmerge")).exists());
-    QVERIFY(process.readAllStandardError().contains("hangmerge.pdf: "));
+    const QByteArray errors = process.readAllStandardError();
+    QVERIFY2(errors.startsWith("quorlin-batch: asked to end\n"), errors.constData());
+    QVERIFY(errors.contains("hangmerge.pdf: "));
 }
 
 void TestRunner::aReaderThatGoesAwayEndsTheRun()
@@ -691,12 +674,31 @@ void TestRunner::aPageThatIsNotThereIsAnError()
     const QString file = input("f.pdf", "first\n");
     const RunnerResult result = run({"--list-items", file, "--page", "2", "--tools", "tools"});
     QCOMPARE(result.exitCode, 1);
-    QVERIFY(result.errors.contains("there is no such page"));
-    QCOMPARE(run({"--list-items", "none.pdf", "--tools", "tools"}).exitCode, 1);
-    QCOMPARE(
-        run({"--list-items", input("hangexport.pdf", "A\n"), "--timeout", "1", "--tools", "tools"})
-            .exitCode,
-        1);
+    QCOMPARE(result.errors, "quorlin-batch: " + root->filePath(file) + ": there is no such page\n");
+    const RunnerResult missing = run({"--list-items", "none.pdf", "--tools", "tools"});
+    QCOMPARE(missing.exitCode, 1);
+    QCOMPARE(missing.errors,
+             "quorlin-batch: " + root->filePath("none.pdf") + ": there is no such file\n");
+    const RunnerResult late =
+        run({"--list-items", input("hangexport.pdf", "A\n"), "--timeout", "1", "--tools", "tools"});
+    QCOMPARE(late.exitCode, 1);
+    QCOMPARE(late.errors, "quorlin-batch: " + root->filePath("in/hangexport.pdf") +
+                              ": the page took too long (give it longer with --timeout SECONDS)\n");
+}
+
+void TestRunner::itemsOfAPartOfAPageAreToldApart()
+{
+    const QStringList words = {"--list-items", input("f.pdf", "~first\n!\n"), "--tools", "tools"};
+    const RunnerResult partial = run(words);
+    QCOMPARE(partial.exitCode, 0);
+    QVERIFY2(partial.output.endsWith("  first\n"), qPrintable(partial.output));
+    QCOMPARE(partial.errors, "quorlin-batch: warning: " + root->filePath("in/f.pdf") +
+                                 ": page 1 could be read only in part\n");
+    const RunnerResult unreadable = run(words + QStringList{"--page", "2"});
+    QCOMPARE(unreadable.exitCode, 1);
+    QCOMPARE(unreadable.output, QString());
+    QCOMPARE(unreadable.errors,
+             "quorlin-batch: " + root->filePath("in/f.pdf") + ": page 2 could not be read\n");
 }
 
 void TestRunner::helpAndVersionArePrinted()

@@ -73,6 +73,7 @@ ExitStatus getInformation(const BinderArguments &arguments)
     PdfContext context(toolName);
     SourceFile file(context, std::move(input));
     writeInformation(file, places.at(0));
+    context.showWarnings();
     return exitSuccess;
 }
 
@@ -90,6 +91,7 @@ ExitStatus merge(const BinderArguments &arguments)
     PdfContext context(toolName);
     SourceFile file(context, std::move(input));
     const MergeResult result = mergePages(file, arguments.ranges, output);
+    context.showWarnings();
     return result.standIns.empty() ? exitSuccess : exitStandIns;
 }
 
@@ -108,6 +110,7 @@ ExitStatus split(const BinderArguments &arguments)
     lockUp(input, places, entries.size(), pages);
     PdfContext context(toolName);
     SourceFile file(context, std::move(input));
+    context.showWarnings();
     return splitPages(file, entries, places);
 }
 

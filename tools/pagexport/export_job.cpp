@@ -190,6 +190,7 @@ ExportJob::Step ExportJob::openDocument(Worker &worker, std::unique_ptr<PageRead
             throw ToolError(m_arguments.input, "has no pages");
         }
         setRange(static_cast<int>(m_pages->pages.size()));
+        reader->showWarnings();
         m_sink.begin(m_first + 1, m_count);
     } catch (...) {
         error = std::current_exception();
@@ -208,9 +209,12 @@ void ExportJob::setRange(int pages)
     const long long first = m_arguments.firstPage.value_or(1);
     const long long last = m_arguments.lastPage.value_or(pages);
     if (first < 1 || last > pages || first > last) {
+        const bool isOne = first == last || (first > pages && !m_arguments.lastPage);
+        const std::string wanted =
+            isOne ? "has no page " + std::to_string(first)
+                  : "has no pages " + std::to_string(first) + " to " + std::to_string(last);
         throw ToolError(m_arguments.input,
-                        "pages " + std::to_string(first) + " to " + std::to_string(last) +
-                            " do not exist; it has pages 1 to " + std::to_string(pages));
+                        wanted + "; its pages are 1 to " + std::to_string(pages));
     }
     m_first = static_cast<int>(first) - 1;
     m_count = static_cast<int>(last - first + 1);

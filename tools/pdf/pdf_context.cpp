@@ -5,7 +5,7 @@
 
 #include <cstring>
 #include <new>
-#include <string>
+#include <utility>
 
 namespace tools {
 
@@ -22,8 +22,8 @@ PdfContext::PdfContext(const char *tool)
     if (m_context == nullptr) {
         throw std::bad_alloc();
     }
-    fz_set_warning_callback(m_context, printWarning, this);
-    fz_set_error_callback(m_context, printWarning, this);
+    fz_set_warning_callback(m_context, takeWarning, this);
+    fz_set_error_callback(m_context, takeWarning, this);
 }
 
 PdfContext::~PdfContext()
@@ -38,15 +38,34 @@ int PdfContext::complaints()
     return m_complaints;
 }
 
-void PdfContext::printWarning(void *user, const char *message)
+void PdfContext::showWarnings()
+{
+    // A warning like the one before is held back until another one comes.
+    fz_flush_warnings(m_context);
+    m_areShown = true;
+    for (const std::string &warning : std::exchange(m_heldBack, {})) {
+        reportLine(m_tool, "", warning);
+    }
+}
+
+void PdfContext::takeWarning(void *user, const char *message)
 {
     auto *self = static_cast<PdfContext *>(user);
     ++self->m_warnings;
     self->m_complaints += std::strcmp(message, wrongLength) == 0 ? 0 : 1;
     if (self->m_warnings <= maximumWarnings) {
-        reportLine(self->m_tool, "", std::string("warning: ") + message);
+        self->say(std::string("warning: ") + message);
     } else if (self->m_warnings == maximumWarnings + 1) {
-        reportLine(self->m_tool, "", "warning: further warnings are left out");
+        self->say("warning: further warnings are left out");
+    }
+}
+
+void PdfContext::say(std::string warning)
+{
+    if (m_areShown) {
+        reportLine(m_tool, "", warning);
+    } else {
+        m_heldBack.push_back(std::move(warning));
     }
 }
 

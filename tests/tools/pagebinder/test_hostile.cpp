@@ -269,7 +269,7 @@ void PageBinderHostileTest::warningsAreCapped()
     file.close();
     const ToolRun run = merge(input, "1", m_output);
     QCOMPARE(run.status, 1);
-    QVERIFY(run.errors.count('\n') < 12);
+    QCOMPARE(run.errors.count('\n'), 1); // the rest went with the file that cannot be read
 }
 
 QUORLIN_TEST(PageBinderHostileTest)

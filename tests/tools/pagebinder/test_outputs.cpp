@@ -29,6 +29,9 @@ private slots:
     void aTitleCannotForgeTheNumberOfPages();
     void leavesNoInformationFileOfAnUnreadableInput_data();
     void leavesNoInformationFileOfAnUnreadableInput();
+    void warningsComeWithWhatCouldBeRead();
+    void everyComplaintIsOneLine_data();
+    void everyComplaintIsOneLine();
     void mergesPagesInTheOrderGiven();
     void aPageMayComeTwice();
     void aMissingPageIsAnError();
@@ -132,10 +135,13 @@ void PageBinderOutputsTest::aTitleCannotForgeTheNumberOfPages()
 void PageBinderOutputsTest::leavesNoInformationFileOfAnUnreadableInput_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::newRow("empty file") << QByteArray();
-    QTest::newRow("text") << QByteArray("this is no PDF file\n");
-    QTest::newRow("no pages") << TestPdf::pages(0).bytes();
-    QTest::newRow("nothing but a header") << QByteArray("%PDF-1.7\n%%EOF\n");
+    QTest::addColumn<QByteArray>("reason"); // its beginning; the rest is the library's
+    QTest::newRow("empty file") << QByteArray() << QByteArray("cannot be read as PDF: ");
+    QTest::newRow("text") << QByteArray("this is no PDF file\n")
+                          << QByteArray("cannot be read as PDF: ");
+    QTest::newRow("no pages") << TestPdf::pages(0).bytes() << QByteArray("has no pages\n");
+    QTest::newRow("nothing but a header")
+        << QByteArray("%PDF-1.7\n%%EOF\n") << QByteArray("cannot be read as PDF: ");
 }
 
 void PageBinderOutputsTest::leavesNoInformationFileOfAnUnreadableInput()
@@ -151,12 +157,97 @@ void PageBinderOutputsTest::leavesNoInformationFileOfAnUnreadableInput()
     older.close();
     const ToolRun run = runBinder({path("bad.pdf"), "-getinfo", "-outfile", path("info.txt")});
     QCOMPARE(run.status, 1);
-    QVERIFY(run.errors.contains("bad.pdf: "));
+    QFETCH(QByteArray, reason);
+    QVERIFY2(run.errors.startsWith("pagebinder: " + path("bad.pdf").toUtf8() + ": " + reason),
+             run.errors.constData());
+    QCOMPARE(run.errors.count('\n'), 1);
     QCOMPARE(files(), (QStringList{"bad.pdf", "input.pdf"}));
+    const ToolRun merged = merge(path("bad.pdf"), "1", m_output);
+    QCOMPARE(merged.status, 1);
+    QCOMPARE(merged.errors.count('\n'), 1);
     const ToolRun missing =
         runBinder({path("missing.pdf"), "-getinfo", "-outfile", path("info.txt")});
     QCOMPARE(missing.status, 1);
-    QVERIFY(missing.errors.contains("missing.pdf: "));
+    QCOMPARE(missing.errors,
+             "pagebinder: " + path("missing.pdf").toUtf8() + ": No such file or directory\n");
+}
+
+void PageBinderOutputsTest::warningsComeWithWhatCouldBeRead()
+{
+    // A table that cannot be found is rebuilt, with warnings.
+    QFile cut(path("cut.pdf"));
+    QVERIFY(cut.open(QIODevice::WriteOnly));
+    cut.write(TestPdf::pages(2).bytes().replace("startxref", "startxfer"));
+    cut.close();
+    for (const QStringList &action : {QStringList{"-getinfo"}, QStringList{"-merge", "2"}}) {
+        const ToolRun run =
+            runBinder(QStringList{path("cut.pdf")} + action + QStringList{"-outfile", m_output});
+        QCOMPARE(run.status, 0);
+        QVERIFY2(run.errors.startsWith("pagebinder: warning: "), run.errors.constData());
+    }
+    const ToolRun refused = merge(path("cut.pdf"), "3", m_output);
+    QCOMPARE(refused.status, 1);
+    QCOMPARE(refused.errors, "pagebinder: " + path("cut.pdf").toUtf8() + ": has no page 3\n");
+}
+
+void PageBinderOutputsTest::everyComplaintIsOneLine_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("line");
+    const auto row = [](const char *arguments, int status, const char *line) {
+        QTest::newRow(arguments) << arguments << status << line;
+    };
+    row("", 2, "no input file (--help shows the usage)");
+    row("IN", 2, "one of -getinfo, -merge and -split is needed (--help shows the usage)");
+    row("IN -merge x -outfile OUT", 2,
+        "\"x\" is no page or range of pages (--help shows the usage)");
+    row("IN -merge -outfile OUT", 2, "-merge needs the pages (--help shows the usage)");
+    row("IN -getinfo", 2, "-outfile is needed (--help shows the usage)");
+    row("IN -getinfo -outfile", 2, "-outfile needs a file (--help shows the usage)");
+    row("IN -getinfo -merge 1 -outfile OUT", 2,
+        "only one of -getinfo, -merge and -split can be done at once (--help shows the usage)");
+    row("IN -getinfo -outfile OUT -outfile OUT", 2,
+        "-outfile is given twice (--help shows the usage)");
+    row("IN -split LIST -outfile OUT", 2,
+        "the list of -split names the outputs, -outfile does not (--help shows the usage)");
+    row("IN -split", 2, "-split needs a file (--help shows the usage)");
+    row("IN -frob", 2, "\"-frob\" is not understood (--help shows the usage)");
+    row("IN -getinfo -outfile OUT -passwords x", 2,
+        "-passwords needs the number of a descriptor, not \"x\" (--help shows the usage)");
+    row("IN -getinfo -outfile OUT -passwords 0 -passwords 0", 2,
+        "-passwords is given twice (--help shows the usage)");
+    row("IN -getinfo -outfile OUT -passwords 999", 2,
+        "the passwords cannot be read: Bad file descriptor");
+    row("IN -merge 4-9 -outfile OUT", 1, "IN: has no page 6");
+    row("IN -merge 1-2000000 -outfile OUT", 1,
+        "IN: more than 1,000,000 pages in one output are refused");
+    row("IN -merge 1 -outfile IN", 1, "IN: is the input itself, which is never written");
+    row("IN -getinfo -outfile IN", 1, "IN: is the input itself, which is never written");
+    row("IN -merge 1 -outfile FOLDER", 1, "FOLDER: is a folder");
+    row("IN -merge 1 -outfile FOLDER/none/o.pdf", 1,
+        "FOLDER/none/o.pdf: cannot be written: No such file or directory");
+    row("IN -merge 1 -outfile PIPE", 1, "PIPE: is not a regular file");
+    row("FOLDER -merge 1 -outfile OUT", 1, "FOLDER: not a regular file");
+    row("PIPE -merge 1 -outfile OUT", 1, "PIPE: not a regular file");
+}
+
+void PageBinderOutputsTest::everyComplaintIsOneLine()
+{
+    QFETCH(QString, arguments);
+    QFETCH(QString, line);
+    QVERIFY(QDir(m_folder->path()).mkdir("folder"));
+    QCOMPARE(mkfifo(path("pipe").toLocal8Bit().constData(), 0600), 0);
+    for (QString *text : {&arguments, &line}) {
+        text->replace("IN", m_input).replace("OUT", m_output).replace("LIST", path("list"));
+        text->replace("FOLDER", path("folder")).replace("PIPE", path("pipe"));
+    }
+    const QStringList before = files();
+    const ToolRun run = runBinder(arguments.split(' ', Qt::SkipEmptyParts));
+    QTEST(run.status, "status");
+    QCOMPARE(QString::fromUtf8(run.errors), "pagebinder: " + line + "\n");
+    QCOMPARE(run.output, QByteArray());
+    QCOMPARE(files(), before);
 }
 
 void PageBinderOutputsTest::mergesPagesInTheOrderGiven()

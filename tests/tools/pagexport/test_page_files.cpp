@@ -142,49 +142,70 @@ void TestPageFiles::pagesComeInOrderFromSeveralThreads()
 void TestPageFiles::boundsOutsideTheDocumentAreInputErrors_data()
 {
     QTest::addColumn<QStringList>("options");
-    QTest::newRow("last before first") << QStringList{"-f", "3", "-l", "2"};
-    QTest::newRow("behind the end") << QStringList{"-f", "4", "-l", "4"};
-    QTest::newRow("first behind the end") << QStringList{"-f", "4"};
-    QTest::newRow("last behind the end") << QStringList{"-l", "4"};
-    QTest::newRow("page 0") << QStringList{"-f", "0", "-l", "1"};
-    QTest::newRow("negative") << QStringList{"-f", "-1"};
-    QTest::newRow("beyond every integer") << QStringList{"-f", "99999999999999999999999"};
+    QTest::addColumn<QString>("reason");
+    const auto row = [](const char *name, const char *options, const char *reason) {
+        QTest::newRow(name) << QString(options).split(' ') << reason;
+    };
+    row("last before first", "-f 3 -l 2", "has no pages 3 to 2; its pages are 1 to 3");
+    row("behind the end", "-f 4 -l 4", "has no page 4; its pages are 1 to 3");
+    row("first behind the end", "-f 4", "has no page 4; its pages are 1 to 3");
+    row("last behind the end", "-l 4", "has no pages 1 to 4; its pages are 1 to 3");
+    row("page 0", "-f 0 -l 1", "has no pages 0 to 1; its pages are 1 to 3");
+    row("negative", "-f -1", "has no pages -1 to 3; its pages are 1 to 3");
+    row("beyond every integer", "-f 99999999999999999999999",
+        "has no page 9223372036854775807; its pages are 1 to 3");
 }
 
 void TestPageFiles::boundsOutsideTheDocumentAreInputErrors()
 {
     QFETCH(QStringList, options);
+    QFETCH(QString, reason);
     ExportRun run;
     QCOMPARE(run.run(pagesOf(3), options), 1);
     QCOMPARE(run.written(), QStringList());
-    QVERIFY(run.errors().startsWith("pagexport: "));
-    QVERIFY(run.errors().contains("in.pdf"));
-    QCOMPARE(run.errors().count('\n'), 1);
+    QCOMPARE(QString::fromUtf8(run.errors()),
+             "pagexport: " + run.path("in.pdf") + ": " + reason + "\n");
 }
 
 void TestPageFiles::wrongUsageIsStatusTwo_data()
 {
     QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("nothing") << QStringList();
-    QTest::newRow("no format") << QStringList{"in.pdf", "page.xml"};
-    QTest::newRow("no output") << QStringList{"-htmlformat", "in.pdf"};
-    QTest::newRow("three files") << QStringList{"-htmlformat", "a", "b", "c"};
-    QTest::newRow("unknown option") << QStringList{"-htmlformat", "-x", "a", "b"};
-    QTest::newRow("page is a word") << QStringList{"-htmlformat", "-f", "one", "a", "b"};
-    QTest::newRow("page with a tail") << QStringList{"-htmlformat", "-f", "1x", "a", "b"};
-    QTest::newRow("page is empty") << QStringList{"-htmlformat", "-f", "", "a", "b"};
-    QTest::newRow("page is missing") << QStringList{"-htmlformat", "a", "b", "-l"};
-    QTest::newRow("empty output") << QStringList{"-htmlformat", "a", ""};
-    QTest::newRow("output is a folder") << QStringList{"-htmlformat", "a", "/tmp/"};
+    QTest::addColumn<QString>("complaint");
+    const auto row = [](const char *name, const QStringList &arguments, const char *complaint) {
+        QTest::newRow(name) << arguments << complaint + QStringLiteral(" (see pagexport --help)");
+    };
+    row("nothing", {}, "-htmlformat is missing");
+    row("no format", {"in.pdf", "page.xml"}, "-htmlformat is missing");
+    row("two formats", {"-items", "-htmlformat", "in.pdf"},
+        "only one of -htmlformat and -items can be done at once");
+    row("no output", {"-htmlformat", "in.pdf"}, "the input or the output file is missing");
+    row("no input", {"-items"}, "the input file is missing");
+    row("two inputs", {"-items", "a", "b"}, "more than one file is given");
+    row("three files", {"-htmlformat", "a", "b", "c"}, "more than two files are given");
+    row("unknown option", {"-htmlformat", "-x", "a", "b"}, "unknown option \"-x\"");
+    row("page is a word", {"-htmlformat", "-f", "one", "a", "b"},
+        "-f needs a page number, not \"one\"");
+    row("page with a tail", {"-htmlformat", "-f", "1x", "a", "b"},
+        "-f needs a page number, not \"1x\"");
+    row("page is empty", {"-htmlformat", "-f", "", "a", "b"}, "-f needs a page number, not \"\"");
+    row("page is missing", {"-htmlformat", "a", "b", "-l"}, "-l needs a page number");
+    row("no thread", {"-items", "-threads", "0", "a"}, "-threads needs at least one thread");
+    row("threads are a word", {"-items", "-threads", "a", "b"},
+        "-threads needs a number of threads, not \"a\"");
+    row("passwords by name", {"-items", "-passwords", "file", "a"},
+        "-passwords needs the number of a descriptor, not \"file\"");
+    row("empty output", {"-htmlformat", "a", ""}, "a file name is empty");
+    QTest::newRow("output is a folder")
+        << QStringList{"-htmlformat", "a", "/tmp/"} << "/tmp/: names no file";
 }
 
 void TestPageFiles::wrongUsageIsStatusTwo()
 {
     QFETCH(QStringList, arguments);
+    QFETCH(QString, complaint);
     ExportRun run;
     QCOMPARE(run.call(arguments), 2);
-    QVERIFY(run.errors().startsWith("pagexport: "));
-    QCOMPARE(run.errors().count('\n'), 1);
+    QCOMPARE(QString::fromUtf8(run.errors()), "pagexport: " + complaint + "\n");
     QCOMPARE(run.output(), QByteArray());
 }
 
@@ -241,13 +262,16 @@ void TestPageFiles::unreadableInputLeavesNothing_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<bool>("exists");
-    QTest::newRow("missing") << QByteArray() << false;
-    QTest::newRow("empty") << QByteArray() << true;
-    QTest::newRow("text") << QByteArray("This is no PDF file.\n") << true;
-    QTest::newRow("header alone") << QByteArray("%PDF-1.7\n%%EOF\n") << true;
+    QTest::addColumn<QByteArray>("reason"); // its beginning; the rest is the library's
+    const QByteArray noPdf = "cannot be read as PDF: ";
+    QTest::newRow("missing") << QByteArray() << false << QByteArray("No such file or directory\n");
+    QTest::newRow("empty") << QByteArray() << true << noPdf;
+    QTest::newRow("text") << QByteArray("This is no PDF file.\n") << true << noPdf;
+    QTest::newRow("header alone") << QByteArray("%PDF-1.7\n%%EOF\n") << true << noPdf;
     PdfBuilder noPages;
-    QTest::newRow("no pages") << QByteArray::fromStdString(noPages.build()) << true;
-    QTest::newRow("picture") << QByteArray("\x89PNG\r\n\x1a\n1234567890") << true;
+    QTest::newRow("no pages") << QByteArray::fromStdString(noPages.build()) << true
+                              << QByteArray("has no pages\n");
+    QTest::newRow("picture") << QByteArray("\x89PNG\r\n\x1a\n1234567890") << true << noPdf;
 }
 
 void TestPageFiles::unreadableInputLeavesNothing()
@@ -261,7 +285,13 @@ void TestPageFiles::unreadableInputLeavesNothing()
     writeFile(run.path("page_pg_0001.htm"), "an earlier file's text");
     QCOMPARE(run.run(run.path("in.pdf")), 1);
     QCOMPARE(run.written(), QStringList());
-    QVERIFY(run.errors().contains("in.pdf"));
+    QFETCH(QByteArray, reason);
+    QVERIFY2(run.errors().startsWith("pagexport: " + run.path("in.pdf").toUtf8() + ": " + reason),
+             run.errors().constData());
+    QCOMPARE(run.errors().count('\n'), 1);
+    QCOMPARE(run.call({"-items", run.path("in.pdf")}), 1);
+    QCOMPARE(run.output(), QByteArray());
+    QCOMPARE(run.errors().count('\n'), 1);
 }
 
 void TestPageFiles::inputIsNeverRemovedWhateverItsName_data()

@@ -38,6 +38,9 @@ public:
     PageReader(const PageReader &) = delete;
     PageReader &operator=(const PageReader &) = delete;
 
+    /// Shows the library's warnings, unless they are silent (see PdfContext).
+    void showWarnings() { m_context.showWarnings(); }
+
     /// The pages of the document. @throws ToolError when its tree cannot be read
     std::shared_ptr<const PageList> pages() { return m_loader.pages(); }
 
