@@ -1,6 +1,7 @@
 // Well-formed files are opened without the library's own reading of the table, all others by the
 // library; the pages and what is written of them are the same to the byte.
 
+#include "locked_pdf.h"
 #include "tests/support/pdf_builder.h"
 #include "tests/support/room.h"
 #include "tools/pagebinder/merge.h"
@@ -8,7 +9,6 @@
 #include "tools/pdf/page_loader.h"
 #include "tools/pdf/pdf_source.h"
 
-#include <QCryptographicHash>
 #include <QDirIterator>
 #include <QFile>
 #include <QTemporaryDir>
@@ -205,85 +205,6 @@ std::string hybridFile()
     }
     return file + "trailer\n<</Size 18/Root 1 0 R/XRefStm " + std::to_string(stream) +
            ">>\nstartxref\n" + std::to_string(table) + "\n%%EOF\n";
-}
-
-QByteArray md5(const QByteArray &bytes)
-{
-    return QCryptographicHash::hash(bytes, QCryptographicHash::Md5);
-}
-
-/// RC4, whose encryption is its decryption.
-QByteArray rc4(const QByteArray &key, QByteArray bytes)
-{
-    std::array<unsigned char, 256> state{};
-    std::iota(state.begin(), state.end(), static_cast<unsigned char>(0));
-    unsigned char j = 0;
-    for (int i = 0; i < 256; ++i) {
-        const auto place = static_cast<std::size_t>(i);
-        j = static_cast<unsigned char>(j + state[place] +
-                                       static_cast<unsigned char>(key[i % key.size()]));
-        std::swap(state[place], state[j]);
-    }
-    unsigned char i = 0;
-    j = 0;
-    for (char &byte : bytes) {
-        ++i;
-        j = static_cast<unsigned char>(j + state[i]);
-        std::swap(state[i], state[j]);
-        const auto mixed = static_cast<unsigned char>(state[i] + state[j]);
-        byte = static_cast<char>(static_cast<unsigned char>(byte) ^ state[mixed]);
-    }
-    return bytes;
-}
-
-/// The nineteen further rounds of revision 3.
-QByteArray furtherRounds(const QByteArray &key, QByteArray bytes)
-{
-    for (char round = 1; round < 20; ++round) {
-        QByteArray changed = key;
-        for (char &byte : changed) {
-            byte = static_cast<char>(byte ^ round);
-        }
-        bytes = rc4(changed, bytes);
-    }
-    return bytes;
-}
-
-/// A file with the user's password "user", encrypted by the rules of ISO 32000-1, 7.6.3.
-std::string lockedFile(int revision, const QByteArray &owner)
-{
-    const QByteArray padding =
-        QByteArray::fromHex("28bf4e5e4e758a4164004e56fffa01082e2e00b6d0683e802f0ca9fe6453697a");
-    const QByteArray identifier = "0123456789abcdef";
-    const int length = revision == 2 ? 5 : 16;
-    const auto digest = [revision, length](const QByteArray &bytes) {
-        QByteArray result = md5(bytes);
-        for (int i = 0; revision > 2 && i < 50; ++i) {
-            result = md5(result.left(length));
-        }
-        return result.left(length);
-    };
-    const QByteArray ownerKey = digest((owner + padding).left(32));
-    const QByteArray user = ("user" + padding).left(32);
-    QByteArray o = rc4(ownerKey, user);
-    o = revision > 2 ? furtherRounds(ownerKey, o) : o;
-    const QByteArray key = digest(user + o + QByteArray::fromHex("fcffffff") + identifier);
-    const QByteArray u = revision == 2 ? rc4(key, padding)
-                                       : furtherRounds(key, rc4(key, md5(padding + identifier))) +
-                                             QByteArray(16, '\0');
-    PdfBuilder pdf;
-    const QByteArray objectKey = md5(key + QByteArray::fromHex("0600000000"));
-    const QByteArray content =
-        rc4(objectKey.left(std::min(length + 5, 16)), "BT /F1 12 Tf 72 700 Td (Secret) Tj ET");
-    pdf.addPage(content.toStdString());
-    std::string file = pdf.build();
-    const QByteArray encryption =
-        "/Encrypt<</Filter/Standard/V " + QByteArray::number(revision - 1) + "/R " +
-        QByteArray::number(revision) + "/Length " + QByteArray::number(8 * length) + "/P -4/O<" +
-        o.toHex() + ">/U<" + u.toHex() + ">>>/ID[<" + identifier.toHex() + "><" +
-        identifier.toHex() + ">]";
-    replaceFirst(file, "/Root 1 0 R>>\n", "/Root 1 0 R" + encryption.toStdString() + ">>\n");
-    return file;
 }
 
 /// Object numbers of the pages; 0 for one that has none or cannot be read.
@@ -557,7 +478,7 @@ void PageBinderOpeningTest::emptyOwnerPasswordsOpenTheFile()
 {
     QFETCH(int, revision);
     QFETCH(bool, isEmpty);
-    const QString path = save(lockedFile(revision, isEmpty ? "" : "owner"));
+    const QString path = save(lockedFile({.revision = revision, .owner = isEmpty ? "" : "owner"}));
     const QByteArray output = merged(path, m_folder.filePath("out.pdf"), SourceFile::Opening::quick,
                                      {tools::PageRange{1, 1}});
     if (isEmpty) {
