@@ -229,6 +229,8 @@ private slots:
     void wellFormedFilesAreReadQuickly();
     void oddPageListsHoldTheSamePages_data();
     void oddPageListsHoldTheSamePages();
+    void referencesToReferencesLeadToThePage();
+    void nodesListedTwiceHaveTheirPagesTwice();
     void brokenPageListsAreReadAlike_data();
     void brokenPageListsAreReadAlike();
     void longListsAreReadWhole();
@@ -391,6 +393,31 @@ void PageBinderOpeningTest::oddPageListsHoldTheSamePages()
         QCOMPARE(pageObjects(source), std::vector<int>(pages.begin(), pages.end()));
     }
     compareOutputs(path);
+}
+
+void PageBinderOpeningTest::referencesToReferencesLeadToThePage()
+{
+    PdfBuilder pdf = pagesOf(2);
+    const int reference = pdf.add("7 0 R");
+    pdf.setPageTree("<</Type/Pages/Count 2/Kids[" + std::to_string(reference) + " 0 R 9 0 R]>>");
+    const QString path = save(pdf.build());
+    for (const SourceFile::Opening opening :
+         {SourceFile::Opening::quick, SourceFile::Opening::byLibrary}) {
+        tools::PdfContext context("test");
+        SourceFile source(context, path.toStdString(), opening);
+        QCOMPARE(pageObjects(source), std::vector<int>({7, 9}));
+    }
+}
+
+void PageBinderOpeningTest::nodesListedTwiceHaveTheirPagesTwice()
+{
+    PdfBuilder pdf = pagesOf(2);
+    const std::string node =
+        std::to_string(pdf.add("<</Type/Pages/Parent 2 0 R/Count 1/Kids[7 0 R]>>")) + " 0 R ";
+    pdf.setPageTree("<</Type/Pages/Count 3/Kids[" + node + "9 0 R " + node + "]>>");
+    tools::PdfContext context("test");
+    SourceFile source(context, save(pdf.build()).toStdString());
+    QCOMPARE(pageObjects(source), std::vector<int>({7, 9, 7}));
 }
 
 void PageBinderOpeningTest::brokenPageListsAreReadAlike_data()
