@@ -95,6 +95,16 @@ std::string withLineEnds(const char *end)
     return file;
 }
 
+/// The content of page 1 is free, though its entry leads to it.
+std::string withFreeContent()
+{
+    std::string file = plainFile();
+    char place[16];
+    std::snprintf(place, sizeof place, "%010zu", file.find("6 0 obj"));
+    replaceFirst(file, std::string(place) + " 00000 n", std::string(place) + " 00001 f");
+    return file;
+}
+
 std::string withLoop()
 {
     std::string file = plainFile();
@@ -114,6 +124,7 @@ struct StreamTable
     int kindOfPage2 = 1;
     std::string widths = "[1 3 1]";
     std::string entries = {}; ///< of the dictionary
+    bool hasKinds = true;     ///< the first field of each entry stands there
 };
 
 std::string zlib(const std::string &bytes)
@@ -165,7 +176,9 @@ std::string streamFile(const StreamTable &table)
     places[9][0] = static_cast<std::size_t>(table.kindOfPage2);
     std::string data;
     for (const auto &place : places) {
-        data += static_cast<char>(place[0]);
+        if (table.hasKinds) {
+            data += static_cast<char>(place[0]);
+        }
         data += static_cast<char>(place[1] >> 16U);
         data += static_cast<char>(place[1] >> 8U);
         data += static_cast<char>(place[1]);
@@ -328,6 +341,8 @@ void PageBinderOpeningTest::wellFormedFilesAreReadQuickly_data()
     row("table in a stream of differences", streamFile({.predicts = true}));
     row("table in a stream by parts", streamFile({.index = "/Index[0 7 7 11]"}));
     row("table in a stream, a page in another", streamFile({.objectStream = true}));
+    row("table in a stream without kinds", streamFile({.widths = "[0 3 1]", .hasKinds = false}));
+    row("a free object with an offset", withFreeContent());
     row("free by an offset of zero", with("0000000000 65535 f", "0000000000 65535 n"));
     row("list over several lines",
         withKids([](const std::string &kids) { return "/Kids [\r\n" + kids + "\n]"; }));
@@ -489,6 +504,8 @@ void PageBinderOpeningTest::tablesThatBeginWithObject1AreReadRight()
         QVERIFY(!tools::PdfSource(source).isRepaired());
     }
     compareOutputs(path);
+    // A first entry that is not the head of the free ones is that of object 1, as stated.
+    compareOutputs(save(with("xref\n0 16\n0000000000 65535 f", "xref\n1 16\n0000000000 00000 f")));
 }
 
 void PageBinderOpeningTest::emptyOwnerPasswordsOpenTheFile_data()
@@ -559,6 +576,7 @@ void PageBinderOpeningTest::oddTablesAreLeftToTheLibrary_data()
     row("a stream of two fields", streamFile({.widths = "[1 3]"}));
     row("a stream of wide fields", streamFile({.widths = "[1 9 1]"}));
     row("a stream without offsets", streamFile({.widths = "[5 0 0]"}));
+    row("a stream of kinds and generations", streamFile({.widths = "[1 0 4]"}));
     row("a stream of odd parts", streamFile({.index = "/Index[0 7 7]"}));
     row("a stream of negative parts", streamFile({.index = "/Index[0 -7]"}));
     row("an unknown kind in a stream", streamFile({.kindOfPage2 = 3}));
