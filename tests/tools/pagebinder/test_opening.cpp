@@ -118,9 +118,11 @@ struct StreamTable
 {
     bool compresses = true;
     bool predicts = false;
-    bool objectStream = false; ///< page 1's dictionary stands in an object stream
-    std::string index = {};    ///< "/Index[...]"
-    int cut = 0;               ///< bytes that are missing at the end
+    std::vector<int> packed = {}; ///< objects that stand in an object stream
+    std::string streamType = "/Type/ObjStm";
+    int lost = 0;           ///< an object that the table places in a stream that is none
+    std::string index = {}; ///< "/Index[...]"
+    int cut = 0;            ///< bytes that are missing at the end
     int kindOfPage2 = 1;
     std::string widths = "[1 3 1]";
     std::string entries = {}; ///< of the dictionary
@@ -152,9 +154,31 @@ std::string streamObject(int number, const std::string &entries, const std::stri
            std::to_string(data.size()) + ">>stream\n" + data + "\nendstream\nendobj\n";
 }
 
-std::string streamFile(const StreamTable &table)
+/// Moves the objects @p numbers of @p file, whose places are @p places, into object stream
+/// @p stream at its end.
+void pack(std::string &file, std::vector<std::array<std::size_t, 3>> &places,
+          const std::vector<int> &numbers, std::size_t stream, const std::string &type)
 {
-    std::string file = plainFile();
+    std::string index;
+    std::string objects;
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        auto &place = places[static_cast<std::size_t>(numbers[i])];
+        const std::size_t start = file.find("<<", place[1]);
+        const std::size_t end = file.find("\nendobj", start);
+        index += std::to_string(numbers[i]) + " " + std::to_string(objects.size()) + " ";
+        objects += file.substr(start, end - start) + " ";
+        file.replace(place[1], end + 7 - place[1], end + 7 - place[1], ' ');
+        place = {2, stream, i};
+    }
+    places[stream] = {1, file.size(), 0};
+    file += streamObject(static_cast<int>(stream),
+                         type + "/N " + std::to_string(numbers.size()) + "/First " +
+                             std::to_string(index.size()),
+                         index + objects);
+}
+
+std::string streamFile(const StreamTable &table, std::string file = plainFile())
+{
     file.resize(file.rfind("xref\n0 "));
     const int objectStream = 16;
     const int own = 17;
@@ -163,14 +187,11 @@ std::string streamFile(const StreamTable &table)
         places[static_cast<std::size_t>(number)] = {
             1, file.find("\n" + std::to_string(number) + " 0 obj") + 1, 0};
     }
-    if (table.objectStream) {
-        const std::size_t start = places[7][1];
-        const std::size_t end = file.find("\nendobj", start);
-        const std::string page = file.substr(start + 8, end - start - 8);
-        file.replace(start, end + 7 - start, end + 7 - start, ' ');
-        places[objectStream] = {1, file.size(), 0};
-        file += streamObject(objectStream, "/Type/ObjStm/N 1/First 4", "7 0 " + page);
-        places[7] = {2, static_cast<std::size_t>(objectStream), 0};
+    if (!table.packed.empty()) {
+        pack(file, places, table.packed, objectStream, table.streamType);
+    }
+    if (table.lost != 0) {
+        places[static_cast<std::size_t>(table.lost)] = {2, 0, 0};
     }
     places[own] = {1, file.size(), 0};
     places[9][0] = static_cast<std::size_t>(table.kindOfPage2);
@@ -202,7 +223,7 @@ std::string streamFile(const StreamTable &table)
 /// A table for old readers that calls page 1 free, and a stream for others that knows where it is.
 std::string hybridFile()
 {
-    std::string file = streamFile({.objectStream = true, .index = "/Index[7 1]"});
+    std::string file = streamFile({.packed = {7}, .index = "/Index[7 1]"});
     const std::size_t stream = file.find("\n17 0 obj") + 1;
     file.resize(stream);
     const std::string entry{'\2', '\0', '\0', '\20', '\0'}; // in object stream 16, the first
@@ -254,6 +275,8 @@ private slots:
     void filesWithoutPagesAreRepaired();
     void oddTablesAreLeftToTheLibrary_data();
     void oddTablesAreLeftToTheLibrary();
+    void aTableShowsWhatTheRepairMisses();
+    void aTableWithOtherPagesThanTheRepairIsNotTaken();
     void wrongOffsetEndsInTheLibrary();
     void newerSectionHolds();
     void corpusFilesGiveTheSameOutputs_data();
@@ -340,7 +363,7 @@ void PageBinderOpeningTest::wellFormedFilesAreReadQuickly_data()
     row("table in a plain stream", streamFile({.compresses = false}));
     row("table in a stream of differences", streamFile({.predicts = true}));
     row("table in a stream by parts", streamFile({.index = "/Index[0 7 7 11]"}));
-    row("table in a stream, a page in another", streamFile({.objectStream = true}));
+    row("table in a stream, a page in another", streamFile({.packed = {7}}));
     row("table in a stream without kinds", streamFile({.widths = "[0 3 1]", .hasKinds = false}));
     row("a free object with an offset", withFreeContent());
     row("free by an offset of zero", with("0000000000 65535 f", "0000000000 65535 n"));
@@ -604,6 +627,30 @@ void PageBinderOpeningTest::oddTablesAreLeftToTheLibrary()
     }
     QVERIFY(!quick);
     compareOutputs(path);
+}
+
+/// One object that the table places nowhere makes the library repair the file, and the repair does
+/// not see that a stream without a type holds a page.
+void PageBinderOpeningTest::aTableShowsWhatTheRepairMisses()
+{
+    const QString path = save(streamFile({.packed = {7}, .streamType = "", .lost = 5}));
+    tools::PdfContext context("test");
+    SourceFile source(context, path.toStdString());
+    QVERIFY(!source.isQuick());
+    QCOMPARE(pageObjects(source), std::vector<int>({7, 9, 11, 13, 15}));
+}
+
+/// Here the object that the table places nowhere is a node, whose two pages the repair sees.
+void PageBinderOpeningTest::aTableWithOtherPagesThanTheRepairIsNotTaken()
+{
+    PdfBuilder pdf = pagesOf(pageCount);
+    pdf.set(5, "<</Type/Pages/Parent 2 0 R/Count 2/Kids[13 0 R 15 0 R]>>");
+    pdf.setPageTree("<</Type/Pages/Count 5/Kids[7 0 R 9 0 R 11 0 R 5 0 R]>>");
+    const QString path =
+        save(streamFile({.packed = {7, 9}, .streamType = "", .lost = 5}, pdf.build()));
+    tools::PdfContext context("test");
+    SourceFile source(context, path.toStdString());
+    QCOMPARE(pageObjects(source), std::vector<int>({0, 0, 11, 13, 15}));
 }
 
 void PageBinderOpeningTest::wrongOffsetEndsInTheLibrary()
