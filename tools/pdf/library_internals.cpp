@@ -135,6 +135,22 @@ void lookUp(fz_context *context, pdf_document *document, int number, ObjectPlace
 
 } // namespace
 
+ObjectPlace placeOf(fz_context *context, pdf_document *document, int number) noexcept
+{
+    ObjectPlace place;
+    if (number > 0 && number < pdf_xref_len(context, document)) {
+        fz_try(context)
+        {
+            lookUp(context, document, number, place);
+        }
+        fz_catch(context)
+        {
+            place = {};
+        }
+    }
+    return place;
+}
+
 std::vector<ObjectPlace> placesOf(fz_context *context, pdf_document *document,
                                   const std::vector<int> &numbers)
 {
@@ -188,6 +204,11 @@ pdf_page *loadPageObject(fz_context *context, pdf_document *, int)
 }
 
 void dropPageMap(fz_context *, pdf_document *) noexcept {}
+
+ObjectPlace placeOf(fz_context *, pdf_document *, int) noexcept
+{
+    return {};
+}
 
 std::vector<ObjectPlace> placesOf(fz_context *, pdf_document *, const std::vector<int> &numbers)
 {

@@ -64,8 +64,10 @@ struct ObjectPlace
     int stream = 0;            ///< number of the object stream
 };
 
-/// Where the objects @p numbers stand, each of which is in the document's table or not positive.
-/// Never throws the library's errors.
+/// Where object @p number stands. Never throws the library's errors.
+ObjectPlace placeOf(fz_context *context, pdf_document *document, int number) noexcept;
+
+/// The same for each of @p numbers.
 std::vector<ObjectPlace> placesOf(fz_context *context, pdf_document *document,
                                   const std::vector<int> &numbers);
 

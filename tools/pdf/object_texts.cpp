@@ -10,7 +10,7 @@ bool ObjectTexts::read(int number, const Reader &reader)
         return false;
     }
     if (cryptOf(m_source.document()) == nullptr &&
-        m_scanner.readBytes(number, m_source.placesOf({number}).front(), reader)) {
+        m_scanner.readBytes(number, m_source.placeOf(number), reader)) {
         return true;
     }
     const int last = m_source.finalNumber(number);

@@ -166,7 +166,7 @@ PageList PageWalk::singlePage()
 
 bool PageWalk::openByBytes(int number, Level &level)
 {
-    const ObjectPlace place = m_source.placesOf({number}).front();
+    const ObjectPlace place = m_source.placeOf(number);
     NodeScan scan = m_scanner.scan(number, place, true);
     if (scan.kind != NodeScan::Kind::node) {
         return false;

@@ -111,7 +111,7 @@ pdf_obj *PdfSource::loadUnrepaired(int number)
 // damaged. Other readers take whatever looks like the beginning of an object.
 bool PdfSource::findLost(int number)
 {
-    if (number >= objectCount() || placesOf({number}).front().kind != ObjectPlace::Kind::unknown) {
+    if (number >= objectCount() || placeOf(number).kind != ObjectPlace::Kind::unknown) {
         return false;
     }
     if (!m_headers) {
@@ -164,7 +164,7 @@ pdf_obj *PdfSource::adopt(int number, const MendedObject &mended)
 
 std::string PdfSource::sourceOf(int number)
 {
-    const ObjectPlace place = placesOf({number}).front();
+    const ObjectPlace place = placeOf(number);
     if (place.kind != ObjectPlace::Kind::inFile) {
         return {};
     }

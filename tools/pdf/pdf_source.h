@@ -78,6 +78,10 @@ public:
     /// The object @p number, resolved; null when it cannot be loaded.
     pdf_obj *object(int number);
     /// Where objects stand; "unknown" those that the library must be asked for.
+    ObjectPlace placeOf(int number) const noexcept
+    {
+        return tools::placeOf(m_context, m_document, number);
+    }
     std::vector<ObjectPlace> placesOf(const std::vector<int> &numbers) const
     {
         return tools::placesOf(m_context, m_document, numbers);

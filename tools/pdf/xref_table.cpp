@@ -4,6 +4,7 @@
 #include "tools/pdf/pdf_syntax.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <string_view>
 
@@ -31,6 +32,28 @@ std::int64_t digits(const char *text, int count)
     return wrong != 0 ? -1 : number;
 }
 
+/// The same for eight digits in a few steps, since long files have a hundred thousand entries:
+/// neighbours become pairs, pairs fours, and fours the number, in all places of a word at once.
+std::int64_t eightDigits(const char *text)
+{
+    if constexpr (std::endian::native != std::endian::little) {
+        return digits(text, 8);
+    }
+    std::uint64_t word = 0;
+    std::memcpy(&word, text, sizeof word);
+    constexpr std::uint64_t upperHalves = 0xf0f0f0f0f0f0f0f0;
+    // The upper half of a digit's byte is 3, even with 6 added.
+    const std::uint64_t later = (word + 0x0606060606060606) & upperHalves;
+    if (((word & upperHalves) | later >> 4U) != 0x3333333333333333) {
+        return -1;
+    }
+    word &= ~upperHalves;
+    word = word * 10 + (word >> 8U);
+    word = (word & 0x00ff00ff00ff00ff) * 100 + (word >> 16U & 0x00ff00ff00ff00ff);
+    word = (word & 0x0000ffff0000ffff) * 10000 + (word >> 32U & 0x0000ffff);
+    return static_cast<std::int64_t>(word & 0xffffffff);
+}
+
 bool endsLine(char c)
 {
     return c == ' ' || c == '\r' || c == '\n';
@@ -39,14 +62,17 @@ bool endsLine(char c)
 /// "nnnnnnnnnn ggggg n" and two bytes of line end.
 bool parseEntry(const char *text, XrefEntry &entry)
 {
-    const std::int64_t offset = digits(text, 10);
-    const std::int64_t generation = digits(text + 11, 5);
+    const std::int64_t begin = eightDigits(text);
+    const std::int64_t end = digits(text + 8, 2);
+    const bool isOrdinary = std::memcmp(text + 10, " 00000 n", 8) == 0;
+    const std::int64_t generation = isOrdinary ? 0 : digits(text + 11, 5);
     const char kind = text[17];
-    if (offset < 0 || generation < 0 || generation > largestGeneration || text[10] != ' ' ||
-        text[16] != ' ' || (kind != 'n' && kind != 'f') || !endsLine(text[18]) ||
+    if (begin < 0 || end < 0 || generation < 0 || generation > largestGeneration ||
+        text[10] != ' ' || text[16] != ' ' || (kind != 'n' && kind != 'f') || !endsLine(text[18]) ||
         !endsLine(text[19])) {
         return false;
     }
+    const std::int64_t offset = begin * 100 + end;
     entry.offset = offset;
     entry.generation = static_cast<std::uint16_t>(generation);
     // Some producers mark free objects by an offset of 0 alone.

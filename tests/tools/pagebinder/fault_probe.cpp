@@ -59,6 +59,9 @@ int comeToHarm(const std::string &kind, char *argument)
         touch(const_cast<char *>("text"));
     } else if (kind == "abort") {
         std::abort();
+    } else if (kind == "endless") {
+        for (volatile bool isEndless = true; isEndless;) {
+        }
     }
     return 0;
 }

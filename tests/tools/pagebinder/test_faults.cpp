@@ -21,6 +21,7 @@ private slots:
     void aCrashIsACrash();
     void aFaultSignalFromOutsideIsACrash_data();
     void aFaultSignalFromOutsideIsACrash();
+    void aFileThatTakesTooLongIsTheFilesFault();
     void aFileThatNestsTooDeeplyIsNamed();
 
 private:
@@ -112,6 +113,15 @@ void PageBinderFaultsTest::aFaultSignalFromOutsideIsACrash()
         QVERIFY2(left.isEmpty() || left == QStringList("q.pdf"), qPrintable(left.join(' ')));
     }
     QVERIFY(crashes > 0);
+}
+
+void PageBinderFaultsTest::aFileThatTakesTooLongIsTheFilesFault()
+{
+    QProcess probe;
+    runProbe(probe, QStringLiteral("endless"), QStringLiteral("ulimit -S -t 1; "));
+    QCOMPARE(probe.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(probe.exitCode(), 1);
+    QCOMPARE(probe.readAllStandardError(), QByteArray("pagebinder: input.pdf: takes too long\n"));
 }
 
 void PageBinderFaultsTest::aFileThatNestsTooDeeplyIsNamed()

@@ -581,6 +581,12 @@ void PageBinderOpeningTest::oddTablesAreLeftToTheLibrary_data()
     row("something before the header", "\n" + plainFile());
     row("entries of 19 bytes", with(" f \n", " f\n"));
     row("a letter in an offset", with("00000 n", "000x0 n"));
+    for (const char *offset : {":000000009", "0/00000009", "000p000009", "0000 00009",
+                               "0000000\xb0"
+                               "09",
+                               "00000000:9", "000000000/"}) {
+        row(offset, with("0000000009 ", std::string(offset) + ' '));
+    }
     row("an offset beyond the file", with("0000000009 ", "9999999999 "));
     row("an unknown kind", with("00000 n", "00000 o"));
     row("no blank behind an offset", with("0000000009 00000", "0000000009x00000"));

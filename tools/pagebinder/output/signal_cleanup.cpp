@@ -46,6 +46,7 @@ void removeAndEnd(int signal)
     removeHiddenFile();
     if (signal == SIGXCPU) {
         say(timeLine.data());
+        _exit(exitInputError); // the file's fault, not a crash
     }
     endBySignal(signal);
 }

@@ -4,6 +4,7 @@
 #include "tools/pagebinder/structure/structure_tree.h"
 
 #include <memory>
+#include <optional>
 
 namespace tools {
 
@@ -17,7 +18,13 @@ public:
     }
 
     /// Whether the document is tagged.
-    bool isThere() { return StructureTree::isIn(m_source); }
+    bool isThere()
+    {
+        if (!m_isThere) {
+            m_isThere = StructureTree::isIn(m_source);
+        }
+        return *m_isThere;
+    }
 
     ParentTree &parents() noexcept { return m_parents; }
     /// The tree as far as the parent tree leads to it.
@@ -50,6 +57,7 @@ private:
     }
 
     PdfSource &m_source;
+    std::optional<bool> m_isThere;
     ObjectTexts m_texts;
     ParentTree m_parents;
     std::unique_ptr<StructureTree> m_linked;

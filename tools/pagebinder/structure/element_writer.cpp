@@ -185,10 +185,18 @@ void ElementWriter::writeType(std::string_view text)
     }
     m_copier.text() += "/S";
     m_copier.text() += text;
-    if (text != m_lastType) {
-        m_lastType = text;
-        m_types.insert(unescapedName(text.substr(1)));
+    if (m_types.find(text) == m_types.end()) {
+        m_types.emplace(text);
     }
+}
+
+std::set<std::string> ElementWriter::types() const
+{
+    std::set<std::string> names;
+    for (const std::string &type : m_types) {
+        names.insert(unescapedName(std::string_view(type).substr(1)));
+    }
+    return names;
 }
 
 void ElementWriter::writeSimple(std::string_view key, std::string_view text)

@@ -32,7 +32,7 @@ public:
     /// The elements with an identifier: it and the element's number in the output.
     const std::map<std::string, int> &identifiers() const noexcept { return m_identifiers; }
     /// Types and classes that the elements have.
-    const std::set<std::string> &types() const noexcept { return m_types; }
+    std::set<std::string> types() const;
     const std::set<std::string> &classes() const noexcept { return m_classes; }
     /// Whether a table cell has lost a header that is on another page.
     bool hasLostHeaders() const noexcept { return m_hasLostHeaders; }
@@ -57,9 +57,8 @@ private:
     StructureCut &m_cut;
     const std::vector<TaggedPage> &m_pages;
     std::map<std::string, int> m_identifiers;
-    std::set<std::string> m_types;
+    std::set<std::string, std::less<>> m_types; ///< as they stand
     std::set<std::string> m_classes;
-    std::string m_lastType;
     bool m_hasLostHeaders = false;
 };
 

@@ -103,17 +103,30 @@ void StructureCut::order(Kept &kept)
     }
 }
 
+/// The indices of what is kept, the deepest first.
+std::vector<int> StructureCut::upwards() const
+{
+    // All that is above an element is kept with it, so there are no more levels than elements.
+    std::vector<std::size_t> ends(m_kept.size() + 1, 0);
+    const auto heightOf = [this](const Kept &kept) {
+        const int depth = m_tree.element(kept.element).depth;
+        return m_kept.size() - std::min(m_kept.size(), static_cast<std::size_t>(depth));
+    };
+    for (const Kept &kept : m_kept) {
+        ++ends[heightOf(kept)];
+    }
+    std::partial_sum(ends.begin(), ends.end(), ends.begin());
+    std::vector<int> indices(m_kept.size());
+    for (std::size_t i = m_kept.size(); i-- != 0;) {
+        indices[--ends[heightOf(m_kept[i])]] = static_cast<int>(i);
+    }
+    return indices;
+}
+
 void StructureCut::complete(PdfWriter &writer)
 {
-    std::vector<int> upwards(m_kept.size());
-    std::iota(upwards.begin(), upwards.end(), 0);
-    const auto depthOf = [this](int index) {
-        return m_tree.element(m_kept[static_cast<std::size_t>(index)].element).depth;
-    };
-    std::stable_sort(upwards.begin(), upwards.end(),
-                     [&depthOf](int a, int b) { return depthOf(a) > depthOf(b); });
     std::vector<int> empty;
-    for (const int index : upwards) {
+    for (const int index : upwards()) {
         order(m_kept[static_cast<std::size_t>(index)]);
         const bool isAll = isWhole(index, empty);
         m_kept[static_cast<std::size_t>(index)].isWhole = isAll;

@@ -58,6 +58,7 @@ private:
     int enter(int element, int copy);
     bool isShared(int element) const;
     bool isBefore(const Kid &a, const Kid &b) const;
+    std::vector<int> upwards() const;
     void order(Kept &kept);
     bool isWhole(int index, std::vector<int> &empty);
     bool isRestEmpty(int element, const std::vector<int> &positions);

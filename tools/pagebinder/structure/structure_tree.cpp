@@ -16,7 +16,8 @@ constexpr std::size_t wideElement = 32;
 
 StructureTree::StructureTree(PdfSource &source, ObjectTexts &texts)
     : m_source(source), m_texts(texts),
-      m_listings(static_cast<std::size_t>(std::max(0, source.objectCount())))
+      m_byNumber(static_cast<std::size_t>(std::max(0, source.objectCount())), none),
+      m_listings(m_byNumber.size())
 {
     readRoot();
 }
@@ -49,8 +50,8 @@ int StructureTree::add(int number)
 {
     const int index = static_cast<int>(m_elements.size());
     m_elements.emplace_back().number = number;
-    if (number != 0) {
-        m_byNumber.emplace(number, index);
+    if (number > 0 && static_cast<std::size_t>(number) < m_byNumber.size()) {
+        m_byNumber[static_cast<std::size_t>(number)] = index;
     }
     return index;
 }
@@ -91,12 +92,12 @@ void StructureTree::take(int index)
 
 int StructureTree::find(int number)
 {
-    if (number <= 0) {
+    if (number <= 0 || static_cast<std::size_t>(number) >= m_byNumber.size()) {
         return none;
     }
-    const auto known = m_byNumber.find(number);
-    if (known != m_byNumber.end()) {
-        return element(known->second).isRead ? known->second : none;
+    const int known = m_byNumber[static_cast<std::size_t>(number)];
+    if (known != none) {
+        return element(known).isRead ? known : none;
     }
     const int index = add(number);
     StructureSource &source = element(index).source;
@@ -407,7 +408,7 @@ void StructureTree::forget()
     std::vector<int> moved(m_elements.size(), none);
     std::deque<Element> before;
     before.swap(m_elements);
-    m_byNumber.clear();
+    std::fill(m_byNumber.begin(), m_byNumber.end(), none);
     m_longLists.clear();
     for (std::size_t i = 0; i < before.size(); ++i) {
         if (stays[i] != 0) {

@@ -115,7 +115,7 @@ private:
     bool m_isWalked = false;
     std::uint32_t m_lastMark = 0;
     std::deque<Element> m_elements;
-    std::unordered_map<int, int> m_byNumber;             ///< object number to index
+    std::vector<int> m_byNumber;                         ///< index, by object number
     std::vector<Listing> m_listings;                     ///< by object number
     std::unordered_map<int, PagePositions> m_longLists;  ///< by index of the element
     std::unordered_map<int, std::vector<int>> m_inlined; ///< indices of an element's inlined ones
