@@ -29,6 +29,9 @@ private slots:
     void differentLettersAtOnePlaceAreKept();
     void theSameLetterRaisedIsKept();
     void textOfAnotherDirectionIsAnotherItem();
+    void aWideBlankJoinsRightToLeftWords();
+    void rightToLeftLettersMayOverlapAndRise();
+    void aMarkFollowsTheLetterUnderIt();
     void textBesideOrAboveThePageIsLeftOut();
     void fourLettersSetFarApartAreOneItem();
     void aLetterFurtherApartEndsTheItem();
@@ -123,6 +126,32 @@ void TestItemJoining::textOfAnotherDirectionIsAnotherItem()
     DrawnPage page;
     page.draw("ab").style(0, -em, -em, 0).at(110, 100).draw("c");
     QCOMPARE(page.texts(), QStringList({"ab", "c"}));
+}
+
+// Drawn in reading order: each letter before the one drawn last.
+void TestItemJoining::aWideBlankJoinsRightToLeftWords()
+{
+    DrawnPage page;
+    page.at(120, 100).draw(QString("ש")).at(115, 100).draw(QString("ל"));
+    page.at(110, 100).draw(" ").at(100, 100).draw(QString("ם"));
+    QCOMPARE(page.texts(), QStringList{"של ם"});
+}
+
+void TestItemJoining::rightToLeftLettersMayOverlapAndRise()
+{
+    DrawnPage page;
+    page.at(120, 100).draw(QString("ש")).at(116, 99).draw(QString("ל"));
+    QCOMPARE(page.texts(), QStringList{"של"});
+}
+
+void TestItemJoining::aMarkFollowsTheLetterUnderIt()
+{
+    const QString pointed("\u05E9\u05C1\u05DC"); // shin with its dot, lamed
+    for (const double place : {105.5, 107.5, 109.5}) {
+        DrawnPage page;
+        page.at(105, 100).draw(pointed.mid(0, 1)).mark(place, pointed.mid(1, 1));
+        QCOMPARE(page.at(100, 100).draw(pointed.mid(2, 1)).texts(), QStringList{pointed});
+    }
 }
 
 void TestItemJoining::textBesideOrAboveThePageIsLeftOut()
