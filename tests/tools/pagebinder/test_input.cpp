@@ -33,6 +33,7 @@ private slots:
     void anInputThatChangedBeforeIsRefused();
     void anInputThatChangesDuringTheWorkIsNoticed_data() { addChanges(); }
     void anInputThatChangesDuringTheWorkIsNoticed();
+    void aLinkThatLeadsToAnotherFileIsNoticed();
     void anInputThatChangesBetweenOutputsStopsThem_data() { addChanges(); }
     void anInputThatChangesBetweenOutputsStopsThem();
     void anUnreadableIdentityIsWrongUsage();
@@ -178,6 +179,20 @@ void PageBinderInputTest::anInputThatChangesDuringTheWorkIsNoticed()
     QCOMPARE(contentOf("out.pdf"), QByteArray("older"));
     QVERIFY(!QFileInfo::exists(path("info")));
     QCOMPARE(hiddenFiles(), QStringList());
+}
+
+void PageBinderInputTest::aLinkThatLeadsToAnotherFileIsNoticed()
+{
+    QVERIFY(QFile::link(m_input, path("link")));
+    tools::PdfContext context("pagebinder");
+    InputFile input(path("link").toStdString());
+    const tools::OutputPlaces places(input, {path("out.pdf").toStdString()});
+    tools::SourceFile file(context, std::move(input));
+    QVERIFY(QFile::copy(m_input, path("other.pdf")));
+    QVERIFY(QFile::remove(path("link")));
+    QVERIFY(QFile::link(path("other.pdf"), path("link")));
+    QVERIFY_EXCEPTION_THROWN(tools::mergePages(file, {{1, 5}}, places.at(0)), tools::InputChanged);
+    QVERIFY(!QFileInfo::exists(path("out.pdf")));
 }
 
 void PageBinderInputTest::anInputThatChangesBetweenOutputsStopsThem()

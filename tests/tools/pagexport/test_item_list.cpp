@@ -269,7 +269,7 @@ void TestItemList::anyNumberOfThreadsGivesTheSameItems()
     const QString input = run.save(pagesOf(60, 4));
     QCOMPARE(run.call({"-items", "-threads", "1", input}), 0);
     const QByteArray items = run.output();
-    for (const char *threads : {"2", "7", "1000"}) {
+    for (const char *threads : {"2", "7", "1000", "99999999999999999999"}) {
         QCOMPARE(run.call({"-items", "-threads", threads, input}), 0);
         QCOMPARE(run.output(), items);
     }
