@@ -170,6 +170,8 @@ void TestArguments::faultsAreNamed_data()
     QTest::newRow("a rule from a position and an item")
         << words("--save-rule R --position 1,2 --from a.pdf --text T")
         << "--save-rule takes either";
+    QTest::newRow("a rule from a position with a text")
+        << words("--save-rule R --position 1,2 --text T") << "--save-rule takes either";
     QTest::newRow("a rule from nothing") << words("--save-rule R") << "--save-rule takes either";
     QTest::newRow("a rule from a file alone")
         << words("--save-rule R --from a.pdf") << "--save-rule takes either";

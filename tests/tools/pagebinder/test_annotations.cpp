@@ -13,7 +13,7 @@ private slots:
     void anAnnotationListedTwiceComesOnce();
     void anAnnotationWithoutAKindStaysBehind();
     void aDestinationWithoutAViewShowsThePage();
-    void aLinkLeadsToTheFirstOfTwoCopies();
+    void whatLeadsToAPageLeadsToTheFirstOfTwoCopies();
     void scriptsStayBehind();
     void namesAtTheLimitsOfANodeAreFound();
 
@@ -60,15 +60,19 @@ void TestAnnotations::aDestinationWithoutAViewShowsThePage()
     QCOMPARE(output->value(first("Dest/1")), QByteArray("/Fit"));
 }
 
-void TestAnnotations::aLinkLeadsToTheFirstOfTwoCopies()
+void TestAnnotations::whatLeadsToAPageLeadsToTheFirstOfTwoCopies()
 {
-    TestPdf pdf = TestPdf::pages(2, {}, "/Annots[41 0 R]");
+    TestPdf pdf = TestPdf::pages(2);
+    pdf.object(10, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 99 99]/Contents 11 0 R/Annots[41 0 R]"
+                   "/Resources<</Font<</F 3 0 R>>/Own 20 0 R>>>>");
     pdf.object(41, "<</Subtype/Link/Rect[0 0 9 9]/Dest[20 0 R/Fit]>>");
     const auto output = m_bench.merged(pdf, "2 1 2");
     QVERIFY(output);
     const QByteArray pages = output->value("Root/Pages/Kids"); // "[4 0 R 7 0 R 9 0 R]"
-    const QByteArray firstPage = pages.mid(1, pages.indexOf('R') - 1);
-    QCOMPARE(output->value("Root/Pages/Kids/1/Annots/0/Dest"), "[" + firstPage + "R/Fit]");
+    const QByteArray firstPage = pages.mid(1, pages.indexOf('R'));
+    QCOMPARE(output->value("Root/Pages/Kids/1/Annots/0/Dest"), "[" + firstPage + "/Fit]");
+    QVERIFY2(output->value("Root/Pages/Kids/1/Resources").contains("/Own " + firstPage),
+             output->value("Root/Pages/Kids/1/Resources").constData());
 }
 
 void TestAnnotations::scriptsStayBehind()

@@ -165,13 +165,18 @@ void PageBinderHostileTest::wrongCountsAreNoticed()
 void PageBinderHostileTest::aPageWithAListOfKidsIsAPage()
 {
     TestPdf pdf = TestPdf::pages(2);
-    pdf.object(10, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 595 842]/Contents 11 0 R/Kids[20 0 R]"
-                   "/Resources<</Font<</F 3 0 R>>>>>>");
-    const QString input = pdf.save(m_folder->path());
-    QVERIFY(
-        runBinder({input, "-getinfo", "-outfile", "-"}).output.startsWith("NumberOfPages: 2\n"));
-    QCOMPARE(merge(input, "1", m_output).status, 0);
-    QCOMPARE(PdfInspector(m_output).text(1), QByteArray("page-1-text"));
+    const QByteArray page = "<</Type/Page/Parent 2 0 R/MediaBox[0 0 595 842]/Contents 11 0 R"
+                            "/Kids[20 0 R]/Resources<</Font<</F 3 0 R>>>>>>";
+    for (const QByteArray &kid :
+         {QByteArray("10 0 R"), page}) { // of its own, or in the list itself
+        pdf.object(10, page);
+        pdf.object(2, "<</Type/Pages/Count 2/Kids[" + kid + " 20 0 R]>>");
+        const QString input = pdf.save(m_folder->path());
+        const ToolRun count = runBinder({input, "-getinfo", "-outfile", "-"});
+        QVERIFY(count.output.startsWith("NumberOfPages: 2\n"));
+        QCOMPARE(merge(input, "1", m_output).status, 0);
+        QCOMPARE(PdfInspector(m_output).text(1), QByteArray("page-1-text"));
+    }
 }
 
 void PageBinderHostileTest::anUnreadablePageBecomesAStandIn()
