@@ -9,6 +9,9 @@
 
 #include <memory>
 
+#include <csignal>
+
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 /// Rules made and changed by the runner, in a settings file that the window uses, too.
@@ -32,6 +35,8 @@ private slots:
     void brokenRulesAreNotImported();
     void theOtherSettingsStayAsTheyAre();
     void settingsThatCannotBeWrittenAreAnError();
+    void aFullDiskKeepsTheSettings_data();
+    void aFullDiskKeepsTheSettings();
     void usageFaultsExitWithTwo_data();
     void usageFaultsExitWithTwo();
 
@@ -130,6 +135,7 @@ void TestRuleChanges::aRuleIsRemoved()
 {
     QCOMPARE(change({"--remove-rule", "Account"}).exitCode, 0);
     QCOMPARE(rules(), QString());
+    QVERIFY(!bench->read("rules.ini").contains("Account")); // nor is it the current one
     const RunnerResult again = change({"--remove-rule", "Account"});
     QCOMPARE(again.exitCode, 2);
     QCOMPARE(again.errors,
@@ -233,6 +239,36 @@ void TestRuleChanges::settingsThatCannotBeWrittenAreAnError()
     QCOMPARE(result.exitCode, 2);
     QCOMPARE(result.errors, "quorlin-batch: the settings cannot be written: " +
                                 bench->path("none/rules.ini") + "\n");
+}
+
+void TestRuleChanges::aFullDiskKeepsTheSettings_data()
+{
+    QTest::addColumn<QStringList>("words");
+    QTest::newRow("saving") << QStringList{"--save-rule", "New", "--position", "7,9"};
+    QTest::newRow("removing") << QStringList{"--remove-rule", "Account"};
+    QTest::newRow("renaming") << QStringList{"--rename-rule", "Account", "New"};
+    QTest::newRow("importing") << QStringList{"--import-rules", "more.ini"};
+}
+
+void TestRuleChanges::aFullDiskKeepsTheSettings()
+{
+    QFETCH(QStringList, words);
+    bench->write("more.ini", "[orbi]\nNew=1\n[New]\nxpos=7\nypos=9\n");
+    const QByteArray before = bench->read("rules.ini");
+    QProcess process; // a limit on file sizes fails a write as a full disk does
+    process.setChildProcessModifier([] {
+        const rlimit limit{0, 0};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        std::signal(SIGXFSZ, SIG_IGN);
+    });
+    prepareRunner(process, words + QStringList{"--settings", "rules.ini"}, bench->path(),
+                  bench->path("tmp"));
+    process.start();
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 2);
+    QCOMPARE(QString::fromUtf8(process.readAllStandardError()),
+             "quorlin-batch: the settings cannot be written: " + bench->path("rules.ini") + "\n");
+    QCOMPARE(bench->read("rules.ini"), before);
 }
 
 void TestRuleChanges::usageFaultsExitWithTwo_data()
