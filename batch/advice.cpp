@@ -11,12 +11,12 @@ namespace {
 constexpr std::array<std::pair<const char *, const char *>, 8> advice = {{
     {"needs a password that", "add its password to the file behind --password-file"},
     {"needs a password", "give it with --password-file FILE"},
-    {"cannot be read as PDF", "see whether a PDF viewer opens it"},
-    {"is too damaged", "see whether a PDF viewer opens it and can save it anew"},
-    {"it is empty", "see whether it was copied to its end"},
+    {"cannot be read as PDF", "check whether a PDF viewer can open it"},
+    {"is too damaged", "try to open it in a PDF viewer and to save it again"},
+    {"it is empty", "check whether it was copied completely"},
     {"it changed while it was split", "split it again once it is complete"},
-    {"a tool made no progress", "give it longer with --timeout SECONDS"},
-    {"the page took too long", "give it longer with --timeout SECONDS"},
+    {"a tool made no progress", "allow more time with --timeout SECONDS"},
+    {"the page took too long", "allow more time with --timeout SECONDS"},
 }};
 
 } // namespace

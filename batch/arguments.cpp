@@ -188,7 +188,7 @@ QString readValues(const QCommandLineParser &parser, Arguments &arguments)
     arguments.page = values.number("page", 1, 1, lastPage, "a page number, counted from 1");
     arguments.json = values.has("json");
     if (const QString foreign = foreignOption(parser, arguments.mode); !foreign.isEmpty()) {
-        values.complain(QStringLiteral("--") + foreign + QStringLiteral(" does not go with ") +
+        values.complain(QStringLiteral("--") + foreign + QStringLiteral(" cannot be used with ") +
                         modeText(arguments.mode));
     }
     return values.fault();
@@ -205,13 +205,13 @@ QString splitGap(const Arguments &arguments, bool hasFileList)
                               "LEFT,TOP,WIDTH,HEIGHT or --after LABEL");
     }
     if (arguments.tolerance > 0 && (arguments.region || !arguments.label.isEmpty())) {
-        return QStringLiteral("--tolerance goes with --rule and --position only");
+        return QStringLiteral("--tolerance can only be used with --rule or --position");
     }
     if (arguments.outputFolder.isEmpty()) {
         return QStringLiteral("give the output folder: --output DIR");
     }
     if (arguments.fileListHasNul && !hasFileList) {
-        return QStringLiteral("--null goes with --files-from only");
+        return QStringLiteral("--null can only be used with --files-from");
     }
     if (arguments.fileList == QLatin1String("-") && arguments.passwordFile == arguments.fileList) {
         return QStringLiteral("--files-from and --password-file cannot both read standard input");

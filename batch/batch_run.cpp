@@ -111,7 +111,7 @@ int BatchRun::run()
     loop.exec();
     printRefused(plan.files.size());
     if (batch.isGivenUp()) {
-        console.complain(QStringLiteral("tools hang again and again, the run is given up"));
+        console.complain(QStringLiteral("tools hang again and again; the run ends here"));
     }
     if (stopSignal == 0) {
         console.writeProgress(QStringLiteral("Conversion Finished."));

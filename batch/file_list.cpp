@@ -53,9 +53,9 @@ FileContent readPasswordFile(const QString &path)
         }
     }
     if (passwords.bytes.isEmpty()) {
-        passwords.fault = path + QStringLiteral(": there is no password in it");
+        passwords.fault = path + QStringLiteral(": it contains no passwords");
     } else if (passwords.bytes.size() > mostPasswordBytes) {
-        passwords.fault = path + QStringLiteral(": the passwords are more than ") +
+        passwords.fault = path + QStringLiteral(": the passwords are longer than ") +
                           QString::number(mostPasswordBytes) + QStringLiteral(" bytes");
     }
     return passwords;

@@ -25,21 +25,21 @@ constexpr std::array placeOptions = {
     Option{"region", "LEFT,TOP,WIDTH,HEIGHT", split,
            "split by all texts that begin in this rectangle, joined\nin reading order"},
     Option{"after", "LABEL", split,
-           "split by the text that follows these words on their\n"
-           "line, or stands below them where nothing follows"},
+           "split by the text after these words on the same line\n"
+           "or, if the line ends there, by the text below them"},
     Option{"tolerance", "UNITS", split,
-           "let left and top of --rule or --position be this far\n"
-           "off, and take the nearest text (default 0)"},
+           "take the nearest text whose left and top are at most\n"
+           "UNITS from --rule or --position (default 0)"},
     Option{"match", "REGEX", split,
-           "let only this part of the text count: what the first\n"
-           "group matches, or all where there is no group"},
+           "use only part of the text: what the first group\n"
+           "matches or, without a group, the whole match"},
 };
 
 constexpr std::array splitOptions = {
     Option{"method", "N", split,
            "1: split where the text differs from the page before (default)\n"
            "2: split at every page that has text there\n"
-           "3: as 1, then put pages of the same text together"},
+           "3: as 1, then put pages with the same text together"},
     Option{"pages-without-text", "WHAT", split,
            "what to do with pages that have no text there:\n"
            "join: add them to the output of the page before (default)\n"
@@ -47,37 +47,37 @@ constexpr std::array splitOptions = {
            "drop: leave them out of the outputs\n"
            "fail: do not split a file that has such a page\n"
            "A file without any text there fails, unless you choose join or\n"
-           "separate here."},
-    Option{"dry-run", nullptr, split, "print the plan of the outputs, write none of them"},
+           "separate."},
+    Option{"dry-run", nullptr, split, "print the plan of the outputs without writing them"},
 };
 
 constexpr std::array inputOptions = {
     Option{"files-from", "FILE", split,
-           "split the files that FILE names, one a line, too;\n"
-           "\"-\" reads their names from standard input"},
-    Option{"null", nullptr, split, "the names in that list end with a NUL, as of find -print0"},
+           "also split the files listed in FILE, one a line;\n"
+           "\"-\" reads the list from standard input"},
+    Option{"null", nullptr, split, "names in that list end with a NUL, as from find -print0"},
     Option{"password-file", "FILE", split | listItems | saveRule,
            "try the lines of FILE as passwords of encrypted files"},
 };
 
 constexpr std::array outputOptions = {
     Option{"output", "DIR", split, "folder of the outputs; each input gets a folder in it"},
-    Option{"create", nullptr, split, "make DIR when it does not exist"},
-    Option{"flat", nullptr, split, "put all outputs into DIR itself"},
+    Option{"create", nullptr, split, "create DIR if it does not exist"},
+    Option{"flat", nullptr, split, "write all outputs directly into DIR"},
     Option{"name", "PATTERN", split,
-           "name the outputs by PATTERN instead of as the window:\n"
+           "name the outputs by PATTERN, not as the window does:\n"
            "text with {number}, {text}, {base}, {pages}, {first},\n"
-           "{last} (page) and {count} (of pages); {number:04} fills\n"
-           "up with zeros"},
+           "{last} (page) and {count} (of pages); {number:04} adds\n"
+           "leading zeros"},
     Option{"existing", "WHAT", split,
-           "what to do with outputs that are there already:\n"
-           "replace: write them anew (default)\n"
-           "skip: leave them as they are\n"
+           "what to do with outputs that already exist:\n"
+           "replace: replace them (default)\n"
+           "skip: keep them\n"
            "fail: do not split a file that has such an output"},
     Option{"report", "FILE", split,
            "write what became of every input and output to FILE, as\n"
            "JSON (.json) or CSV (.csv); \"-\" writes JSON to standard\n"
-           "output and nothing else there"},
+           "output, and nothing else is printed there"},
 };
 
 constexpr std::array runOptions = {
@@ -85,8 +85,8 @@ constexpr std::array runOptions = {
            "split up to N files at the same time, a long one with up to N\n"
            "threads or processes (default: one per processor)"},
     Option{"timeout", "SECONDS", split | listItems | saveRule,
-           "end a tool that shows no progress for so long (default 600)"},
-    Option{"quiet", nullptr, everything, "print the results only"},
+           "end a tool that makes no progress for so long (default 600)"},
+    Option{"quiet", nullptr, everything, "print only the results"},
     Option{"verbose", nullptr, everything,
            "print the log and the tools' messages on the error stream"},
 };
@@ -95,17 +95,16 @@ constexpr std::array findOptions = {
     Option{"list-rules", nullptr, listRules, "print the saved rules: name, position, text"},
     Option{"list-items", "FILE", listItems,
            "print the text items of a page: left, top, width, height, text"},
-    Option{"page", "N", listItems | saveRule,
-           "the page whose items are printed or looked at (default 1)"},
+    Option{"page", "N", listItems | saveRule, "the page with the items (default 1)"},
     Option{"json", nullptr, listRules | listItems, "print the list as JSON"},
 };
 
 constexpr std::array ruleOptions = {
     Option{"save-rule", "NAME", saveRule,
-           "save a rule: with --position its position, with --from\n"
-           "and --text that of an item"},
-    Option{"from", "FILE", saveRule, "the file with the item, on the page that --page names"},
-    Option{"text", "TEXT", saveRule, "the item's text"},
+           "save a rule at --position, or at the position of the\n"
+           "item that --from and --text name"},
+    Option{"from", "FILE", saveRule, "the file with the item; --page names the page"},
+    Option{"text", "TEXT", saveRule, "the text of the item"},
     Option{"remove-rule", "NAME", removeRule, "remove a saved rule"},
     Option{"rename-rule", "OLD NEW", renameRule, "give a saved rule another name"},
     Option{"export-rules", "FILE", exportRules, "write the saved rules to a settings file"},
@@ -115,14 +114,15 @@ constexpr std::array ruleOptions = {
 
 constexpr std::array folderOptions = {
     Option{"settings", "FILE", split | listRules | changeRules,
-           "take the rules from FILE (default: setting.ini beside this program)"},
+           "take the rules from FILE (default: setting.ini beside this program\n"
+           "or, if there is none, /etc/quorlin/setting.ini)"},
     Option{"tools", "DIR", split | listItems | saveRule,
            "take pagexport and pagebinder from DIR (default: beside this program)"},
 };
 
 constexpr std::array otherOptions = {
-    Option{"help", nullptr, everything, "print this text and stop"},
-    Option{"version", nullptr, everything, "print the version and stop"},
+    Option{"help", nullptr, everything, "print this text and end"},
+    Option{"version", nullptr, everything, "print the version and end"},
 };
 
 constexpr std::array groups = {
@@ -158,8 +158,8 @@ constexpr char examples[] =
     "      --report out/report.csv --output out --files-from - --null\n"
     "  quorlin-batch --save-rule Account --from statements.pdf --text 10-44710\n"
     "\n"
-    "After \"--\" every word is a file. Exit status: 0 when every file was split, 1 when one\n"
-    "was not, 2 when the command line or the rule is at fault.\n";
+    "All arguments after \"--\" are files. Exit status: 0 if every file was split, 1 if one was\n"
+    "not, 2 if the command line or the rule is wrong.\n";
 
 QString optionHelp(const Option &option)
 {

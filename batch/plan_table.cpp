@@ -21,7 +21,7 @@ Row rowOf(const OutputResult &output)
     const QString name = printable(QFileInfo(output.path).fileName());
     const bool isSkipped = output.state == OutputResult::State::Skipped;
     return {QString::number(output.number), output.range, printable(output.text.trimmed()),
-            isSkipped ? name + QStringLiteral(" (there already, skipped)") : name};
+            isSkipped ? name + QStringLiteral(" (exists, skipped)") : name};
 }
 
 } // namespace

@@ -31,7 +31,7 @@ QString newNameFault(const QString &name, const QString &settings)
         return fault;
     }
     return RuleLookup(settings).knows(name)
-               ? shownRule(name) + QStringLiteral(" is there already; choose another name")
+               ? shownRule(name) + QStringLiteral(" already exists; choose another name")
                : QString();
 }
 
@@ -146,7 +146,7 @@ QString importRules(const QString &source, const QString &settings)
     for (const NamedRule &rule : std::as_const(rules)) {
         if (known.knows(rule.name) && readRule(rule.name, settings) != rule.item) {
             return shownRule(rule.name) +
-                   QStringLiteral(" is there already with other values (--remove-rule or "
+                   QStringLiteral(" already exists with other values (--remove-rule or "
                                   "--rename-rule first)");
         }
     }
@@ -172,7 +172,7 @@ FoundItem findItem(const QList<Subtext> &items, const QString &text)
         found.fault = QStringLiteral("no item of the page has the text \"") + text +
                       QStringLiteral("\" (--list-items shows them)");
     } else if (places.size() > 1) {
-        found.fault = QStringLiteral("the text stands at several places: ") +
+        found.fault = QStringLiteral("the text occurs at several places: ") +
                       places.join(QStringLiteral(" and ")) +
                       QStringLiteral(" (choose one with --position)");
     }

@@ -55,7 +55,7 @@ QString RuleLookup::fault() const
     const QSettings settings(settingsPath, QSettings::IniFormat);
     const bool isReadable = text.open(QIODevice::ReadOnly) && looksLikeSettings(text) &&
                             settings.status() == QSettings::NoError;
-    return isReadable ? QString() : QStringLiteral("this is no settings file: ") + settingsPath;
+    return isReadable ? QString() : QStringLiteral("this is not a settings file: ") + settingsPath;
 }
 
 bool RuleLookup::knows(const QString &name) const

@@ -26,10 +26,10 @@ QString refusalOf(const QString &path)
                               "-name '*.pdf' | quorlin-batch --files-from -\")");
     }
     if (!file.isFile()) {
-        return QStringLiteral("it is no regular file");
+        return QStringLiteral("it is not a regular file");
     }
     if (!file.isReadable()) {
-        return QStringLiteral("it may not be read");
+        return QStringLiteral("you have no permission to read it");
     }
     return {};
 }
@@ -47,7 +47,8 @@ QStringList sharedFolderWarnings(const QStringList &files, const QString &output
             if (entry.value().size() > 1) {
                 warnings.append(QString::number(entry.value().size()) +
                                 QStringLiteral(" files share the output folder ") + outputFolder +
-                                u'/' + entry.key() + QStringLiteral(": ") +
+                                u'/' + entry.key() +
+                                QStringLiteral(" (--flat keeps the outputs of all): ") +
                                 entry.value().join(QStringLiteral(", ")));
             }
         }
@@ -67,7 +68,7 @@ RunPlan planRun(const Arguments &arguments, const QString &currentFolder, const 
         if (!refusal.isEmpty()) {
             plan.refusedFiles.append({path, refusal, plan.files.size()});
         } else if (seen.contains(path)) {
-            plan.warnings.append(path + QStringLiteral(": named twice, split once"));
+            plan.warnings.append(path + QStringLiteral(": listed twice, but split only once"));
         } else {
             seen.insert(path);
             plan.files.append(path);
@@ -92,10 +93,10 @@ QString prepareOutputFolder(const QString &folder, bool create, bool dryRun)
         return {};
     }
     if (!info.exists() && !QDir().mkpath(folder)) {
-        return folder + QStringLiteral(": the output folder could not be made");
+        return folder + QStringLiteral(": the output folder could not be created");
     }
     if (!QFileInfo(folder).isWritable()) {
-        return folder + QStringLiteral(": the output folder may not be written to");
+        return folder + QStringLiteral(": you have no permission to write to the output folder");
     }
     return {};
 }

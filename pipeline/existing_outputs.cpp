@@ -35,7 +35,7 @@ QString applyExistingPolicy(QList<OutputResult> &outputs, ExistingOutputs policy
         return {};
     }
     return QString::number(count) + QStringLiteral(" of ") + QString::number(outputs.size()) +
-           QStringLiteral(" outputs are there already, the first is ") + first +
+           QStringLiteral(" outputs already exist, the first is ") + first +
            QStringLiteral(" (--existing replace or skip)");
 }
 

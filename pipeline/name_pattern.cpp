@@ -101,7 +101,7 @@ void NamePattern::read(const QString &pattern)
         const QChar character = pattern.at(i);
         const bool isDouble = i + 1 < pattern.size() && pattern.at(i + 1) == character;
         if (character == u'/') {
-            faultText = QStringLiteral("\"/\" cannot stand in a file name");
+            faultText = QStringLiteral("\"/\" cannot be used in a file name");
             return;
         }
         if (character != u'{' && character != u'}') {
@@ -113,7 +113,7 @@ void NamePattern::read(const QString &pattern)
             const qsizetype end = character == u'{' ? pattern.indexOf(u'}', i) : -1;
             if (end < 0) {
                 faultText = QStringLiteral("the brace at character ") + QString::number(i + 1) +
-                            QStringLiteral(" stands alone");
+                            QStringLiteral(" has no counterpart");
                 return;
             }
             if (!readField(pattern.sliced(i + 1, end - i - 1))) {

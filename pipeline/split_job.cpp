@@ -211,7 +211,7 @@ void SplitJob::writeOutputs()
 {
     SplitFacts &facts = known.facts;
     if (!makeFolder()) {
-        fail(QStringLiteral("its output folder could not be made: ") + folder);
+        fail(QStringLiteral("its output folder could not be created: ") + folder);
         return;
     }
     writer = new OutputWriter(outputJob(), facts.outputs, budget, this);

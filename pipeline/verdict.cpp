@@ -115,7 +115,7 @@ QString faultOf(const SplitFacts &facts, const SplitSettings &settings)
             return fault;
         }
     }
-    return facts.outputs.isEmpty() ? QStringLiteral("no output was made") : QString();
+    return facts.outputs.isEmpty() ? QStringLiteral("no output was written") : QString();
 }
 
 } // namespace
@@ -167,8 +167,9 @@ void inspectOutputs(QList<OutputResult> &outputs)
         output.identity = identifyFile(output.path);
         if (!output.identity || output.identity->size != output.bytes) {
             output.state = OutputResult::State::Failed;
-            output.reason = output.identity ? QStringLiteral("it is not as long as it was written")
-                                            : QStringLiteral("it has vanished");
+            output.reason = output.identity
+                                ? QStringLiteral("its length is not the one that was written")
+                                : QStringLiteral("it is no longer there");
         }
     }
 }

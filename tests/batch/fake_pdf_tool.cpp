@@ -4,6 +4,8 @@
 // name holds makes it fail; the list stands beside FakeTools. Every start and end is recorded in
 // "calls.txt" beside the program.
 #include <fcntl.h>
+#include <sched.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -236,6 +238,25 @@ std::string escapedPath(const std::string &path)
     return escaped;
 }
 
+/// Writes an answer; where that is ordered in two parts, the second once the first was read, or
+/// together with another answer about the same output.
+void answer(std::size_t index, const std::string &line)
+{
+    std::size_t written = 0;
+    if (isOrdered("piecemeal")) {
+        written = line.size() / 2;
+        std::cout << line.substr(0, written) << std::flush;
+        for (int unread = 1; ioctl(STDOUT_FILENO, FIONREAD, &unread) == 0 && unread > 0;) {
+            sched_yield();
+        }
+    }
+    std::cout << line.substr(written) << "\n";
+    if (isOrdered("repeating")) {
+        std::cout << "failed\t" << index << "\tit was asked for once only\n";
+    }
+    std::cout << std::flush;
+}
+
 int split()
 {
     const std::vector<Entry> entries = readEntries();
@@ -255,9 +276,9 @@ int split()
         }
         const std::size_t bytes = writeOutput(entry);
         const bool hasStandIn = isOrdered("standin") && i == 1;
-        std::cout << (hasStandIn ? "standin\t" : "done\t") << i + 1 << "\t" << bytes << "\t"
-                  << (hasStandIn ? entry.ranges + "\t" : "") << escapedPath(entry.path)
-                  << std::endl;
+        answer(i + 1, (hasStandIn ? "standin\t" : "done\t") + std::to_string(i + 1) + "\t" +
+                          std::to_string(bytes) + "\t" + (hasStandIn ? entry.ranges + "\t" : "") +
+                          escapedPath(entry.path));
         status = hasStandIn ? 3 : status;
     }
     return status;

@@ -19,6 +19,8 @@
 ///   vanishing                                outputs are reported, but not there
 ///   standin                                  the second output has a stand-in page
 ///   changing                                 the input grows at the second output
+///   piecemeal                                every answer about an output comes in two parts
+///   repeating                                every answer is followed by another, of a failure
 ///   unfolder                                 the whole output folder goes
 ///   talkative                                warnings are written
 class FakeTools

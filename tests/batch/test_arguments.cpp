@@ -1,5 +1,7 @@
 #include "batch/argument_values.h"
 #include "batch/arguments.h"
+#include "batch/option_table.h"
+#include "batch/settings_location.h"
 #include "tests/support/room.h"
 
 #include <QRegularExpression>
@@ -27,6 +29,8 @@ private slots:
     void methodOneIsTheDefault();
     void positionsAreTwoNumbers_data();
     void positionsAreTwoNumbers();
+    void regionsAreAPlaceAndASize_data();
+    void regionsAreAPlaceAndASize();
     void faultsAreNamed_data();
     void faultsAreNamed();
     void faultsAreSaidInFull_data();
@@ -35,6 +39,7 @@ private slots:
     void listingModesNeedNoRule();
     void helpWinsOverWhatFollows();
     void everyOptionIsInTheHelp();
+    void theHelpNamesTheFoldersOfTheRules();
 };
 
 void TestArguments::aSplitNamesRuleMethodFolderAndFiles()
@@ -99,6 +104,28 @@ void TestArguments::positionsAreTwoNumbers()
     QCOMPARE(parsePosition(text).has_value(), valid);
 }
 
+void TestArguments::regionsAreAPlaceAndASize_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("valid");
+    QTest::newRow("a rectangle") << "560,60,200,30" << true;
+    QTest::newRow("the smallest, in the corner") << "0,0,1,1" << true;
+    QTest::newRow("as far as numbers go") << "2147483646,2147483646,1,1" << true;
+    QTest::newRow("no width") << "560,60,0,30" << false;
+    QTest::newRow("no height") << "560,60,200,0" << false;
+    QTest::newRow("too far to the right") << "2147483647,60,1,30" << false;
+    QTest::newRow("too far down") << "560,2147483647,200,1" << false;
+    QTest::newRow("three numbers") << "560,60,200" << false;
+    QTest::newRow("five numbers") << "560,60,200,30,1" << false;
+}
+
+void TestArguments::regionsAreAPlaceAndASize()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, valid);
+    QCOMPARE(parseRegion(text).has_value(), valid);
+}
+
 void TestArguments::faultsAreNamed_data()
 {
     QTest::addColumn<QStringList>("line");
@@ -130,6 +157,24 @@ void TestArguments::faultsAreNamed_data()
     QTest::newRow("timeout 0") << words("--timeout 0") << "--timeout";
     QTest::newRow("items of two files") << words("--list-items a.pdf b.pdf") << "one file";
     QTest::newRow("rules of a file") << words("--list-rules a.pdf") << "no file";
+    QTest::newRow("an option of another mode")
+        << words("--list-rules --method 2") << "--method does not go with --list-rules";
+    QTest::newRow("an unfinished pattern")
+        << words("--match ( --rule R --output o a.pdf") << "--match: missing closing parenthesis";
+    QTest::newRow("a tolerance of a region") << words("--region 1,2,3,4 --tolerance 5 --output o a")
+                                             << "--tolerance goes with --rule and --position only";
+    QTest::newRow("a tolerance of a label") << words("--after No. --tolerance 5 --output o a.pdf")
+                                            << "--tolerance goes with --rule and --position only";
+    QTest::newRow("zeros without a list")
+        << words("--rule R --output o a.pdf --null") << "--null goes with --files-from only";
+    QTest::newRow("a rule from a position and an item")
+        << words("--save-rule R --position 1,2 --from a.pdf --text T")
+        << "--save-rule takes either";
+    QTest::newRow("a rule from nothing") << words("--save-rule R") << "--save-rule takes either";
+    QTest::newRow("a rule from a file alone")
+        << words("--save-rule R --from a.pdf") << "--save-rule takes either";
+    QTest::newRow("a report of another kind")
+        << words("--rule R --output o a.pdf --report r.txt") << ".json or .csv";
 }
 
 void TestArguments::faultsAreNamed()
@@ -266,6 +311,15 @@ void TestArguments::everyOptionIsInTheHelp()
                  qPrintable(option));
     }
     QCOMPARE(help.count("\n  --"), options.size());
+}
+
+void TestArguments::theHelpNamesTheFoldersOfTheRules()
+{
+    const QString help = helpText().simplified();
+    QVERIFY2(
+        help.contains(QStringLiteral("setting.ini beside this program or, if there is none, ") +
+                      QLatin1String(systemSettingsFolder) + QStringLiteral("/setting.ini")),
+        qPrintable(help));
 }
 
 QUORLIN_TEST(TestArguments)

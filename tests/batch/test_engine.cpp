@@ -38,6 +38,8 @@ private slots:
     void endlessCrashesAreGivenUp();
     void aHangingOutputEndsItsFile();
     void aChangedInputLosesItsOutputs();
+    void answersMayComeInPieces();
+    void theFirstAnswerAboutAnOutputHolds();
     void anInputThatIsGoneFails();
     void outputsThatAreNotThereFail();
     void stoppedJobsEndTheirTools();
@@ -229,6 +231,25 @@ void TestEngine::aChangedInputLosesItsOutputs()
     QVERIFY2(result.verdict.reason.contains("changed while it was split"),
              qPrintable(result.verdict.reason));
     QVERIFY(!QDir(root->filePath("out/changing")).exists());
+    // A count and one attempt: what is left of the outputs is not asked for again.
+    QCOMPARE(tools->calls().filter("start pagebinder").size(), 2);
+}
+
+void TestEngine::answersMayComeInPieces()
+{
+    const SplitResult result = split("piecemeal.pdf", "A\nB\nC\n");
+    QCOMPARE(result.verdict.reason, QString());
+    QCOMPARE(outputs("piecemeal"),
+             QStringList({"1 A piecemeal 1.pdf", "2 B piecemeal 2.pdf", "3 C piecemeal 3.pdf"}));
+    QCOMPARE(tools->calls().filter("start pagebinder").size(), 2);
+}
+
+void TestEngine::theFirstAnswerAboutAnOutputHolds()
+{
+    const SplitResult result = split("repeating.pdf", "A\nB\n");
+    QCOMPARE(result.verdict.reason, QString());
+    QVERIFY(result.verdict.succeeded);
+    QCOMPARE(result.facts.outputs.at(0).reason, QString());
 }
 
 void TestEngine::anInputThatIsGoneFails()

@@ -158,7 +158,7 @@ void TestOptions::existingOutputsAreReplacedSkippedOrAFault_data()
     QTest::newRow("skip") << QStringList{"--existing", "skip"} << 0 << QByteArray("old")
                           << "outputs skipped: 1";
     QTest::newRow("fail") << QStringList{"--existing", "fail"} << 1 << QByteArray("old")
-                          << "1 of 2 outputs are there already, the first is ";
+                          << "1 of 2 outputs already exist, the first is ";
 }
 
 void TestOptions::existingOutputsAreReplacedSkippedOrAFault()
@@ -312,7 +312,7 @@ void TestOptions::failuresSayWhatToDo_data()
     QTest::addColumn<QByteArray>("pages");
     QTest::addColumn<QString>("line");
     QTest::newRow("an empty file")
-        << "empty.pdf" << QByteArray() << "it is empty (see whether it was copied to its end)";
+        << "empty.pdf" << QByteArray() << "it is empty (check whether it was copied completely)";
     QTest::newRow("a locked file") << "protected.pdf" << QByteArray("A\n")
                                    << "needs a password (give it with --password-file FILE)";
     QTest::newRow("no text") << "f.pdf" << QByteArray(" \n")
@@ -336,42 +336,44 @@ void TestOptions::contradictionsAreUsageFaults_data()
     QTest::newRow("two places") << split + QStringList{"--position", "1,2", "--after", "A"}
                                 << "give either";
     QTest::newRow("tolerance around a label")
-        << split + QStringList{"--after", "A", "--tolerance", "3"} << "--tolerance goes with";
+        << split + QStringList{"--after", "A", "--tolerance", "3"}
+        << "--tolerance can only be used with";
     QTest::newRow("a region without size")
         << split + QStringList{"--region", "1,2,0,4"} << "--region takes LEFT,TOP,WIDTH,HEIGHT";
     QTest::newRow("a broken pattern")
         << split + QStringList{"--after", "A", "--match", "a(b"}
         << "--match: missing closing parenthesis at character 4: a(b <-- here";
     QTest::newRow("a path as a name") << split + QStringList{"--after", "A", "--name", "x/{text}"}
-                                      << "--name: \"/\" cannot stand";
+                                      << "--name: \"/\" cannot be used";
     QTest::newRow("an unknown policy") << split + QStringList{"--after", "A", "--existing", "keep"}
                                        << "--existing takes replace, skip or fail";
     QTest::newRow("a report of no known kind")
         << split + QStringList{"--after", "A", "--report", "r.xml"} << ".json or .csv";
     QTest::newRow("a report that cannot be written")
         << split + QStringList{"--after", "A", "--report", "none/r.csv"} << "r.csv: the report";
-    QTest::newRow("NULs of no list")
-        << split + QStringList{"--after", "A", "--null"} << "--null goes with --files-from only";
+    QTest::newRow("NULs of no list") << split + QStringList{"--after", "A", "--null"}
+                                     << "--null can only be used with --files-from";
     QTest::newRow("two lists from standard input")
         << QStringList{"--output",     "out", "--after",         "A",
                        "--files-from", "-",   "--password-file", "-"}
         << "--files-from and --password-file cannot both read standard input";
     QTest::newRow("JSON of a split")
-        << split + QStringList{"--after", "A", "--json"} << "--json does not go with a split";
+        << split + QStringList{"--after", "A", "--json"} << "--json cannot be used with a split";
     QTest::newRow("jobs of a list")
-        << QStringList{"--list-rules", "--jobs", "2"} << "--jobs does not go with --list-rules";
+        << QStringList{"--list-rules", "--jobs", "2"} << "--jobs cannot be used with --list-rules";
     QTest::newRow("two lists") << QStringList{"--list-rules", "--list-items", "f.pdf"}
-                               << "does not go with";
+                               << "cannot be used with";
     QTest::newRow("settings that are missing")
         << split + QStringList{"--rule", "R", "--settings", "none.ini"}
         << "there is no settings file";
     QTest::newRow("settings that are none")
         << split + QStringList{"--rule", "R", "--settings", "in/f.pdf"}
-        << "this is no settings file";
+        << "this is not a settings file";
     QTest::newRow("a password file that is missing")
         << split + QStringList{"--after", "A", "--password-file", "none"} << "none: ";
     QTest::newRow("a password file without passwords")
-        << split + QStringList{"--after", "A", "--password-file", "empty"} << "no password in it";
+        << split + QStringList{"--after", "A", "--password-file", "empty"}
+        << "contains no passwords";
 }
 
 void TestOptions::contradictionsAreUsageFaults()

@@ -128,7 +128,7 @@ void TestPasswords::withoutItsPasswordAFileFails_data()
     QTest::addColumn<QString>("reason");
     QTest::newRow("none given") << QStringList() << "needs a password (give it with";
     QTest::newRow("none that fits") << QStringList{"--password-file", "passwords"}
-                                    << "needs a password that is none of those given (add its";
+                                    << "needs a password that is not among those given (add its";
 }
 
 void TestPasswords::withoutItsPasswordAFileFails()

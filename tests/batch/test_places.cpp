@@ -113,7 +113,7 @@ void TestPlaces::outputsWithLongNamesAreRecognised()
     QVERIFY(output.open(QIODevice::WriteOnly));
     output.write("mine");
     output.close();
-    QVERIFY(split(builder, words + QStringList{"fail"}).errors.contains("are there already"));
+    QVERIFY(split(builder, words + QStringList{"fail"}).errors.contains("already exist"));
     QVERIFY(split(builder, words + QStringList{"skip"}).output.contains("1 skipped"));
     QCOMPARE(outputs().size(), 1);
     QVERIFY(output.open(QIODevice::ReadOnly));

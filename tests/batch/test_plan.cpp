@@ -124,7 +124,7 @@ void TestPlan::theOutputFolderMustBeThere()
     QCOMPARE(prepareOutputFolder(folder.filePath("file"), true),
              folder.filePath("file") + ": the output folder is a file");
     QCOMPARE(prepareOutputFolder(folder.filePath("file/sub"), true),
-             folder.filePath("file/sub") + ": the output folder could not be made");
+             folder.filePath("file/sub") + ": the output folder could not be created");
 }
 
 void TestPlan::theOutputFolderIsMadeWhenAsked()

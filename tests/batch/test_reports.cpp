@@ -188,7 +188,7 @@ void TestReports::thePlanIsATable()
     QCOMPARE(planTable(twoOutputs(State::Planned, State::Skipped, true).facts.outputs),
              "number  pages  text    name\n"
              "     1  1-2 4  A, \"1\"  1.pdf\n"
-             "     2  3              2.pdf (there already, skipped)\n");
+             "     2  3              2.pdf (exists, skipped)\n");
     const QString wide = planTable({output(1, QString(100, u't'), "1", State::Planned)});
     QVERIFY(wide.section('\n', 1, 1).endsWith(QLatin1String("ttt  1.pdf")));
     QVERIFY(!planTable({output(1, "a\033b", "1", State::Planned)}).contains('\033'));
@@ -289,7 +289,7 @@ void TestReports::aStoppedRunIsReportedToo()
                       bench->input("hangcount1.pdf", "A\n"), bench->input("hangcount2.pdf", "A\n"),
                       bench->input("hangcount3.pdf", "A\n"), bench->input("z.pdf", "Z\n")});
     QCOMPARE(result.exitCode, 1);
-    QVERIFY(result.errors.contains("the run is given up"));
+    QVERIFY(result.errors.contains("the run ends here"));
     const QJsonArray inputs = read(bench->read("r.json"))["inputs"].toArray();
     QCOMPARE(inputs.size(), 4);
     QCOMPARE(inputs.at(3)["result"].toString(), "failed");

@@ -105,7 +105,7 @@ void TestRuleChanges::namesAreCheckedAsInTheEditor_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("said");
     QTest::newRow("taken") << "Account"
-                           << "the rule \"Account\" is there already; choose another name";
+                           << "the rule \"Account\" already exists; choose another name";
     QTest::newRow("empty") << ""
                            << "--save-rule an empty value (see --help)";
     QTest::newRow("a slash") << "a/b"
@@ -195,9 +195,8 @@ void TestRuleChanges::rulesWithOtherValuesAreNotImported()
     const QByteArray before = bench->read("rules.ini");
     const RunnerResult result = change({"--import-rules", "new.ini"});
     QCOMPARE(result.exitCode, 2);
-    QCOMPARE(result.errors,
-             "quorlin-batch: the rule \"Account\" is there already with other values "
-             "(--remove-rule or --rename-rule first)\n");
+    QCOMPARE(result.errors, "quorlin-batch: the rule \"Account\" already exists with other values "
+                            "(--remove-rule or --rename-rule first)\n");
     QCOMPARE(bench->read("rules.ini"), before);
 }
 

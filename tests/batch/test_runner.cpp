@@ -291,6 +291,8 @@ void TestRunner::outputsReplacedByAnotherFileAreAFailure()
         split({input("a.pdf", "A\n"), input("other/a.pdf", "A\n"), input("b.pdf", "B\n")});
     QCOMPARE(result.exitCode, 1);
     QVERIFY2(result.errors.contains("share the output folder"), qPrintable(result.errors));
+    QVERIFY2(result.errors.contains("(--flat keeps the outputs of all)"),
+             qPrintable(result.errors));
     QVERIFY2(result.errors.contains(root->filePath("in/a.pdf") + ": another file"),
              qPrintable(result.errors));
     QVERIFY(result.output.endsWith("2 of 3 files split.\n"));
@@ -379,7 +381,7 @@ void TestRunner::aVanishedOutputFolderFailsEveryFileBehindIt()
         split({"--jobs", "1", input("unfolder.pdf", "A\n"), input("b.pdf", "B\n")});
     QCOMPARE(result.exitCode, 1);
     QVERIFY2(result.errors.contains("in/unfolder.pdf: 1 of 1 outputs"), qPrintable(result.errors));
-    QVERIFY2(result.errors.contains("in/b.pdf: its output folder could not be made"),
+    QVERIFY2(result.errors.contains("in/b.pdf: its output folder could not be created"),
              qPrintable(result.errors));
 }
 

@@ -222,7 +222,7 @@ void TestNamePattern::whatIsThereIsReplacedSkippedOrAFault()
     QCOMPARE(outputs.at(1).state, OutputResult::State::Skipped);
     outputs = planned;
     const QString fault = applyExistingPolicy(outputs, ExistingOutputs::Fail, secondIsThere);
-    QVERIFY2(fault.startsWith("1 of 2 outputs are there already, the first is /out/f/2 B"),
+    QVERIFY2(fault.startsWith("1 of 2 outputs already exist, the first is /out/f/2 B"),
              qPrintable(fault));
     QCOMPARE(outputs.at(1).state, OutputResult::State::Planned);
 }

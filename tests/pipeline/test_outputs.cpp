@@ -194,7 +194,7 @@ void TestOutputs::verdictsNameTheReason_data()
     });
     row("an output replaced", "another file of the same name replaced 1",
         [](auto &f) { f.replacedOutputs = QStringList{"/out/a/1 A a 1-2.pdf"}; });
-    row("no outputs", "no output was made", [](auto &f) { f.outputs.clear(); });
+    row("no outputs", "no output was written", [](auto &f) { f.outputs.clear(); });
     row("an unreadable page", "unreadable pages: page 3",
         [](auto &f) { f.unreadablePages = QList<int>{3}; });
     row("unreadable pages", "2 pages, the first is page 3", [](auto &f) {

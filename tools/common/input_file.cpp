@@ -63,7 +63,7 @@ std::optional<FileIdentity> notedIdentity()
     }
     const std::optional<FileIdentity> identity = parseIdentity(text);
     if (!identity) {
-        throw ToolError("", std::string(identityVariable) + " holds no identity: " + text,
+        throw ToolError("", std::string(identityVariable) + " is not a valid identity: " + text,
                         exitUsageError);
     }
     return identity;

@@ -14,7 +14,7 @@ void takeRanges(ArgumentReader &reader, std::vector<PageRange> &ranges)
         PageRange range;
         const std::string_view text = reader.take();
         if (!parsePageRange(text, range)) {
-            reader.fail("\"" + std::string(text) + "\" is no page or range of pages");
+            reader.fail("\"" + std::string(text) + "\" is not a page or range of pages");
         }
         ranges.push_back(range);
     }
@@ -39,7 +39,7 @@ void takeAction(ArgumentReader &reader, BinderArguments &arguments)
         reader.fail("\"" + std::string(option) + "\" is not understood");
     }
     if (!isFirst) {
-        reader.fail("only one of -getinfo, -merge and -split can be done at once");
+        reader.fail("only one of -getinfo, -merge and -split can be used at once");
     }
 }
 
@@ -114,15 +114,15 @@ const char *helpText()
   pagebinder INPUT -merge RANGE... -outfile OUTPUT
       writes the pages to the PDF file OUTPUT, in the order given
   pagebinder INPUT -split LIST
-      writes an output for every entry of LIST, "RANGE... TAB OUTPUT"; entries end with a NUL,
-      or each with a line feed when there is no NUL. A line on standard output tells of each:
+      writes an output for every entry of LIST, "RANGE... TAB OUTPUT"; entries end with a NUL
+      or, if there is no NUL at all, with a line feed. Standard output gets a line for each:
       done INDEX BYTES OUTPUT, standin INDEX BYTES PAGES OUTPUT, or failed INDEX REASON
   pagebinder --help | --version
 
 RANGE is a page (7) or a range of pages (3-6), counted from 1. "-" stands for standard output as
-FILE or OUTPUT, and for standard input as LIST. INPUT is never changed; FILE and OUTPUT appear
-whole or not at all. With -passwords N behind any of these, descriptor N is read to its end, and
-its lines are tried in turn as passwords of INPUT.
+FILE or OUTPUT, and for standard input as LIST. INPUT is never changed. FILE and OUTPUT are
+written atomically: you get the complete file or none. With -passwords N after any of these,
+descriptor N is read to its end, and its lines are tried in turn as passwords of INPUT.
 
 Exit status: 0 done, 1 a file cannot be read or written, 2 wrong command line or list, 3 written,
 with stand-ins for pages that cannot be read.

@@ -38,7 +38,7 @@ SplitEntry parseEntry(std::string_view text, const std::string &list, std::size_
     };
     const std::size_t tab = text.find('\t');
     if (tab == std::string_view::npos) {
-        fail(" has no tab behind the pages");
+        fail(" has no tab after the pages");
     }
     SplitEntry entry{parseRanges(text.substr(0, tab)), std::string(text.substr(tab + 1))};
     if (entry.ranges.empty()) {

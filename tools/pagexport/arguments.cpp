@@ -79,7 +79,7 @@ bool takeOption(ArgumentReader &arguments, std::string_view option, Taken &taken
 void takeFiles(const ArgumentReader &arguments, Taken &taken)
 {
     if (taken.hasFormat == taken.hasItems) {
-        arguments.fail(taken.hasFormat ? "only one of -htmlformat and -items can be done at once"
+        arguments.fail(taken.hasFormat ? "only one of -htmlformat and -items can be used at once"
                                        : "-htmlformat is missing");
     }
     const std::size_t wanted = taken.hasItems ? 1 : 2;
@@ -134,15 +134,15 @@ With -items it writes them to standard output instead, page by page, a line each
 with tabs between the fields:
   page  NUMBER  WIDTH  HEIGHT  whole, partial or unreadable
   item  NUMBER  LEFT  TOP  WIDTH  HEIGHT  TEXT
-  end   PAGES   the last line, there only when no page is missing
+  end   PAGES   the last line, written only if no page is missing
 
   -htmlformat  write page files
   -items       write to standard output
-  -f FIRST     first page to export (1 when left out)
-  -l LAST      last page to export (the last one when left out)
-  -threads N   read the pages with N threads at most (one per processor when left out)
-  -passwords N try the lines that descriptor N gives as passwords of the input
-  --           what follows are files, even if they begin with "-"
+  -f FIRST     first page to export (default 1)
+  -l LAST      last page to export (default: the last one)
+  -threads N   read the pages with at most N threads (default: one per processor)
+  -passwords N try the lines of descriptor N as passwords of the input
+  --           all further arguments are files, even if they begin with "-"
   --help       print this text
   --version    print the version
 

@@ -227,4 +227,27 @@ pdf_crypt *cryptOf(pdf_document *document) noexcept
     return document->crypt;
 }
 
+fz_stream *openUnencryptedStream(fz_context *context, pdf_document *document, int number,
+                                 bool decoded)
+{
+    pdf_crypt *const crypt = document->crypt;
+    fz_stream *stream = nullptr;
+    fz_var(stream);
+    document->crypt = nullptr;
+    fz_try(context)
+    {
+        stream = decoded ? pdf_open_stream_number(context, document, number)
+                         : pdf_open_raw_stream_number(context, document, number);
+    }
+    fz_always(context)
+    {
+        document->crypt = crypt;
+    }
+    fz_catch(context)
+    {
+        fz_rethrow(context);
+    }
+    return stream;
+}
+
 } // namespace tools

@@ -77,4 +77,10 @@ fz_stream *fileOf(pdf_document *document) noexcept;
 /// How the document is encrypted; null when it is not.
 pdf_crypt *cryptOf(pdf_document *document) noexcept;
 
+/// Opens the stream of object @p number, whose bytes are not encrypted though the document is.
+/// @param decoded whether its filters are applied
+/// Throws the library's errors.
+fz_stream *openUnencryptedStream(fz_context *context, pdf_document *document, int number,
+                                 bool decoded);
+
 } // namespace tools

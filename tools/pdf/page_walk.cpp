@@ -44,7 +44,6 @@ private:
         std::vector<Kid> kinds = {}; ///< of the kids
         std::size_t next = 0;
         std::size_t pagesBefore = 0;
-        bool hasLoop = false; ///< something below was passed over as leading back
     };
 
     bool openRoot();
@@ -207,27 +206,23 @@ void PageWalk::open(Level level)
 }
 
 /// Nodes that hold no pages are remembered: shared by others, and those by others, they would be
-/// gone through without end.
+/// gone through without end. A place that leads back counts as a page here.
 void PageWalk::close()
 {
     const Level &level = m_levels.back();
     const int number = m_result.nodes[static_cast<std::size_t>(level.node)].number;
-    const bool hasLoop = level.hasLoop;
-    if (level.pagesBefore == m_result.pages.size() && !hasLoop) {
+    if (level.pagesBefore == m_result.pages.size()) {
         m_barren.insert(number);
     }
     m_above.erase(number);
     m_levels.pop_back();
-    if (!m_levels.empty()) {
-        m_levels.back().hasLoop = m_levels.back().hasLoop || hasLoop;
-    }
 }
 
 void PageWalk::count(std::size_t kids)
 {
     m_seen += static_cast<long long>(kids);
     if (m_seen - mostBeyondObjects > m_source.objectCount()) {
-        throw ToolError(m_source.path(), "states more pages than it can have");
+        throw ToolError(m_source.path(), "claims to have more pages than it can have");
     }
 }
 
@@ -316,7 +311,6 @@ void PageWalk::takeKid(Level &level, std::size_t place)
         return;
     }
     if (number > 0 && m_above.count(number) != 0) {
-        level.hasLoop = true;
         m_result.pages.push_back({loopPlace, level.node, position, false});
         return;
     }

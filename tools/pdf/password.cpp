@@ -19,26 +19,6 @@ constexpr std::array<unsigned char, 32> padding = {
     0x28, 0xbf, 0x4e, 0x5e, 0x4e, 0x75, 0x8a, 0x41, 0x64, 0x00, 0x4e, 0x56, 0xff, 0xfa, 0x01, 0x08,
     0x2e, 0x2e, 0x00, 0xb6, 0xd0, 0x68, 0x3e, 0x80, 0x2f, 0x0c, 0xa9, 0xfe, 0x64, 0x53, 0x69, 0x7a};
 
-/// A string of the encryption dictionary as it stands in the file: the library decrypts those that
-/// it reads later than the key.
-std::string encryptionString(PdfSource &source, const char *key)
-{
-    fz_context *context = source.context();
-    pdf_obj *dictionary = source.raw(source.trailer(), PDF_NAME(Encrypt));
-    pdf_obj *loaded = nullptr;
-    if (pdf_is_indirect(context, dictionary) != 0) {
-        static_cast<void>(source.attempt([&source, context, dictionary, &loaded] {
-            loaded = pdf_load_unencrypted_object(context, source.file().document(),
-                                                 pdf_to_num(context, dictionary));
-        }));
-        dictionary = loaded;
-    }
-    std::string bytes =
-        PdfSource::bytes(context, source.resolve(pdf_dict_gets(context, dictionary, key)));
-    pdf_drop_obj(context, loaded);
-    return bytes;
-}
-
 /// Whether the key that the library has found decrypts the permissions (ISO 32000-2, 7.6.4.4.10).
 bool decryptsPermissions(PdfSource &source, pdf_crypt *crypt)
 {
@@ -118,6 +98,24 @@ bool encryptsAttachmentsOnly(PdfSource &source)
 }
 
 } // namespace
+
+std::string encryptionString(PdfSource &source, const char *key)
+{
+    fz_context *context = source.context();
+    pdf_obj *dictionary = source.raw(source.trailer(), PDF_NAME(Encrypt));
+    pdf_obj *loaded = nullptr;
+    if (pdf_is_indirect(context, dictionary) != 0) {
+        static_cast<void>(source.attempt([&source, context, dictionary, &loaded] {
+            loaded = pdf_load_unencrypted_object(context, source.file().document(),
+                                                 pdf_to_num(context, dictionary));
+        }));
+        dictionary = loaded;
+    }
+    std::string bytes =
+        PdfSource::bytes(context, source.resolve(pdf_dict_gets(context, dictionary, key)));
+    pdf_drop_obj(context, loaded);
+    return bytes;
+}
 
 bool opensWithoutPassword(PdfSource &source)
 {

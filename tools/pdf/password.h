@@ -14,4 +14,8 @@ bool opensWithoutPassword(PdfSource &source);
 /// can be read then; what its permissions forbid stays forbidden.
 bool opensWith(PdfSource &source, const std::string &password);
 
+/// The string @p key of the encryption dictionary as it stands in the file: the library decrypts
+/// those that it reads later than the key. Empty where there is none.
+std::string encryptionString(PdfSource &source, const char *key);
+
 } // namespace tools

@@ -56,7 +56,7 @@ void PdfContext::takeWarning(void *user, const char *message)
     if (self->m_warnings <= maximumWarnings) {
         self->say(std::string("warning: ") + message);
     } else if (self->m_warnings == maximumWarnings + 1) {
-        self->say("warning: more of them are left out");
+        self->say("warning: further warnings are left out");
     }
 }
 

@@ -416,6 +416,15 @@ bool PdfSource::isStream(int number)
     return stream;
 }
 
+/// Whether an encrypted document leaves this stream readable, because it is metadata. The library
+/// would decrypt it all the same.
+bool PdfSource::isReadableMetadata(int number)
+{
+    pdf_crypt *const crypt = cryptOf(m_document);
+    return crypt != nullptr && pdf_crypt_encrypt_metadata(m_context, crypt) == 0 &&
+           isName(get(load(number), PDF_NAME(Type)), PDF_NAME(Metadata));
+}
+
 StreamEnd PdfSource::readStream(int number, bool decoded,
                                 const std::function<bool(const unsigned char *, std::size_t)> &take)
 {
@@ -423,9 +432,11 @@ StreamEnd PdfSource::readStream(int number, bool decoded,
     Owner<fz_stream> owner{m_context, fz_drop_stream};
     fz_stream *&opened = owner.object;
     const int complaints = m_file.complaints();
-    if (!attempt([this, number, decoded, &opened] {
-            opened = decoded ? pdf_open_stream_number(m_context, m_document, number)
-                             : pdf_open_raw_stream_number(m_context, m_document, number);
+    const bool isPlain = isReadableMetadata(number);
+    if (!attempt([this, number, decoded, isPlain, &opened] {
+            opened = isPlain   ? openUnencryptedStream(m_context, m_document, number, decoded)
+                     : decoded ? pdf_open_stream_number(m_context, m_document, number)
+                               : pdf_open_raw_stream_number(m_context, m_document, number);
         }) ||
         opened == nullptr) {
         return StreamEnd::failed;

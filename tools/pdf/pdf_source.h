@@ -147,6 +147,7 @@ public:
 
 private:
     pdf_obj *loadUnrepaired(int number);
+    bool isReadableMetadata(int number);
     bool findLost(int number);
     pdf_obj *adopt(int number, const MendedObject &mended);
     std::string sourceOf(int number);

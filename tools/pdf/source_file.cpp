@@ -56,7 +56,7 @@ void SourceFile::checkPassword()
         if (!isOpen) {
             throw ToolError(path(), m_input.passwords().empty()
                                         ? "needs a password"
-                                        : "needs a password that is none of those given");
+                                        : "needs a password that is not among those given");
         }
     } catch (...) {
         pdf_drop_document(context(), m_document);

@@ -40,7 +40,7 @@ std::string_view obstacle()
     if (switchedTo() == "off") {
         return "switched off";
     }
-    return RUNNING_ON_VALGRIND != 0 ? "valgrind is at work" : "";
+    return RUNNING_ON_VALGRIND != 0 ? "valgrind is running" : "";
 }
 
 std::string giveUpNewPrivileges()

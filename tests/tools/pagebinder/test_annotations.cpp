@@ -13,6 +13,7 @@ private slots:
     void anAnnotationListedTwiceComesOnce();
     void anAnnotationWithoutAKindStaysBehind();
     void aDestinationWithoutAViewShowsThePage();
+    void aLinkLeadsToTheFirstOfTwoCopies();
     void scriptsStayBehind();
     void namesAtTheLimitsOfANodeAreFound();
 
@@ -57,6 +58,17 @@ void TestAnnotations::aDestinationWithoutAViewShowsThePage()
     QVERIFY(output);
     QCOMPARE(output->value(first("Dest/0/Type")), QByteArray("/Page"));
     QCOMPARE(output->value(first("Dest/1")), QByteArray("/Fit"));
+}
+
+void TestAnnotations::aLinkLeadsToTheFirstOfTwoCopies()
+{
+    TestPdf pdf = TestPdf::pages(2, {}, "/Annots[41 0 R]");
+    pdf.object(41, "<</Subtype/Link/Rect[0 0 9 9]/Dest[20 0 R/Fit]>>");
+    const auto output = m_bench.merged(pdf, "2 1 2");
+    QVERIFY(output);
+    const QByteArray pages = output->value("Root/Pages/Kids"); // "[4 0 R 7 0 R 9 0 R]"
+    const QByteArray firstPage = pages.mid(1, pages.indexOf('R') - 1);
+    QCOMPARE(output->value("Root/Pages/Kids/1/Annots/0/Dest"), "[" + firstPage + "R/Fit]");
 }
 
 void TestAnnotations::scriptsStayBehind()

@@ -23,6 +23,7 @@ private slots:
     void aPageTreeThatContainsItselfEnds();
     void aCountBeyondTheFileIsNotBelieved();
     void wrongCountsAreNoticed();
+    void aPageWithAListOfKidsIsAPage();
     void anUnreadablePageBecomesAStandIn();
     void oddObjectsInEveryPlaceAreNoCrash_data();
     void oddObjectsInEveryPlaceAreNoCrash();
@@ -159,6 +160,18 @@ void PageBinderHostileTest::wrongCountsAreNoticed()
     for (int page = 1; page <= 4; ++page) {
         QCOMPARE(output.text(page), "page-" + QByteArray::number(page) + "-text");
     }
+}
+
+void PageBinderHostileTest::aPageWithAListOfKidsIsAPage()
+{
+    TestPdf pdf = TestPdf::pages(2);
+    pdf.object(10, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 595 842]/Contents 11 0 R/Kids[20 0 R]"
+                   "/Resources<</Font<</F 3 0 R>>>>>>");
+    const QString input = pdf.save(m_folder->path());
+    QVERIFY(
+        runBinder({input, "-getinfo", "-outfile", "-"}).output.startsWith("NumberOfPages: 2\n"));
+    QCOMPARE(merge(input, "1", m_output).status, 0);
+    QCOMPARE(PdfInspector(m_output).text(1), QByteArray("page-1-text"));
 }
 
 void PageBinderHostileTest::anUnreadablePageBecomesAStandIn()

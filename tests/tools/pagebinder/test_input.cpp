@@ -33,6 +33,7 @@ private slots:
     void anInputThatChangedBeforeIsRefused();
     void anInputThatChangesDuringTheWorkIsNoticed_data() { addChanges(); }
     void anInputThatChangesDuringTheWorkIsNoticed();
+    void aLinkThatLeadsToAnotherFileIsNoticed();
     void anInputThatChangesBetweenOutputsStopsThem_data() { addChanges(); }
     void anInputThatChangesBetweenOutputsStopsThem();
     void anUnreadableIdentityIsWrongUsage();
@@ -180,6 +181,20 @@ void PageBinderInputTest::anInputThatChangesDuringTheWorkIsNoticed()
     QCOMPARE(hiddenFiles(), QStringList());
 }
 
+void PageBinderInputTest::aLinkThatLeadsToAnotherFileIsNoticed()
+{
+    QVERIFY(QFile::link(m_input, path("link")));
+    tools::PdfContext context("pagebinder");
+    InputFile input(path("link").toStdString());
+    const tools::OutputPlaces places(input, {path("out.pdf").toStdString()});
+    tools::SourceFile file(context, std::move(input));
+    QVERIFY(QFile::copy(m_input, path("other.pdf")));
+    QVERIFY(QFile::remove(path("link")));
+    QVERIFY(QFile::link(path("other.pdf"), path("link")));
+    QVERIFY_EXCEPTION_THROWN(tools::mergePages(file, {{1, 5}}, places.at(0)), tools::InputChanged);
+    QVERIFY(!QFileInfo::exists(path("out.pdf")));
+}
+
 void PageBinderInputTest::anInputThatChangesBetweenOutputsStopsThem()
 {
     QFETCH(Change, change);
@@ -234,7 +249,7 @@ void PageBinderInputTest::anUnreadableIdentityIsWrongUsage()
             QStringList{m_input} + action + QStringList{"-outfile", path("out.pdf")}, {}, "5:6");
         QCOMPARE(run.status, 2);
         QCOMPARE(run.errors,
-                 QByteArray("pagebinder: QUORLIN_INPUT_IDENTITY holds no identity: 5:6\n"));
+                 QByteArray("pagebinder: QUORLIN_INPUT_IDENTITY is not a valid identity: 5:6\n"));
         QCOMPARE(contentOf("out.pdf"), QByteArray("older"));
     }
 }

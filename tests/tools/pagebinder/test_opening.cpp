@@ -1,6 +1,7 @@
 // Well-formed files are opened without the library's own reading of the table, all others by the
 // library; the pages and what is written of them are the same to the byte.
 
+#include "locked_pdf.h"
 #include "tests/support/pdf_builder.h"
 #include "tests/support/room.h"
 #include "tools/pagebinder/merge.h"
@@ -8,7 +9,6 @@
 #include "tools/pdf/page_loader.h"
 #include "tools/pdf/pdf_source.h"
 
-#include <QCryptographicHash>
 #include <QDirIterator>
 #include <QFile>
 #include <QTemporaryDir>
@@ -95,6 +95,16 @@ std::string withLineEnds(const char *end)
     return file;
 }
 
+/// The content of page 1 is free, though its entry leads to it.
+std::string withFreeContent()
+{
+    std::string file = plainFile();
+    char place[16];
+    std::snprintf(place, sizeof place, "%010zu", file.find("6 0 obj"));
+    replaceFirst(file, std::string(place) + " 00000 n", std::string(place) + " 00001 f");
+    return file;
+}
+
 std::string withLoop()
 {
     std::string file = plainFile();
@@ -108,12 +118,15 @@ struct StreamTable
 {
     bool compresses = true;
     bool predicts = false;
-    bool objectStream = false; ///< page 1's dictionary stands in an object stream
-    std::string index = {};    ///< "/Index[...]"
-    int cut = 0;               ///< bytes that are missing at the end
+    std::vector<int> packed = {}; ///< objects that stand in an object stream
+    std::string streamType = "/Type/ObjStm";
+    int lost = 0;           ///< an object that the table places in a stream that is none
+    std::string index = {}; ///< "/Index[...]"
+    int cut = 0;            ///< bytes that are missing at the end
     int kindOfPage2 = 1;
     std::string widths = "[1 3 1]";
     std::string entries = {}; ///< of the dictionary
+    bool hasKinds = true;     ///< the first field of each entry stands there
 };
 
 std::string zlib(const std::string &bytes)
@@ -141,9 +154,31 @@ std::string streamObject(int number, const std::string &entries, const std::stri
            std::to_string(data.size()) + ">>stream\n" + data + "\nendstream\nendobj\n";
 }
 
-std::string streamFile(const StreamTable &table)
+/// Moves the objects @p numbers of @p file, whose places are @p places, into object stream
+/// @p stream at its end.
+void pack(std::string &file, std::vector<std::array<std::size_t, 3>> &places,
+          const std::vector<int> &numbers, std::size_t stream, const std::string &type)
 {
-    std::string file = plainFile();
+    std::string index;
+    std::string objects;
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        auto &place = places[static_cast<std::size_t>(numbers[i])];
+        const std::size_t start = file.find("<<", place[1]);
+        const std::size_t end = file.find("\nendobj", start);
+        index += std::to_string(numbers[i]) + " " + std::to_string(objects.size()) + " ";
+        objects += file.substr(start, end - start) + " ";
+        file.replace(place[1], end + 7 - place[1], end + 7 - place[1], ' ');
+        place = {2, stream, i};
+    }
+    places[stream] = {1, file.size(), 0};
+    file += streamObject(static_cast<int>(stream),
+                         type + "/N " + std::to_string(numbers.size()) + "/First " +
+                             std::to_string(index.size()),
+                         index + objects);
+}
+
+std::string streamFile(const StreamTable &table, std::string file = plainFile())
+{
     file.resize(file.rfind("xref\n0 "));
     const int objectStream = 16;
     const int own = 17;
@@ -152,20 +187,19 @@ std::string streamFile(const StreamTable &table)
         places[static_cast<std::size_t>(number)] = {
             1, file.find("\n" + std::to_string(number) + " 0 obj") + 1, 0};
     }
-    if (table.objectStream) {
-        const std::size_t start = places[7][1];
-        const std::size_t end = file.find("\nendobj", start);
-        const std::string page = file.substr(start + 8, end - start - 8);
-        file.replace(start, end + 7 - start, end + 7 - start, ' ');
-        places[objectStream] = {1, file.size(), 0};
-        file += streamObject(objectStream, "/Type/ObjStm/N 1/First 4", "7 0 " + page);
-        places[7] = {2, static_cast<std::size_t>(objectStream), 0};
+    if (!table.packed.empty()) {
+        pack(file, places, table.packed, objectStream, table.streamType);
+    }
+    if (table.lost != 0) {
+        places[static_cast<std::size_t>(table.lost)] = {2, 0, 0};
     }
     places[own] = {1, file.size(), 0};
     places[9][0] = static_cast<std::size_t>(table.kindOfPage2);
     std::string data;
     for (const auto &place : places) {
-        data += static_cast<char>(place[0]);
+        if (table.hasKinds) {
+            data += static_cast<char>(place[0]);
+        }
         data += static_cast<char>(place[1] >> 16U);
         data += static_cast<char>(place[1] >> 8U);
         data += static_cast<char>(place[1]);
@@ -189,7 +223,7 @@ std::string streamFile(const StreamTable &table)
 /// A table for old readers that calls page 1 free, and a stream for others that knows where it is.
 std::string hybridFile()
 {
-    std::string file = streamFile({.objectStream = true, .index = "/Index[7 1]"});
+    std::string file = streamFile({.packed = {7}, .index = "/Index[7 1]"});
     const std::size_t stream = file.find("\n17 0 obj") + 1;
     file.resize(stream);
     const std::string entry{'\2', '\0', '\0', '\20', '\0'}; // in object stream 16, the first
@@ -205,85 +239,6 @@ std::string hybridFile()
     }
     return file + "trailer\n<</Size 18/Root 1 0 R/XRefStm " + std::to_string(stream) +
            ">>\nstartxref\n" + std::to_string(table) + "\n%%EOF\n";
-}
-
-QByteArray md5(const QByteArray &bytes)
-{
-    return QCryptographicHash::hash(bytes, QCryptographicHash::Md5);
-}
-
-/// RC4, whose encryption is its decryption.
-QByteArray rc4(const QByteArray &key, QByteArray bytes)
-{
-    std::array<unsigned char, 256> state{};
-    std::iota(state.begin(), state.end(), static_cast<unsigned char>(0));
-    unsigned char j = 0;
-    for (int i = 0; i < 256; ++i) {
-        const auto place = static_cast<std::size_t>(i);
-        j = static_cast<unsigned char>(j + state[place] +
-                                       static_cast<unsigned char>(key[i % key.size()]));
-        std::swap(state[place], state[j]);
-    }
-    unsigned char i = 0;
-    j = 0;
-    for (char &byte : bytes) {
-        ++i;
-        j = static_cast<unsigned char>(j + state[i]);
-        std::swap(state[i], state[j]);
-        const auto mixed = static_cast<unsigned char>(state[i] + state[j]);
-        byte = static_cast<char>(static_cast<unsigned char>(byte) ^ state[mixed]);
-    }
-    return bytes;
-}
-
-/// The nineteen further rounds of revision 3.
-QByteArray furtherRounds(const QByteArray &key, QByteArray bytes)
-{
-    for (char round = 1; round < 20; ++round) {
-        QByteArray changed = key;
-        for (char &byte : changed) {
-            byte = static_cast<char>(byte ^ round);
-        }
-        bytes = rc4(changed, bytes);
-    }
-    return bytes;
-}
-
-/// A file with the user's password "user", encrypted by the rules of ISO 32000-1, 7.6.3.
-std::string lockedFile(int revision, const QByteArray &owner)
-{
-    const QByteArray padding =
-        QByteArray::fromHex("28bf4e5e4e758a4164004e56fffa01082e2e00b6d0683e802f0ca9fe6453697a");
-    const QByteArray identifier = "0123456789abcdef";
-    const int length = revision == 2 ? 5 : 16;
-    const auto digest = [revision, length](const QByteArray &bytes) {
-        QByteArray result = md5(bytes);
-        for (int i = 0; revision > 2 && i < 50; ++i) {
-            result = md5(result.left(length));
-        }
-        return result.left(length);
-    };
-    const QByteArray ownerKey = digest((owner + padding).left(32));
-    const QByteArray user = ("user" + padding).left(32);
-    QByteArray o = rc4(ownerKey, user);
-    o = revision > 2 ? furtherRounds(ownerKey, o) : o;
-    const QByteArray key = digest(user + o + QByteArray::fromHex("fcffffff") + identifier);
-    const QByteArray u = revision == 2 ? rc4(key, padding)
-                                       : furtherRounds(key, rc4(key, md5(padding + identifier))) +
-                                             QByteArray(16, '\0');
-    PdfBuilder pdf;
-    const QByteArray objectKey = md5(key + QByteArray::fromHex("0600000000"));
-    const QByteArray content =
-        rc4(objectKey.left(std::min(length + 5, 16)), "BT /F1 12 Tf 72 700 Td (Secret) Tj ET");
-    pdf.addPage(content.toStdString());
-    std::string file = pdf.build();
-    const QByteArray encryption =
-        "/Encrypt<</Filter/Standard/V " + QByteArray::number(revision - 1) + "/R " +
-        QByteArray::number(revision) + "/Length " + QByteArray::number(8 * length) + "/P -4/O<" +
-        o.toHex() + ">/U<" + u.toHex() + ">>>/ID[<" + identifier.toHex() + "><" +
-        identifier.toHex() + ">]";
-    replaceFirst(file, "/Root 1 0 R>>\n", "/Root 1 0 R" + encryption.toStdString() + ">>\n");
-    return file;
 }
 
 /// Object numbers of the pages; 0 for one that has none or cannot be read.
@@ -308,6 +263,8 @@ private slots:
     void wellFormedFilesAreReadQuickly();
     void oddPageListsHoldTheSamePages_data();
     void oddPageListsHoldTheSamePages();
+    void referencesToReferencesLeadToThePage();
+    void nodesListedTwiceHaveTheirPagesTwice();
     void brokenPageListsAreReadAlike_data();
     void brokenPageListsAreReadAlike();
     void longListsAreReadWhole();
@@ -318,6 +275,8 @@ private slots:
     void filesWithoutPagesAreRepaired();
     void oddTablesAreLeftToTheLibrary_data();
     void oddTablesAreLeftToTheLibrary();
+    void aTableShowsWhatTheRepairMisses();
+    void aTableWithOtherPagesThanTheRepairIsNotTaken();
     void wrongOffsetEndsInTheLibrary();
     void newerSectionHolds();
     void corpusFilesGiveTheSameOutputs_data();
@@ -404,7 +363,9 @@ void PageBinderOpeningTest::wellFormedFilesAreReadQuickly_data()
     row("table in a plain stream", streamFile({.compresses = false}));
     row("table in a stream of differences", streamFile({.predicts = true}));
     row("table in a stream by parts", streamFile({.index = "/Index[0 7 7 11]"}));
-    row("table in a stream, a page in another", streamFile({.objectStream = true}));
+    row("table in a stream, a page in another", streamFile({.packed = {7}}));
+    row("table in a stream without kinds", streamFile({.widths = "[0 3 1]", .hasKinds = false}));
+    row("a free object with an offset", withFreeContent());
     row("free by an offset of zero", with("0000000000 65535 f", "0000000000 65535 n"));
     row("list over several lines",
         withKids([](const std::string &kids) { return "/Kids [\r\n" + kids + "\n]"; }));
@@ -470,6 +431,31 @@ void PageBinderOpeningTest::oddPageListsHoldTheSamePages()
         QCOMPARE(pageObjects(source), std::vector<int>(pages.begin(), pages.end()));
     }
     compareOutputs(path);
+}
+
+void PageBinderOpeningTest::referencesToReferencesLeadToThePage()
+{
+    PdfBuilder pdf = pagesOf(2);
+    const int reference = pdf.add("7 0 R");
+    pdf.setPageTree("<</Type/Pages/Count 2/Kids[" + std::to_string(reference) + " 0 R 9 0 R]>>");
+    const QString path = save(pdf.build());
+    for (const SourceFile::Opening opening :
+         {SourceFile::Opening::quick, SourceFile::Opening::byLibrary}) {
+        tools::PdfContext context("test");
+        SourceFile source(context, path.toStdString(), opening);
+        QCOMPARE(pageObjects(source), std::vector<int>({7, 9}));
+    }
+}
+
+void PageBinderOpeningTest::nodesListedTwiceHaveTheirPagesTwice()
+{
+    PdfBuilder pdf = pagesOf(2);
+    const std::string node =
+        std::to_string(pdf.add("<</Type/Pages/Parent 2 0 R/Count 1/Kids[7 0 R]>>")) + " 0 R ";
+    pdf.setPageTree("<</Type/Pages/Count 3/Kids[" + node + "9 0 R " + node + "]>>");
+    tools::PdfContext context("test");
+    SourceFile source(context, save(pdf.build()).toStdString());
+    QCOMPARE(pageObjects(source), std::vector<int>({7, 9, 7}));
 }
 
 void PageBinderOpeningTest::brokenPageListsAreReadAlike_data()
@@ -541,6 +527,8 @@ void PageBinderOpeningTest::tablesThatBeginWithObject1AreReadRight()
         QVERIFY(!tools::PdfSource(source).isRepaired());
     }
     compareOutputs(path);
+    // A first entry that is not the head of the free ones is that of object 1, as stated.
+    compareOutputs(save(with("xref\n0 16\n0000000000 65535 f", "xref\n1 16\n0000000000 00000 f")));
 }
 
 void PageBinderOpeningTest::emptyOwnerPasswordsOpenTheFile_data()
@@ -557,7 +545,7 @@ void PageBinderOpeningTest::emptyOwnerPasswordsOpenTheFile()
 {
     QFETCH(int, revision);
     QFETCH(bool, isEmpty);
-    const QString path = save(lockedFile(revision, isEmpty ? "" : "owner"));
+    const QString path = save(lockedFile({.revision = revision, .owner = isEmpty ? "" : "owner"}));
     const QByteArray output = merged(path, m_folder.filePath("out.pdf"), SourceFile::Opening::quick,
                                      {tools::PageRange{1, 1}});
     if (isEmpty) {
@@ -617,6 +605,7 @@ void PageBinderOpeningTest::oddTablesAreLeftToTheLibrary_data()
     row("a stream of two fields", streamFile({.widths = "[1 3]"}));
     row("a stream of wide fields", streamFile({.widths = "[1 9 1]"}));
     row("a stream without offsets", streamFile({.widths = "[5 0 0]"}));
+    row("a stream of kinds and generations", streamFile({.widths = "[1 0 4]"}));
     row("a stream of odd parts", streamFile({.index = "/Index[0 7 7]"}));
     row("a stream of negative parts", streamFile({.index = "/Index[0 -7]"}));
     row("an unknown kind in a stream", streamFile({.kindOfPage2 = 3}));
@@ -644,6 +633,30 @@ void PageBinderOpeningTest::oddTablesAreLeftToTheLibrary()
     }
     QVERIFY(!quick);
     compareOutputs(path);
+}
+
+/// One object that the table places nowhere makes the library repair the file, and the repair does
+/// not see that a stream without a type holds a page.
+void PageBinderOpeningTest::aTableShowsWhatTheRepairMisses()
+{
+    const QString path = save(streamFile({.packed = {7}, .streamType = "", .lost = 5}));
+    tools::PdfContext context("test");
+    SourceFile source(context, path.toStdString());
+    QVERIFY(!source.isQuick());
+    QCOMPARE(pageObjects(source), std::vector<int>({7, 9, 11, 13, 15}));
+}
+
+/// Here the object that the table places nowhere is a node, whose two pages the repair sees.
+void PageBinderOpeningTest::aTableWithOtherPagesThanTheRepairIsNotTaken()
+{
+    PdfBuilder pdf = pagesOf(pageCount);
+    pdf.set(5, "<</Type/Pages/Parent 2 0 R/Count 2/Kids[13 0 R 15 0 R]>>");
+    pdf.setPageTree("<</Type/Pages/Count 5/Kids[7 0 R 9 0 R 11 0 R 5 0 R]>>");
+    const QString path =
+        save(streamFile({.packed = {7, 9}, .streamType = "", .lost = 5}, pdf.build()));
+    tools::PdfContext context("test");
+    SourceFile source(context, path.toStdString());
+    QCOMPARE(pageObjects(source), std::vector<int>({0, 0, 11, 13, 15}));
 }
 
 void PageBinderOpeningTest::wrongOffsetEndsInTheLibrary()

@@ -284,6 +284,7 @@ void PageBinderRolesTest::nothingOfOtherPagesTravelsUnderAnyKey_data()
     add("a paragraph as a property list's private data", "/Properties<</M<</Private 51 0 R>>>>");
     add("a field under a private key", "/Private 52 0 R");
     add("a bookmark under a private key", "/Private 53 0 R");
+    add("a page that no list holds under a private key", "/Private 54 0 R");
 }
 
 void PageBinderRolesTest::nothingOfOtherPagesTravelsUnderAnyKey()
@@ -299,6 +300,7 @@ void PageBinderRolesTest::nothingOfOtherPagesTravelsUnderAnyKey()
     pdf.object(51, "<</S/P/P 20 0 R/K 0/ActualText(page-2-text)>>");
     pdf.object(52, "<</FT/Tx/T(field)/V(page-2-text)>>");
     pdf.object(53, "<</Title(page-2-text)/Next 53 0 R>>");
+    pdf.object(54, "<</Type/Page/Contents 21 0 R>>");
     pdf.stream(11, "", "/F 9 Tf /G gs /X Do /M BDC /Private odd");
     const auto output = merged(pdf, "1");
     QVERIFY(output);

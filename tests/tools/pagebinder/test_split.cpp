@@ -181,9 +181,9 @@ void PageBinderSplitTest::refusesLists_data()
     QTest::addColumn<QByteArray>("list");
     QTest::addColumn<QString>("reason");
     QTest::newRow("nothing") << QByteArray() << "the list is empty";
-    QTest::newRow("no tab") << QByteArray("1\ta\n2 b\n") << "entry 2 has no tab behind the pages";
+    QTest::newRow("no tab") << QByteArray("1\ta\n2 b\n") << "entry 2 has no tab after the pages";
     QTest::newRow("an empty line")
-        << QByteArray("1\ta\n\n") << "entry 2 has no tab behind the pages";
+        << QByteArray("1\ta\n\n") << "entry 2 has no tab after the pages";
     QTest::newRow("no pages") << QByteArray("\ta\n") << "entry 1 begins with no pages";
     QTest::newRow("blanks for pages") << QByteArray("  \ta\n") << "entry 1 begins with no pages";
     QTest::newRow("no numbers") << QByteArray("1 x\ta\n") << "entry 1 begins with no pages";

@@ -20,6 +20,8 @@ private slots:
     void brokenTreesGiveWhatCanBeKept();
     void treesWithoutSenseGiveNoTags_data();
     void treesWithoutSenseGiveNoTags();
+    void namespacesAndFilesOfKeptElementsStay();
+    void marksThatStandElsewhereAreOnTheElementsPage();
     void claimsStayWhereTheTagsAreWhole();
 
 private:
@@ -202,6 +204,52 @@ void TestStructure::treesWithoutSenseGiveNoTags()
     QCOMPARE(output->value("Root/StructTreeRoot"), QByteArray("null"));
     QCOMPARE(output->value("Root/MarkInfo"), QByteArray("null"));
     QCOMPARE(output->value("Root/Pages/Kids/0/StructParents"), QByteArray("null"));
+}
+
+void TestStructure::namespacesAndFilesOfKeptElementsStay()
+{
+    TestPdf pdf = tagged();
+    pdf.object(40, "<</Type/StructTreeRoot/K 41 0 R/ParentTree 42 0 R/Namespaces[70 0 R 71 0 R]>>");
+    pdf.object(51, "<</Type/StructElem/S/Para/P 41 0 R/Pg 10 0 R/K 0/NS 70 0 R/AF[72 0 R]>>");
+    pdf.object(52, "<</Type/StructElem/S/Para/P 41 0 R/Pg 20 0 R/K 0/NS 71 0 R/AF 73 0 R>>");
+    pdf.object(70, "<</Type/Namespace/NS(first-space)/RoleMapNS<</Para/P>>>>");
+    pdf.object(71, "<</Type/Namespace/NS(second-space)>>");
+    pdf.object(72, "<</Type/Filespec/F(first.xml)/AFRelationship/Data/EF<</F 74 0 R>>>>");
+    pdf.object(73, "<</Type/Filespec/F(second.xml)/AFRelationship/Data/EF<</F 75 0 R>>>>");
+    pdf.stream(74, "/Type/EmbeddedFile", "<first/>");
+    pdf.stream(75, "/Type/EmbeddedFile", "<second/>");
+    const auto output = m_bench.merged(pdf, "1");
+    QVERIFY(output);
+    const QByteArray element = "Root/StructTreeRoot/K/K/";
+    QCOMPARE(output->value(element + "NS/NS"), QByteArray("(first-space)"));
+    QCOMPARE(output->value(element + "NS/RoleMapNS/Para"), QByteArray("/P"));
+    QCOMPARE(output->value(element + "AF/0/F"), QByteArray("(first.xml)"));
+    QCOMPARE(output->value("Root/StructTreeRoot/Namespaces/0/NS"), QByteArray("(first-space)"));
+    QCOMPARE(output->value("Root/StructTreeRoot/Namespaces/1"), QByteArray("null"));
+    const QByteArray everything = output->everything();
+    QVERIFY(everything.contains("<first/>"));
+    for (const char *other : {"second-space", "second.xml", "<second/>"}) {
+        QVERIFY2(!everything.contains(other), other);
+    }
+}
+
+void TestStructure::marksThatStandElsewhereAreOnTheElementsPage()
+{
+    // The mark on page 2 names no page of its own and has the number of the one on page 3.
+    TestPdf pdf = tagged();
+    pdf.object(42, "<</Nums[0[51 0 R]1[54 0 R 52 0 R]2[54 0 R 53 0 R]]>>");
+    pdf.object(52, "<</Type/StructElem/S/P/P 41 0 R/Pg 20 0 R/K 1>>");
+    pdf.object(54, "<</Type/StructElem/S/P/P 41 0 R/Pg 20 0 R/Alt(over)/K[71 0 R 70 0 R]>>");
+    pdf.object(70, "<</Type/MCR/Pg 30 0 R/MCID 0>>");
+    pdf.object(71, "<</Type/MCR/MCID 0>>");
+    for (const char *page : {"2", "3"}) {
+        const auto output = m_bench.merged(pdf, page);
+        QVERIFY(output);
+        const QByteArray parents = "Root/StructTreeRoot/ParentTree/Nums/1/";
+        QCOMPARE(output->value(parents + "0/Alt"), QByteArray("(over)"));
+        QCOMPARE(output->value(parents + "0/K"), QByteArray("0"));
+        QVERIFY(output->value(parents + "1/S") == "/P");
+    }
 }
 
 void TestStructure::claimsStayWhereTheTagsAreWhole()

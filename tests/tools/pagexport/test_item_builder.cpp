@@ -1,91 +1,15 @@
+#include "drawn_page.h"
 #include "tests/support/room.h"
 #include "tools/pagexport/output/page_html.h"
 #include "tools/pagexport/text/geometry.h"
-#include "tools/pagexport/text/item_builder.h"
 #include "tools/pagexport/text/text_codes.h"
 
 #include <QTest>
 
 using namespace tools;
 
-namespace {
-
-constexpr double em = 10;
-
-/// Draws text glyph by glyph, each half an em wide, and gives the items that result.
-class Page
-{
-public:
-    Page() { m_builder.setStyle(TextStyle::fromMatrix(em, 0, 0, -em, false)); }
-
-    Page &at(double x, double y)
-    {
-        m_x = x;
-        m_y = y;
-        return *this;
-    }
-    Page &draw(const QString &text, double gap = 0)
-    {
-        for (const uint code : text.toUcs4()) {
-            const int codes[] = {static_cast<int>(code)};
-            const Letters letters = Letters::of(codes, 1);
-            m_builder.add({m_x, m_y, em / 2, 0, &letters});
-            m_x += em / 2 + gap;
-        }
-        return *this;
-    }
-    /// Draws a sign without width at @p x, the pen stays.
-    Page &mark(double x, const QString &sign)
-    {
-        const int codes[] = {static_cast<int>(sign.toUcs4().first())};
-        const Letters letters = Letters::of(codes, 1);
-        m_builder.add({x, m_y, 0, 0, &letters});
-        return *this;
-    }
-    Page &drawSmall(const QString &letter, double advance)
-    {
-        const int codes[] = {static_cast<int>(letter.toUcs4().first())};
-        const Letters letters = Letters::of(codes, 1);
-        m_builder.add({m_x, m_y, advance, 0, &letters});
-        return *this;
-    }
-    /// The font's blank is @p ems wide.
-    Page &blank(double ems)
-    {
-        TextStyle style = TextStyle::fromMatrix(em, 0, 0, -em, false);
-        style.blank = ems;
-        m_builder.setStyle(style);
-        return *this;
-    }
-    Page &style(double a, double b, double c, double d, bool vertical = false)
-    {
-        m_builder.setStyle(TextStyle::fromMatrix(a, b, c, d, vertical));
-        return *this;
-    }
-    QStringList texts()
-    {
-        m_builder.endItem();
-        QStringList result;
-        for (const TextItem &item : m_items.items) {
-            const std::string_view text = m_items.text(item);
-            result.append(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
-        }
-        return result;
-    }
-    TextItem item(std::size_t index = 0)
-    {
-        m_builder.endItem();
-        return m_items.items.at(index);
-    }
-
-private:
-    TextItems m_items;
-    ItemBuilder m_builder{m_items, 595, 842};
-    double m_x = 100;
-    double m_y = 100;
-};
-
-} // namespace
+using quorlin::test::DrawnPage;
+using quorlin::test::em;
 
 class TestItemBuilder : public QObject
 {
@@ -156,8 +80,8 @@ void TestItemBuilder::unitsAreRoundedTheSameWhateverTheNoise()
 
 void TestItemBuilder::placeDependsOnOriginAndSizeAlone()
 {
-    const TextItem capitals = Page().draw("ACE").item();
-    const TextItem descenders = Page().draw("gjpqy and more").item();
+    const TextItem capitals = DrawnPage().draw("ACE").item();
+    const TextItem descenders = DrawnPage().draw("gjpqy and more").item();
     QCOMPARE(capitals.left, 150);
     QCOMPARE(capitals.top, 137); // (100 - 0.9 * 10) * 1.5, rounded up
     QCOMPARE(descenders.left, capitals.left);
@@ -167,14 +91,14 @@ void TestItemBuilder::placeDependsOnOriginAndSizeAlone()
 
 void TestItemBuilder::frameCoversTheRun()
 {
-    const TextItem item = Page().draw("Total").item();
+    const TextItem item = DrawnPage().draw("Total").item();
     QCOMPARE(item.width, 38); // five glyphs of 5 points
     QCOMPARE(item.top + item.height, 154);
 }
 
 void TestItemBuilder::positionsAreNeverZero()
 {
-    const TextItem item = Page().at(0, 0).draw("x").item();
+    const TextItem item = DrawnPage().at(0, 0).draw("x").item();
     QCOMPARE(item.left, 1);
     QCOMPARE(item.top, 1);
     QVERIFY(item.width >= 1 && item.height >= 1);
@@ -197,7 +121,7 @@ void TestItemBuilder::gapsMakeBlanksAndItems_data()
 void TestItemBuilder::gapsMakeBlanksAndItems()
 {
     QFETCH(double, gap);
-    QTEST(Page().at(100, 100).draw("Name").at(120 + gap, 100).draw("Smith").texts(), "texts");
+    QTEST(DrawnPage().at(100, 100).draw("Name").at(120 + gap, 100).draw("Smith").texts(), "texts");
 }
 
 void TestItemBuilder::whiteSpaceOfAnyKindIsOneBlank_data()
@@ -218,18 +142,18 @@ void TestItemBuilder::whiteSpaceOfAnyKindIsOneBlank_data()
 void TestItemBuilder::whiteSpaceOfAnyKindIsOneBlank()
 {
     QFETCH(QString, drawn);
-    QTEST(Page().draw(drawn).texts(), "texts");
+    QTEST(DrawnPage().draw(drawn).texts(), "texts");
 }
 
 void TestItemBuilder::severalBlanksInAFixedWidthLineAreAColumn()
 {
-    QCOMPARE(Page().draw("Account:     4711   Balance").texts(),
+    QCOMPARE(DrawnPage().draw("Account:     4711   Balance").texts(),
              QStringList({"Account:", "4711", "Balance"}));
 }
 
 void TestItemBuilder::invisibleCharactersNeverAppear()
 {
-    QCOMPARE(Page().draw(QString("a\u00ad\u200b\u200f\u202e\ufeff\u0007") + "b").texts(),
+    QCOMPARE(DrawnPage().draw(QString("a\u00ad\u200b\u200f\u202e\ufeff\u0007") + "b").texts(),
              QStringList{"ab"});
 }
 
@@ -245,18 +169,18 @@ void TestItemBuilder::invalidCodesBecomeReplacementCharacters()
 
 void TestItemBuilder::ligaturesAreSpeltOut()
 {
-    QCOMPARE(Page().draw(QString("Gri\ufb03n \ufb01t \ufb06op")).texts(),
+    QCOMPARE(DrawnPage().draw(QString("Gri\ufb03n \ufb01t \ufb06op")).texts(),
              QStringList{"Griffin fit stop"});
 }
 
 void TestItemBuilder::lettersSetApartAreNoWords()
 {
-    QCOMPARE(Page().draw("11806728", 3.5).texts(), QStringList{"11806728"});
+    QCOMPARE(DrawnPage().draw("11806728", 3.5).texts(), QStringList{"11806728"});
 }
 
 void TestItemBuilder::wordsOfLettersSetApartStayApart()
 {
-    Page page;
+    DrawnPage page;
     page.draw("BANK", 2.5).at(130 + 2.5, 100).draw("OFF", 2.5);
     QCOMPARE(page.texts(), QStringList{"BANK OFF"});
 }
@@ -284,16 +208,16 @@ void TestItemBuilder::kerningIsNoBlankInTheFontAtHand()
 {
     QFETCH(double, blank);
     QFETCH(double, gap);
-    Page page;
+    DrawnPage page;
     page.blank(blank).at(100, 100).draw("Name").at(120 + gap * em, 100).draw("Smith");
     QTEST(page.texts(), "texts");
 }
 
 void TestItemBuilder::signsSetApartKeepTheirBlanks()
 {
-    QCOMPARE(Page().draw("5>3&2<4", 2.78).texts(), QStringList{"5 > 3 & 2 < 4"});
-    QCOMPARE(Page().draw("......", 3).texts(), QStringList{". . . . . ."});
-    Page formula; // "if g = G with": single letters among words
+    QCOMPARE(DrawnPage().draw("5>3&2<4", 2.78).texts(), QStringList{"5 > 3 & 2 < 4"});
+    QCOMPARE(DrawnPage().draw("......", 3).texts(), QStringList{". . . . . ."});
+    DrawnPage formula; // "if g = G with": single letters among words
     double x = 100;
     for (const char *word : {"if", "g", "=", "G", "with"}) {
         formula.at(x, 100).draw(word);
@@ -304,7 +228,7 @@ void TestItemBuilder::signsSetApartKeepTheirBlanks()
 
 void TestItemBuilder::wordSetApartAmongOthersIsOne()
 {
-    Page page; // "the BANK of", the second word set apart
+    DrawnPage page; // "the BANK of", the second word set apart
     page.draw("the").at(120, 100).draw("BANK", 2).at(154, 100).draw("of");
     QCOMPARE(page.texts(), QStringList{"the BANK of"});
 }
@@ -343,19 +267,19 @@ void TestItemBuilder::formsBecomeTheirLetters()
 {
     QFETCH(QString, drawn);
     QFETCH(QString, written);
-    QCOMPARE(Page().draw(drawn).texts(), QStringList{written});
+    QCOMPARE(DrawnPage().draw(drawn).texts(), QStringList{written});
 }
 
 void TestItemBuilder::superscriptStaysInTheItem()
 {
-    Page page;
+    DrawnPage page;
     page.draw("100 m").style(6, 0, 0, -6).at(125, 96.5).draw("2");
     QCOMPARE(page.texts(), QStringList{"100 m2"});
 }
 
 void TestItemBuilder::nextLineIsAnotherItem()
 {
-    QCOMPARE(Page().draw("first").at(125, 109).draw("second").texts(),
+    QCOMPARE(DrawnPage().draw("first").at(125, 109).draw("second").texts(),
              QStringList({"first", "second"}));
 }
 
@@ -374,11 +298,11 @@ void TestItemBuilder::textDrawnTwiceCountsOnce()
     QFETCH(double, shift);
     QFETCH(int, count);
     for (const QString text : {"96499188", "A", "ll", "12"}) {
-        Page page;
+        DrawnPage page;
         page.draw(text).at(300, 300).draw("between").at(100 + shift, 100 + shift).draw(text);
         QCOMPARE(page.texts().count(text), count);
     }
-    Page page;
+    DrawnPage page;
     for (int i = 0; i < 4; ++i) { // letter by letter
         const QString letter(QChar('a' + i));
         page.at(100 + 5 * i, 100).draw(letter).at(100 + 5 * i + 0.3, 100).draw(letter);
@@ -388,18 +312,19 @@ void TestItemBuilder::textDrawnTwiceCountsOnce()
 
 void TestItemBuilder::doubleLettersAreKept()
 {
-    QCOMPARE(Page().draw("Hill 1100 www").texts(), QStringList{"Hill 1100 www"});
+    QCOMPARE(DrawnPage().draw("Hill 1100 www").texts(), QStringList{"Hill 1100 www"});
 }
 
 void TestItemBuilder::equalTextsElsewhereAreKept()
 {
-    QCOMPARE(Page().draw("0.00").at(100, 112).draw("0.00").at(200, 112).draw("0.00").texts().size(),
-             3);
+    QCOMPARE(
+        DrawnPage().draw("0.00").at(100, 112).draw("0.00").at(200, 112).draw("0.00").texts().size(),
+        3);
 }
 
 void TestItemBuilder::rightToLeftTextStaysTogetherAndApartFromItsLabel()
 {
-    Page logical; // in reading order, each letter before the one drawn last
+    DrawnPage logical; // in reading order, each letter before the one drawn last
     double x = 120;
     for (const QChar letter : QString("שלום")) {
         logical.at(x, 100).draw(letter);
@@ -453,13 +378,13 @@ void TestItemBuilder::rightToLeftTextIsInReadingOrder()
 {
     QFETCH(QString, seen);
     QFETCH(QString, read);
-    QCOMPARE(Page().draw(seen).texts(), QStringList{read});
+    QCOMPARE(DrawnPage().draw(seen).texts(), QStringList{read});
 }
 
 // The file draws in reading order: for the number the pen jumps to its left end.
 void TestItemBuilder::numberInsideRightToLeftTextBelongsToIt()
 {
-    Page page;
+    DrawnPage page;
     double x = 300;
     const auto drawLeftwards = [&page, &x](const QString &word) {
         for (const QChar letter : word) {
@@ -477,7 +402,7 @@ void TestItemBuilder::numberInsideRightToLeftTextBelongsToIt()
 
 void TestItemBuilder::numberFarFromRightToLeftTextIsAnItem()
 {
-    Page page;
+    DrawnPage page;
     page.at(305, 100).draw(QString("ש")).at(300, 100).draw(QString("ם"));
     page.at(200, 100).draw("4711");
     QCOMPARE(page.texts(), QStringList({"שם", "4711"}));
@@ -486,11 +411,11 @@ void TestItemBuilder::numberFarFromRightToLeftTextIsAnItem()
 void TestItemBuilder::marksStayWithTheirLetters()
 {
     const QString pointed("\u05E9\u05C1\u05DC"); // shin with its dot, lamed
-    Page reading;
+    DrawnPage reading;
     reading.at(105, 100).draw(pointed.mid(0, 1));
     reading.mark(106, pointed.mid(1, 1)).at(100, 100).draw(pointed.mid(2, 1));
     QCOMPARE(reading.texts(), QStringList{pointed});
-    Page seen;
+    DrawnPage seen;
     seen.at(100, 100).draw(pointed.mid(2, 1)).at(105, 100);
     seen.mark(106, pointed.mid(1, 1)).draw(pointed.mid(0, 1));
     QCOMPARE(seen.texts(), QStringList{pointed});
@@ -500,7 +425,7 @@ void TestItemBuilder::marksStayWithTheirLetters()
 void TestItemBuilder::longRightToLeftRunIsRead()
 {
     constexpr int letters = 50000;
-    Page page;
+    DrawnPage page;
     page.style(0.01, 0, 0, -0.01);
     QString expected;
     for (int i = 0; i < letters; ++i) {
@@ -513,8 +438,9 @@ void TestItemBuilder::longRightToLeftRunIsRead()
 
 void TestItemBuilder::textOutsideThePageIsLeftOut()
 {
-    QCOMPARE(Page().at(-50, 100).draw("gone").at(100, 900).draw("gone").texts(), QStringList());
-    QCOMPARE(Page().at(590, 100).draw("kept").texts(), QStringList{"kept"});
+    QCOMPARE(DrawnPage().at(-50, 100).draw("gone").at(100, 900).draw("gone").texts(),
+             QStringList());
+    QCOMPARE(DrawnPage().at(590, 100).draw("kept").texts(), QStringList{"kept"});
 }
 
 void TestItemBuilder::turnedTextKeepsItsPlace_data()

@@ -269,7 +269,7 @@ void TestItemList::anyNumberOfThreadsGivesTheSameItems()
     const QString input = run.save(pagesOf(60, 4));
     QCOMPARE(run.call({"-items", "-threads", "1", input}), 0);
     const QByteArray items = run.output();
-    for (const char *threads : {"2", "7", "1000"}) {
+    for (const char *threads : {"2", "7", "1000", "99999999999999999999"}) {
         QCOMPARE(run.call({"-items", "-threads", threads, input}), 0);
         QCOMPARE(run.output(), items);
     }
@@ -516,7 +516,7 @@ void TestItemList::anUnreadableIdentityIsWrongUsage()
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitCode(), 2);
     QCOMPARE(process.readAllStandardError(),
-             QByteArray("pagexport: QUORLIN_INPUT_IDENTITY holds no identity: none\n"));
+             QByteArray("pagexport: QUORLIN_INPUT_IDENTITY is not a valid identity: none\n"));
     QCOMPARE(run.written().size(), 4); // nothing was touched
 }
 

@@ -2,9 +2,13 @@
 #include "tests/tools/pagexport/export_run.h"
 
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QTest>
 #include <QXmlStreamReader>
 
+#ifdef Q_OS_LINUX
+#include <sys/mount.h>
+#endif
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -52,6 +56,7 @@ private slots:
     void helpAndVersionAreOnStandardOutput();
     void inputMayBeginWithADash();
     void earlierExportIsRemovedAndNothingElse();
+    void aPageOfAnEarlierExportThatCannotBeRemovedIsAnError();
     void unreadableInputLeavesNothing_data();
     void unreadableInputLeavesNothing();
     void inputIsNeverRemovedWhateverItsName_data();
@@ -243,7 +248,8 @@ void TestPageFiles::earlierExportIsRemovedAndNothingElse()
                           "page_pg_0002.htm", "page_pg_0007.png", "page_pg_12345.htm"};
     const QStringList foreign{"page_pg_.htm",       "page_pg_001.htm",   "page_pg_00x1.htm",
                               "page_pg_0001.html",  "page_pg_0001.txt",  "page_pg_0001_pg_0001.htm",
-                              "page_pg_0001.htm.x", "pages_pg_0001.htm", "xpage_pg_0001.htm"};
+                              "page_pg_0001.htm.x", "pages_pg_0001.htm", "xpage_pg_0001.htm",
+                              "pass_pg_0001.htm"};
     for (const QString &name : old + foreign) {
         writeFile(run.path(name), "old");
     }
@@ -256,6 +262,28 @@ void TestPageFiles::earlierExportIsRemovedAndNothingElse()
     for (const QString &name : foreign) {
         QCOMPARE(run.content(name), QByteArray("old"));
     }
+}
+
+void TestPageFiles::aPageOfAnEarlierExportThatCannotBeRemovedIsAnError()
+{
+#ifdef Q_OS_LINUX
+    ExportRun run;
+    const QString folder = run.path("disk");
+    const QByteArray disk = QFile::encodeName(folder);
+    QVERIFY(QDir().mkdir(folder));
+    if (::mount("tmpfs", disk.constData(), "tmpfs", 0, "size=100k") != 0) {
+        QSKIP("no disk may be mounted here");
+    }
+    const auto unmount = qScopeGuard([&disk] { ::umount2(disk.constData(), MNT_DETACH); });
+    writeFile(folder + "/page_pg_0007.htm", "old");
+    QCOMPARE(::mount("tmpfs", disk.constData(), "tmpfs", MS_REMOUNT | MS_RDONLY, nullptr), 0);
+    const QString input = run.save(pagesOf(1));
+    QCOMPARE(run.call({"-htmlformat", "--", input, folder + "/page.xml"}), 1);
+    QVERIFY2(run.errors().contains("page_pg_0007.htm: is left from before and cannot be removed"),
+             run.errors().constData());
+#else
+    QSKIP("a disk is mounted in the way of Linux");
+#endif
 }
 
 void TestPageFiles::unreadableInputLeavesNothing_data()

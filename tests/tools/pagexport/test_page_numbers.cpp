@@ -424,6 +424,12 @@ void TestPageNumbers::pagesInTheListItself()
     tree.pdf.setPageTree("<</Type/Pages/Count 3/Kids[" + reference(second) + direct +
                          reference(first) + "]>>");
     QCOMPARE(textsOfEveryWay(tree.pdf), QString("B B A"));
+    // Called a node, though it has no list, but a content.
+    std::string called = direct;
+    called.replace(called.find("/Page"), 5, "/Pages");
+    tree.pdf.setPageTree("<</Type/Pages/Count 3/Kids[" + reference(second) + called +
+                         reference(first) + "]>>");
+    QCOMPARE(textsOfEveryWay(tree.pdf), QString("B B A"));
 }
 
 void TestPageNumbers::aPageWithAListOfKidsIsAPage()

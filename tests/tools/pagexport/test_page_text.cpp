@@ -1,5 +1,6 @@
 #include "tests/support/room.h"
 #include "tests/tools/pagexport/export_run.h"
+#include "tools/pdf/library_internals.h"
 
 #include <QTest>
 
@@ -50,6 +51,7 @@ private slots:
     void everyRenderingModeCounts_data();
     void everyRenderingModeCounts();
     void formsAreRunWhereTheyArePlaced();
+    void fontsOfOddSyntaxAreReadOnPagesAndInForms();
     void hiddenLayersAreLeftOut();
     void hiddenTextMovesThePenAllTheSame();
     void fieldsAndAnnotationsArePageText();
@@ -230,6 +232,29 @@ void TestPageText::formsAreRunWhereTheyArePlaced()
     QCOMPARE(run.texts(), QStringList({"inside", "after"}));
     QCOMPARE(run.items()[0].left, 75);
     QCOMPARE(run.items()[0].top, 290); // baseline 640 from below, so (202 - 9) * 1.5
+}
+
+void TestPageText::fontsOfOddSyntaxAreReadOnPagesAndInForms()
+{
+    if (!tools::knowsLibrary) {
+        QSKIP("objects are mended in versions of the library that are known");
+    }
+    PdfBuilder pdf;
+    const auto oddFont = [&pdf] {
+        return "/F9 " +
+               std::to_string(pdf.add("<</Type/Font/Subtype/Type1/Encoding/WinAnsiEncoding"
+                                      "/Name/Any Name/BaseFont/Helvetica>>")) +
+               " 0 R";
+    };
+    const int form = pdf.addStream(
+        "/Type/XObject/Subtype/Form/BBox[0 0 500 500]/Resources<</Font<<" + oddFont() + ">>>>",
+        "BT /F9 10 Tf 50 300 Td (inside) Tj ET");
+    pdf.addPage(
+        "BT /F9 10 Tf 50 700 Td (outside) Tj ET /X Do",
+        {.resources = "/XObject<</X " + std::to_string(form) + " 0 R>>", .fonts = oddFont()});
+    ExportRun run;
+    QCOMPARE(run.run(pdf), 0);
+    QCOMPARE(run.texts(), QStringList({"outside", "inside"}));
 }
 
 void TestPageText::hiddenLayersAreLeftOut()

@@ -1,6 +1,7 @@
 #include "tools/pagebinder/output/output_encryption.h"
 
 #include "tools/common/tool_error.h"
+#include "tools/pdf/password.h"
 
 #include <new>
 
@@ -87,7 +88,9 @@ void OutputEncryption::writeKeys(PdfWriter &writer)
     if (isLong) {
         writeBytes(writer, "OE", pdf_crypt_owner_encryption(context, crypt), 32);
         writeBytes(writer, "UE", pdf_crypt_user_encryption(context, crypt), 32);
-        writeBytes(writer, "Perms", pdf_crypt_permissions_encryption(context, crypt), 16);
+        // The library knows it of encryptions that it makes itself only.
+        writer.appendName("Perms");
+        writer.appendString(encryptionString(m_source, "Perms"));
     }
 }
 

@@ -172,7 +172,6 @@ void setPage(std::vector<StructureKid> &kids, int page)
 bool readStructureElement(SyntaxScanner &scanner, StructureSource &result)
 {
     result = {};
-    int page = 0;
     bool hasKids = false;
     const bool isRead = takeEntries(scanner, [&](std::string_view key, std::size_t begin) {
         if (key == "K") {
@@ -185,7 +184,7 @@ bool readStructureElement(SyntaxScanner &scanner, StructureSource &result)
             return takeReference(scanner, result.parent);
         }
         if (key == "Pg") {
-            return takeReference(scanner, page);
+            return takeReference(scanner, result.page);
         }
         result.isElement = result.isElement || key == "S";
         if (!scanner.skipValue(1)) {
@@ -197,7 +196,7 @@ bool readStructureElement(SyntaxScanner &scanner, StructureSource &result)
         return true;
     });
     result.entries += '\n'; // what ends a name or a number
-    setPage(result.kids, page);
+    setPage(result.kids, result.page);
     return isRead;
 }
 

@@ -29,6 +29,7 @@ struct StructureKid
 struct StructureSource
 {
     int parent = 0;      ///< object number, 0: none
+    int page = 0;        ///< object number of the page of marks that name none, 0: not said
     std::string entries; ///< those that are copied as they stand: "/S/P/Alt(text)\n"
     std::vector<StructureKid> kids;
     std::vector<std::string> inlined; ///< dictionaries of elements that stand in the list itself

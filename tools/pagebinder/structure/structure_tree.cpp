@@ -183,7 +183,7 @@ void StructureTree::resolveKids(int index)
     std::vector<StructureKid> &kids = element(index).source.kids;
     for (StructureKid &kid : kids) {
         if (kid.kind == Kind::element && find(kid.value) == none) {
-            const StructureSource referred = readReferred(kid);
+            const StructureSource referred = readReferred(kid, element(index).source.page);
             const bool isMark = referred.kids.size() == 1 && referred.inlined.empty();
             kid = isMark ? referred.kids.front() : StructureKid();
         }
@@ -198,18 +198,19 @@ bool StructureTree::takeListElsewhere(int index)
         find(source.kids.front().value) != none) {
         return false;
     }
-    StructureSource referred = readReferred(source.kids.front());
+    StructureSource referred = readReferred(source.kids.front(), source.page);
     source.kids = std::move(referred.kids);
     source.inlined = std::move(referred.inlined);
     take(index);
     return true;
 }
 
-StructureSource StructureTree::readReferred(const StructureKid &kid)
+/// @param page that of the element with the list
+StructureSource StructureTree::readReferred(const StructureKid &kid, int page)
 {
     StructureSource referred;
     const bool isRead = m_texts.read(kid.value, [&](SyntaxScanner &scanner) {
-        return readReferredKids(scanner, kid.page, referred);
+        return readReferredKids(scanner, page, referred);
     });
     return isRead ? referred : StructureSource();
 }

@@ -102,7 +102,7 @@ private:
     void take(int index);
     int parentOf(const Element &element);
     bool takeListElsewhere(int index);
-    StructureSource readReferred(const StructureKid &kid);
+    StructureSource readReferred(const StructureKid &kid, int page);
     int positionIn(int parent, int number);
     int kidElement(int index, int position);
     void hang(int index, int parent, int position);

@@ -143,7 +143,7 @@ void OutputFolder::removeMatching(dev_t device, ino_t inode)
         refuseSpecialFile(pathOf(name));
         if (unlinkat(m_descriptor, name.c_str(), 0) != 0 && errno != ENOENT) {
             throw ToolError(pathOf(name),
-                            std::string("is left from before and cannot be removed: ") +
+                            std::string("is left from an earlier export and cannot be removed: ") +
                                 std::strerror(errno));
         }
     }
@@ -165,7 +165,7 @@ void OutputFolder::write(int number, const char *name, std::string_view content)
     const int file =
         openat(m_descriptor, name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, ownerOnly);
     if (file < 0) {
-        throw ToolError(pathOf(name), std::string("cannot be made: ") + std::strerror(errno));
+        throw ToolError(pathOf(name), std::string("cannot be created: ") + std::strerror(errno));
     }
     const bool written = writeAll(file, content);
     const int writeError = errno;
@@ -185,7 +185,7 @@ void OutputFolder::publishIndex() const
 {
     if (renameat(m_descriptor, m_names->unfinishedIndex(), m_descriptor, m_names->index()) != 0) {
         throw ToolError(pathOf(m_indexName),
-                        std::string("cannot be made: ") + std::strerror(errno));
+                        std::string("cannot be created: ") + std::strerror(errno));
     }
     forgetExport();
 }
