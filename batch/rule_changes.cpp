@@ -42,7 +42,7 @@ QString targetFault(const QString &target, const QString &settings)
     if (info.exists() && info.canonicalFilePath() == QFileInfo(settings).canonicalFilePath()) {
         return QStringLiteral("these are the settings that hold the rules: ") + target;
     }
-    return info.exists() && !info.isFile() ? QStringLiteral("this is no regular file: ") + target
+    return info.exists() && !info.isFile() ? QStringLiteral("this is not a regular file: ") + target
                                            : QString();
 }
 
