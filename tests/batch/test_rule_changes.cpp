@@ -90,7 +90,7 @@ void TestRuleChanges::anItemThatIsMissingOrDoubleIsNoRule()
     const RunnerResult twice = change(words + QStringList{"Statement"});
     QCOMPARE(twice.exitCode, 1);
     QCOMPARE(twice.errors, "quorlin-batch: " + bench->path(file) +
-                               ": the text stands at several places: 20,30 and 100,50 (choose one "
+                               ": the text occurs at several places: 20,30 and 100,50 (choose one "
                                "with --position)\n");
     QCOMPARE(bench->read("rules.ini"), before);
 }
@@ -168,7 +168,7 @@ void TestRuleChanges::anExportReplacesNothingButRules()
     for (const char *name : {"rules.ini", "link.ini"}) {
         const RunnerResult onto = change({"--export-rules", QLatin1String(name)});
         QCOMPARE(onto.exitCode, 2);
-        QCOMPARE(onto.errors, "quorlin-batch: these are the settings that hold the rules: " +
+        QCOMPARE(onto.errors, "quorlin-batch: this is the settings file with the rules: " +
                                   bench->path(QLatin1String(name)) + "\n");
         QCOMPARE(bench->read("rules.ini"), before);
     }
@@ -177,7 +177,7 @@ void TestRuleChanges::anExportReplacesNothingButRules()
     for (const QString &target : {pipe, bench->path("in")}) {
         const RunnerResult refused = change({"--export-rules", target});
         QCOMPARE(refused.exitCode, 2);
-        QCOMPARE(refused.errors, "quorlin-batch: this is no regular file: " + target + "\n");
+        QCOMPARE(refused.errors, "quorlin-batch: this is not a regular file: " + target + "\n");
         QVERIFY(!QFileInfo(target).isFile());
     }
 }

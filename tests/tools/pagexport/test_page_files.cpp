@@ -182,7 +182,7 @@ void TestPageFiles::wrongUsageIsStatusTwo_data()
     row("nothing", {}, "-htmlformat is missing");
     row("no format", {"in.pdf", "page.xml"}, "-htmlformat is missing");
     row("two formats", {"-items", "-htmlformat", "in.pdf"},
-        "only one of -htmlformat and -items can be done at once");
+        "only one of -htmlformat and -items can be used at once");
     row("no output", {"-htmlformat", "in.pdf"}, "the input or the output file is missing");
     row("no input", {"-items"}, "the input file is missing");
     row("two inputs", {"-items", "a", "b"}, "more than one file is given");
