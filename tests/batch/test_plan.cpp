@@ -112,9 +112,8 @@ void TestPlan::sharedOutputFoldersAreWarnedOf()
     QCOMPARE(sharedFolderWarnings({"/a/x.pdf", "/a/y.pdf"}, "/out"), QStringList());
     const QStringList warnings =
         sharedFolderWarnings({"/a/x.pdf", "/b/x.v2.pdf", "/a/y.pdf"}, "/out");
-    QCOMPARE(warnings,
-             QStringList{"2 files share the output folder /out/x (--flat keeps the outputs of "
-                         "all): /a/x.pdf, /b/x.v2.pdf"});
+    QCOMPARE(warnings, QStringList{"2 files share the output folder /out/x (--flat keeps the "
+                                   "outputs of all): /a/x.pdf, /b/x.v2.pdf"});
 }
 
 void TestPlan::theOutputFolderMustBeThere()

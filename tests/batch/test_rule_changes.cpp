@@ -174,7 +174,7 @@ void TestRuleChanges::anExportReplacesNothingButRules()
     for (const char *name : {"rules.ini", "link.ini"}) {
         const RunnerResult onto = change({"--export-rules", QLatin1String(name)});
         QCOMPARE(onto.exitCode, 2);
-        QCOMPARE(onto.errors, "quorlin-batch: these are the settings that hold the rules: " +
+        QCOMPARE(onto.errors, "quorlin-batch: this is the settings file with the rules: " +
                                   bench->path(QLatin1String(name)) + "\n");
         QCOMPARE(bench->read("rules.ini"), before);
     }
