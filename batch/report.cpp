@@ -182,7 +182,7 @@ QString Report::begin()
     bool isOpen = false;
     // A pipe or a device would be replaced by the report.
     if (const QFileInfo info(path); info.exists() && !info.isFile()) {
-        return path + QStringLiteral(": the report could not be written: it is no regular file");
+        return path + QStringLiteral(": the report could not be written: it is not a regular file");
     }
     if (path == QLatin1String("-")) {
         auto output = std::make_unique<QFile>();

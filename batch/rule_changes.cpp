@@ -40,9 +40,9 @@ QString targetFault(const QString &target, const QString &settings)
 {
     const QFileInfo info(target);
     if (info.exists() && info.canonicalFilePath() == QFileInfo(settings).canonicalFilePath()) {
-        return QStringLiteral("these are the settings that hold the rules: ") + target;
+        return QStringLiteral("this is the settings file with the rules: ") + target;
     }
-    return info.exists() && !info.isFile() ? QStringLiteral("this is no regular file: ") + target
+    return info.exists() && !info.isFile() ? QStringLiteral("this is not a regular file: ") + target
                                            : QString();
 }
 

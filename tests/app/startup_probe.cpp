@@ -1,6 +1,6 @@
 // Starts as the program does, sends the messages given as arguments ("warning=abc"), reads the
-// pictures given as arguments ("picture=FILE") and tells what start-up left behind on standard
-// output.
+// pictures given as arguments ("picture=FILE"), sends one before there is an application ("early")
+// and tells what start-up left behind on standard output.
 #include "app/startup.h"
 
 #include <QCoreApplication>
@@ -13,9 +13,16 @@
 
 #include "common/folders.h"
 
+#include <cstring>
+
 int main(int argc, char *argv[])
 {
     quorlin::installMessageLog();
+    for (int index = 1; index < argc; ++index) {
+        if (std::strcmp(argv[index], "early") == 0) {
+            qWarning("before the application");
+        }
+    }
     QCoreApplication application(argc, argv);
     quorlin::prepareApplication();
     QTextStream out(stdout);
@@ -45,5 +52,6 @@ int main(int argc, char *argv[])
             qFatal("%s", text.constData());
         }
     }
+    out << "identity=" << qgetenv("QUORLIN_INPUT_IDENTITY") << "\n";
     return 0;
 }

@@ -43,6 +43,8 @@ private slots:
     void withoutDataFolderNothingIsWritten();
     void anUnopenableLogDropsTheMessages();
     void aFatalMessageAbortsWithoutALine();
+    void aMessageBeforeTheApplicationIsDropped();
+    void theInputOfTheCallerIsForgotten();
     void theProgramShowsItsWindowAndLogs();
     void aSignalLeavesNothingBehind_data();
     void aSignalLeavesNothingBehind();
@@ -207,6 +209,22 @@ void TestStartup::aFatalMessageAbortsWithoutALine()
     QCOMPARE(result.status, SIGABRT);
     QCOMPARE(linesOf(logPath(QStringLiteral("startup_probe"))).last(),
              QStringLiteral("Warning: before"));
+}
+
+void TestStartup::aMessageBeforeTheApplicationIsDropped()
+{
+    QCOMPARE(run({QStringLiteral("early")}).status, 0);
+    QCOMPARE(QDir(data->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name),
+             QStringList({QStringLiteral("quorlin-cleaver"), QStringLiteral("startup_probe")}));
+    QCOMPARE(linesOf(logPath(QStringLiteral("startup_probe"))).size(), 1);
+}
+
+void TestStartup::theInputOfTheCallerIsForgotten()
+{
+    qputenv("QUORLIN_INPUT_IDENTITY", "1:2:3:4.000000005");
+    const Run result = run({});
+    qunsetenv("QUORLIN_INPUT_IDENTITY");
+    QVERIFY(result.output.contains(QStringLiteral("identity=")));
 }
 
 void TestStartup::theProgramShowsItsWindowAndLogs()

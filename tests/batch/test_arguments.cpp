@@ -158,15 +158,17 @@ void TestArguments::faultsAreNamed_data()
     QTest::newRow("items of two files") << words("--list-items a.pdf b.pdf") << "one file";
     QTest::newRow("rules of a file") << words("--list-rules a.pdf") << "no file";
     QTest::newRow("an option of another mode")
-        << words("--list-rules --method 2") << "--method does not go with --list-rules";
+        << words("--list-rules --method 2") << "--method cannot be used with --list-rules";
     QTest::newRow("an unfinished pattern")
         << words("--match ( --rule R --output o a.pdf") << "--match: missing closing parenthesis";
-    QTest::newRow("a tolerance of a region") << words("--region 1,2,3,4 --tolerance 5 --output o a")
-                                             << "--tolerance goes with --rule and --position only";
-    QTest::newRow("a tolerance of a label") << words("--after No. --tolerance 5 --output o a.pdf")
-                                            << "--tolerance goes with --rule and --position only";
+    QTest::newRow("a tolerance of a region")
+        << words("--region 1,2,3,4 --tolerance 5 --output o a")
+        << "--tolerance can only be used with --rule or --position";
+    QTest::newRow("a tolerance of a label")
+        << words("--after No. --tolerance 5 --output o a.pdf")
+        << "--tolerance can only be used with --rule or --position";
     QTest::newRow("zeros without a list")
-        << words("--rule R --output o a.pdf --null") << "--null goes with --files-from only";
+        << words("--rule R --output o a.pdf --null") << "--null can only be used with --files-from";
     QTest::newRow("a rule from a position and an item")
         << words("--save-rule R --position 1,2 --from a.pdf --text T")
         << "--save-rule takes either";
@@ -213,14 +215,14 @@ void TestArguments::faultsAreSaidInFull_data()
                            "{pages}, {first}, {last} and {count}");
     row("--existing keep", "--existing takes replace, skip or fail");
     row("--report r.txt", "--report takes a file whose name ends in .json or .csv, or \"-\"");
-    row("--json", "--json does not go with a split");
-    row("--list-rules --flat", "--flat does not go with --list-rules");
+    row("--json", "--json cannot be used with a split");
+    row("--list-rules --flat", "--flat cannot be used with --list-rules");
     row("--output o a.pdf", "give either --rule NAME, --position LEFT,TOP, --region "
                             "LEFT,TOP,WIDTH,HEIGHT or --after LABEL");
     row("--after A --tolerance 1 --output o a.pdf",
-        "--tolerance goes with --rule and --position only");
+        "--tolerance can only be used with --rule or --position");
     row("--rule R a.pdf", "give the output folder: --output DIR");
-    row("--rule R --output o --null a.pdf", "--null goes with --files-from only");
+    row("--rule R --output o --null a.pdf", "--null can only be used with --files-from");
     row("--rule R --output o", "give the files to split");
     row("--rule R --output o --files-from - --password-file -",
         "--files-from and --password-file cannot both read standard input");

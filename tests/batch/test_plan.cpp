@@ -73,7 +73,7 @@ void TestPlan::whatIsNoFileIsRefused()
     QCOMPARE(refusalOf(folder.path()),
              "it is a folder (name its files, for example with \"find FOLDER -name '*.pdf' | "
              "quorlin-batch --files-from -\")");
-    QCOMPARE(refusalOf(pipe), "it is no regular file");
+    QCOMPARE(refusalOf(pipe), "it is not a regular file");
     QCOMPARE(refusalOf(good), QString());
 }
 
@@ -103,7 +103,8 @@ void TestPlan::aFileNamedTwiceIsSplitOnce()
     arguments.files = QStringList{"one.pdf", "./one.pdf"};
     const RunPlan plan = planRun(arguments, folder.path());
     QCOMPARE(plan.files, QStringList{folder.filePath("one.pdf")});
-    QCOMPARE(plan.warnings, QStringList{folder.filePath("one.pdf") + ": named twice, split once"});
+    QCOMPARE(plan.warnings,
+             QStringList{folder.filePath("one.pdf") + ": listed twice, but split only once"});
 }
 
 void TestPlan::sharedOutputFoldersAreWarnedOf()
@@ -111,8 +112,8 @@ void TestPlan::sharedOutputFoldersAreWarnedOf()
     QCOMPARE(sharedFolderWarnings({"/a/x.pdf", "/a/y.pdf"}, "/out"), QStringList());
     const QStringList warnings =
         sharedFolderWarnings({"/a/x.pdf", "/b/x.v2.pdf", "/a/y.pdf"}, "/out");
-    QCOMPARE(warnings,
-             QStringList{"2 files share the output folder /out/x: /a/x.pdf, /b/x.v2.pdf"});
+    QCOMPARE(warnings, QStringList{"2 files share the output folder /out/x (--flat keeps the "
+                                   "outputs of all): /a/x.pdf, /b/x.v2.pdf"});
 }
 
 void TestPlan::theOutputFolderMustBeThere()

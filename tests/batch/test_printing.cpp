@@ -60,13 +60,13 @@ void TestPrinting::reasonsComeWithAdvice_data()
     row("needs a password", " (give it with --password-file FILE)");
     row("needs a password that was not given",
         " (add its password to the file behind --password-file)");
-    row("cannot be read as PDF", " (see whether a PDF viewer opens it)");
-    row("is too damaged", " (see whether a PDF viewer opens it and can save it anew)");
-    row("it is empty", " (see whether it was copied to its end)");
+    row("cannot be read as PDF", " (check whether a PDF viewer can open it)");
+    row("is too damaged", " (try to open it in a PDF viewer and to save it again)");
+    row("it is empty", " (check whether it was copied completely)");
     row("it changed while it was split; its outputs were removed",
         " (split it again once it is complete)");
-    row("a tool made no progress and was ended", " (give it longer with --timeout SECONDS)");
-    row("the page took too long", " (give it longer with --timeout SECONDS)");
+    row("a tool made no progress and was ended", " (allow more time with --timeout SECONDS)");
+    row("the page took too long", " (allow more time with --timeout SECONDS)");
     row("there is no such file", "");
     row("the output needs a password", "");
 }

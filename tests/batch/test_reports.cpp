@@ -277,7 +277,7 @@ void TestReports::aPipeIsNotReplacedByAReport()
     const RunnerResult refused = bench->split({bench->input("a.pdf", "A\n"), "--report", "r.csv"});
     QCOMPARE(refused.exitCode, 2);
     QCOMPARE(refused.errors, "quorlin-batch: " + pipe +
-                                 ": the report could not be written: it is no regular file\n");
+                                 ": the report could not be written: it is not a regular file\n");
     QVERIFY(bench->outputs().isEmpty());
     QVERIFY(!QFileInfo(pipe).isFile());
 }

@@ -9,6 +9,9 @@
 
 #include <memory>
 
+#include <csignal>
+
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 /// Rules made and changed by the runner, in a settings file that the window uses, too.
@@ -32,6 +35,8 @@ private slots:
     void brokenRulesAreNotImported();
     void theOtherSettingsStayAsTheyAre();
     void settingsThatCannotBeWrittenAreAnError();
+    void aFullDiskKeepsTheSettings_data();
+    void aFullDiskKeepsTheSettings();
     void usageFaultsExitWithTwo_data();
     void usageFaultsExitWithTwo();
 
@@ -90,7 +95,7 @@ void TestRuleChanges::anItemThatIsMissingOrDoubleIsNoRule()
     const RunnerResult twice = change(words + QStringList{"Statement"});
     QCOMPARE(twice.exitCode, 1);
     QCOMPARE(twice.errors, "quorlin-batch: " + bench->path(file) +
-                               ": the text stands at several places: 20,30 and 100,50 (choose one "
+                               ": the text occurs at several places: 20,30 and 100,50 (choose one "
                                "with --position)\n");
     QCOMPARE(bench->read("rules.ini"), before);
 }
@@ -130,6 +135,7 @@ void TestRuleChanges::aRuleIsRemoved()
 {
     QCOMPARE(change({"--remove-rule", "Account"}).exitCode, 0);
     QCOMPARE(rules(), QString());
+    QVERIFY(!bench->read("rules.ini").contains("Account")); // nor is it the current one
     const RunnerResult again = change({"--remove-rule", "Account"});
     QCOMPARE(again.exitCode, 2);
     QCOMPARE(again.errors,
@@ -168,7 +174,7 @@ void TestRuleChanges::anExportReplacesNothingButRules()
     for (const char *name : {"rules.ini", "link.ini"}) {
         const RunnerResult onto = change({"--export-rules", QLatin1String(name)});
         QCOMPARE(onto.exitCode, 2);
-        QCOMPARE(onto.errors, "quorlin-batch: these are the settings that hold the rules: " +
+        QCOMPARE(onto.errors, "quorlin-batch: this is the settings file with the rules: " +
                                   bench->path(QLatin1String(name)) + "\n");
         QCOMPARE(bench->read("rules.ini"), before);
     }
@@ -177,7 +183,7 @@ void TestRuleChanges::anExportReplacesNothingButRules()
     for (const QString &target : {pipe, bench->path("in")}) {
         const RunnerResult refused = change({"--export-rules", target});
         QCOMPARE(refused.exitCode, 2);
-        QCOMPARE(refused.errors, "quorlin-batch: this is no regular file: " + target + "\n");
+        QCOMPARE(refused.errors, "quorlin-batch: this is not a regular file: " + target + "\n");
         QVERIFY(!QFileInfo(target).isFile());
     }
 }
@@ -232,6 +238,36 @@ void TestRuleChanges::settingsThatCannotBeWrittenAreAnError()
     QCOMPARE(result.exitCode, 2);
     QCOMPARE(result.errors, "quorlin-batch: the settings cannot be written: " +
                                 bench->path("none/rules.ini") + "\n");
+}
+
+void TestRuleChanges::aFullDiskKeepsTheSettings_data()
+{
+    QTest::addColumn<QStringList>("words");
+    QTest::newRow("saving") << QStringList{"--save-rule", "New", "--position", "7,9"};
+    QTest::newRow("removing") << QStringList{"--remove-rule", "Account"};
+    QTest::newRow("renaming") << QStringList{"--rename-rule", "Account", "New"};
+    QTest::newRow("importing") << QStringList{"--import-rules", "more.ini"};
+}
+
+void TestRuleChanges::aFullDiskKeepsTheSettings()
+{
+    QFETCH(QStringList, words);
+    bench->write("more.ini", "[orbi]\nNew=1\n[New]\nxpos=7\nypos=9\n");
+    const QByteArray before = bench->read("rules.ini");
+    QProcess process; // a limit on file sizes fails a write as a full disk does
+    process.setChildProcessModifier([] {
+        const rlimit limit{0, 0};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        std::signal(SIGXFSZ, SIG_IGN);
+    });
+    prepareRunner(process, words + QStringList{"--settings", "rules.ini"}, bench->path(),
+                  bench->path("tmp"));
+    process.start();
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 2);
+    QCOMPARE(QString::fromUtf8(process.readAllStandardError()),
+             "quorlin-batch: the settings cannot be written: " + bench->path("rules.ini") + "\n");
+    QCOMPARE(bench->read("rules.ini"), before);
 }
 
 void TestRuleChanges::usageFaultsExitWithTwo_data()

@@ -682,8 +682,9 @@ void TestRunner::aPageThatIsNotThereIsAnError()
     const RunnerResult late =
         run({"--list-items", input("hangexport.pdf", "A\n"), "--timeout", "1", "--tools", "tools"});
     QCOMPARE(late.exitCode, 1);
-    QCOMPARE(late.errors, "quorlin-batch: " + root->filePath("in/hangexport.pdf") +
-                              ": the page took too long (give it longer with --timeout SECONDS)\n");
+    QCOMPARE(late.errors,
+             "quorlin-batch: " + root->filePath("in/hangexport.pdf") +
+                 ": the page took too long (allow more time with --timeout SECONDS)\n");
 }
 
 void TestRunner::itemsOfAPartOfAPageAreToldApart()

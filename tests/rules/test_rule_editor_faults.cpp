@@ -1,3 +1,4 @@
+#include "common/stop_signals.h"
 #include "editor_scene.h"
 #include "tests/support/quiet.h"
 #include "tests/support/room.h"
@@ -9,6 +10,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <csignal>
 #include <functional>
 
 namespace {
@@ -38,6 +40,7 @@ private slots:
     void failingExportKeepsPictureAndFramesTogether();
     void missingToolShowsNothing();
     void slowExportIsNeitherAwaitedNorKilled();
+    void aHeldExportEndsWithTheProgram();
     void moreThanTenThousandLinesAreCut();
     void numbersBeyondThePictureAreHarmless();
     void extremeZoomKeepsTheLastPicture();
@@ -274,6 +277,28 @@ void TestRuleEditorFaults::slowExportIsNeitherAwaitedNorKilled()
     QTRY_COMPARE(scene.frameRects(), (QList<QRect>{{375, 50, 100, 12}}));
     // Its end is noticed, so that nothing of it is left behind.
     QTRY_VERIFY(!hasChildProcesses());
+}
+
+void TestRuleEditorFaults::aHeldExportEndsWithTheProgram()
+{
+    EditorScene scene;
+    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(2, sheet, oneItem, Qt::cyan);
+    scene.storeDocument(2);
+    scene.openWithFrames(2);
+    scene.editor().setExportLimit(3000);
+    scene.holdExports();
+    int signalled = 0;
+    {
+        const quorlin::StopSignals stop([&signalled](int signal) { signalled = signal; });
+        QCOMPARE(std::raise(SIGUSR1), 0);
+        scene.click("pushButton_up");
+        QVERIFY(!hasChildProcesses());
+        QTRY_COMPARE(signalled, SIGUSR1);
+    }
+    const quorlin::StopSignals forgetful([](int) {}); // nobody is asked to end any more
+    QVERIFY(!quorlin::StopSignals::isAsked());
+    scene.releaseExports();
 }
 
 void TestRuleEditorFaults::moreThanTenThousandLinesAreCut()

@@ -2,6 +2,7 @@
 #include "tests/support/quiet.h"
 #include "tests/support/room.h"
 
+#include <QApplication>
 #include <QCursor>
 #include <QDir>
 #include <QFile>
@@ -70,6 +71,7 @@ private slots:
     void wheelAboveTheFrameZooms();
     void wheelOverThePictureOnlyScrolls();
     void touchpadGesturesDoNotZoomByTheirEdges();
+    void zoomingTakesTheFocusOffAFrame();
     void scratchFolderMayHoldAnyCharacter();
 };
 
@@ -537,6 +539,23 @@ void TestRuleEditorPreview::touchpadGesturesDoNotZoomByTheirEdges()
     turnWheel(toolRow, middle, QPoint(0, 30), Qt::ScrollUpdate);
     turnWheel(toolRow, middle, QPoint(), Qt::ScrollEnd);
     QCOMPARE(scene.pictureSize(), QSize(500, 625));
+    // Some announce a gesture together with its first movement.
+    turnWheel(toolRow, middle, QPoint(0, -30), Qt::ScrollBegin);
+    QCOMPARE(scene.pictureSize(), sheet);
+}
+
+void TestRuleEditorPreview::zoomingTakesTheFocusOffAFrame()
+{
+    EditorScene scene;
+    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.storeDocument(1);
+    scene.openWithFrames(2);
+    scene.editor().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&scene.editor()));
+    scene.frames().at(0)->setFocus();
+    QVERIFY(scene.frames().at(0)->hasFocus());
+    scene.editor().setZoomout();
+    QCOMPARE(QApplication::focusWidget(), scene.find<QWidget>("scrollArea"));
 }
 
 void TestRuleEditorPreview::scratchFolderMayHoldAnyCharacter()

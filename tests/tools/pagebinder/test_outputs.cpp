@@ -201,12 +201,12 @@ void PageBinderOutputsTest::everyComplaintIsOneLine_data()
     row("", 2, "no input file (--help shows the usage)");
     row("IN", 2, "one of -getinfo, -merge and -split is needed (--help shows the usage)");
     row("IN -merge x -outfile OUT", 2,
-        "\"x\" is no page or range of pages (--help shows the usage)");
+        "\"x\" is not a page or range of pages (--help shows the usage)");
     row("IN -merge -outfile OUT", 2, "-merge needs the pages (--help shows the usage)");
     row("IN -getinfo", 2, "-outfile is needed (--help shows the usage)");
     row("IN -getinfo -outfile", 2, "-outfile needs a file (--help shows the usage)");
     row("IN -getinfo -merge 1 -outfile OUT", 2,
-        "only one of -getinfo, -merge and -split can be done at once (--help shows the usage)");
+        "only one of -getinfo, -merge and -split can be used at once (--help shows the usage)");
     row("IN -getinfo -outfile OUT -outfile OUT", 2,
         "-outfile is given twice (--help shows the usage)");
     row("IN -split LIST -outfile OUT", 2,

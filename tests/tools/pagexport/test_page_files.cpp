@@ -182,7 +182,7 @@ void TestPageFiles::wrongUsageIsStatusTwo_data()
     row("nothing", {}, "-htmlformat is missing");
     row("no format", {"in.pdf", "page.xml"}, "-htmlformat is missing");
     row("two formats", {"-items", "-htmlformat", "in.pdf"},
-        "only one of -htmlformat and -items can be done at once");
+        "only one of -htmlformat and -items can be used at once");
     row("no output", {"-htmlformat", "in.pdf"}, "the input or the output file is missing");
     row("no input", {"-items"}, "the input file is missing");
     row("two inputs", {"-items", "a", "b"}, "more than one file is given");
@@ -279,7 +279,8 @@ void TestPageFiles::aPageOfAnEarlierExportThatCannotBeRemovedIsAnError()
     QCOMPARE(::mount("tmpfs", disk.constData(), "tmpfs", MS_REMOUNT | MS_RDONLY, nullptr), 0);
     const QString input = run.save(pagesOf(1));
     QCOMPARE(run.call({"-htmlformat", "--", input, folder + "/page.xml"}), 1);
-    QVERIFY2(run.errors().contains("page_pg_0007.htm: is left from before and cannot be removed"),
+    QVERIFY2(run.errors().contains(
+                 "page_pg_0007.htm: is left from an earlier export and cannot be removed"),
              run.errors().constData());
 #else
     QSKIP("a disk is mounted in the way of Linux");
