@@ -188,9 +188,11 @@ void removeOutputs(QList<OutputResult> &outputs)
     inspectOutputs(outputs);
     for (OutputResult &output : outputs) {
         if (wasWritten(output)) {
-            QFile::remove(output.path);
+            const bool isGone = QFile::remove(output.path) || !QFile::exists(output.path);
             output.state = OutputResult::State::Failed;
-            output.reason = QStringLiteral("removed because the input changed");
+            output.reason =
+                isGone ? QStringLiteral("removed because the input changed")
+                       : QStringLiteral("the input changed, but the output could not be removed");
         }
     }
 }

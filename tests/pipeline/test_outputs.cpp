@@ -8,6 +8,14 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <array>
+
+#ifdef __linux__
+#include <linux/capability.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+#endif
+
 using namespace quorlin;
 
 namespace {
@@ -19,6 +27,24 @@ OutputResult writtenOutput(const QString &path, qint64 bytes = 3)
     output.bytes = bytes;
     output.state = OutputResult::State::Written;
     return output;
+}
+
+/// Whether root may go beyond the permissions of files; others never do. @returns success
+bool usePrivileges([[maybe_unused]] bool areUsed)
+{
+#ifdef __linux__
+    __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
+    std::array<__user_cap_data_struct, _LINUX_CAPABILITY_U32S_3> sets{};
+    if (::syscall(SYS_capget, &header, sets.data()) != 0) {
+        return false;
+    }
+    for (__user_cap_data_struct &set : sets) {
+        set.effective = areUsed ? set.permitted : 0;
+    }
+    return ::syscall(SYS_capset, &header, sets.data()) == 0;
+#else
+    return true;
+#endif
 }
 
 void writeFile(const QString &path, const QByteArray &bytes = "abc")
@@ -70,6 +96,7 @@ private slots:
     void anOutputMustBeThereAsItWasWritten();
     void anOutputThatAnotherOneReplacedIsNoted();
     void onlyOutputsOfThisRunAreRemoved();
+    void anOutputThatCannotBeRemovedSaysSo();
     void namesThatADiskMayConfuseShareAFolder();
     void anotherProcessPaysForManyOutputsOnly();
 };
@@ -276,6 +303,23 @@ void TestOutputs::onlyOutputsOfThisRunAreRemoved()
     QVERIFY(!QFile::exists(outputs.at(0).path));
     QVERIFY(QFile::exists(outputs.at(1).path));
     QVERIFY(QFile::exists(outputs.at(2).path));
+}
+
+void TestOutputs::anOutputThatCannotBeRemovedSaysSo()
+{
+    QTemporaryDir folder;
+    QList<OutputResult> outputs = {writtenOutput(folder.filePath("written"))};
+    writeFile(outputs.at(0).path);
+    QVERIFY(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner));
+    QVERIFY(usePrivileges(false));
+    removeOutputs(outputs);
+    QVERIFY(usePrivileges(true));
+    QVERIFY(QFile::setPermissions(folder.path(),
+                                  QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    QVERIFY(QFile::exists(outputs.at(0).path));
+    QCOMPARE(outputs.at(0).state, OutputResult::State::Failed);
+    QCOMPARE(outputs.at(0).reason,
+             QStringLiteral("the input changed, but the output could not be removed"));
 }
 
 void TestOutputs::namesThatADiskMayConfuseShareAFolder()
