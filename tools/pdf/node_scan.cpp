@@ -15,11 +15,16 @@ public:
     NodeReader(std::string_view bytes, bool wantsKids) : m_scanner(bytes), m_wantsKids(wantsKids) {}
 
     bool readHeader(int number) { return takeHeader(m_scanner, number); }
-    bool readDictionary()
+    /// A glance is enough in the file, where "endobj" follows and odd syntax is mended.
+    bool glanceAtDictionary()
     {
         return m_scanner.skipBlanks() &&
-               ((!m_wantsKids && m_scanner.skipDictionaryWithoutKids()) ||
-                (m_scanner.takeByte('<') && m_scanner.takeByte('<') && readEntries()));
+               ((!m_wantsKids && m_scanner.skipDictionaryWithoutKids()) || readDictionary());
+    }
+    bool readDictionary()
+    {
+        return m_scanner.skipBlanks() && m_scanner.takeByte('<') && m_scanner.takeByte('<') &&
+               readEntries();
     }
     bool readEnd() { return m_scanner.skipBlanks() && m_scanner.takeWord("endobj"); }
 
@@ -105,7 +110,8 @@ bool NodeReader::readKids()
 NodeScan scanObject(std::string_view bytes, int number, bool wantsKids)
 {
     NodeReader reader(bytes, wantsKids);
-    return reader.result(reader.readHeader(number) && reader.readDictionary() && reader.readEnd());
+    return reader.result(reader.readHeader(number) && reader.glanceAtDictionary() &&
+                         reader.readEnd());
 }
 
 NodeScan scanDictionary(std::string_view bytes, bool wantsKids)

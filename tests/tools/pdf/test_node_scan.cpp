@@ -161,6 +161,9 @@ void NodeScanTest::objectsOfStreamsHaveNoEnd()
     QCOMPARE(tools::scanDictionary(" <</Kids[7 0 R]>> 13", true).kids, std::vector<int>{7});
     QCOMPARE(tools::scanDictionary("<</Kids[7 0 R]", true).kind, NodeScan::Kind::cutOff);
     QCOMPARE(tools::scanDictionary("null", true).kind, NodeScan::Kind::unclear);
+    // Nothing mends these, so a glance is not enough.
+    QCOMPARE(tools::scanDictionary("<</MediaBox[0 0 8s >>", false).kind, NodeScan::Kind::unclear);
+    QCOMPARE(tools::scanDictionary("<</Type/Page/Contents>>", false).kind, NodeScan::Kind::unclear);
 }
 
 void NodeScanTest::headersNameTheirObject()
