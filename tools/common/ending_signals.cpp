@@ -1,5 +1,7 @@
 #include "tools/common/ending_signals.h"
 
+#include "tools/common/sanitizers.h"
+
 #include <array>
 #include <csignal>
 
@@ -51,7 +53,7 @@ void callBeforeEnding(void (*cleanUp)())
 {
     beforeEnding = cleanUp;
     handleEndingSignals(cleanUpAndEnd);
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#if !TOOLS_SANITIZED
     for (const int signal : faults) {
         handle(signal, cleanUpAndEnd, SA_ONSTACK);
     }
@@ -70,7 +72,7 @@ void endBySignal(int signal)
 
 void useSignalStack()
 {
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#if !TOOLS_SANITIZED
     thread_local std::array<char, 16384> room;
     stack_t stack{};
     stack.ss_sp = room.data();

@@ -1,5 +1,7 @@
 #include "tools/common/resource_limits.h"
 
+#include "tools/common/sanitizers.h"
+
 #include <sys/resource.h>
 
 namespace tools {
@@ -29,7 +31,7 @@ void applyResourceLimits(const ResourceLimits &limits)
     if (limits.fileBytes != 0) {
         lowerLimit(RLIMIT_FSIZE, limits.fileBytes);
     }
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#if !TOOLS_SANITIZED
     if (limits.addressSpaceBytes != 0) {
         lowerLimit(RLIMIT_AS, limits.addressSpaceBytes);
     }

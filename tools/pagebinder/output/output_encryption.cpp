@@ -46,6 +46,9 @@ bool OutputEncryption::isPossible()
 {
     fz_context *context = m_source.context();
     pdf_obj *encryption = dictionary();
+    if (!m_source.isDictionary(encryption)) {
+        return false; // a repair has not found it again
+    }
     if (pdf_to_int(context, m_source.get(encryption, PDF_NAME(V))) < 4) {
         return true;
     }

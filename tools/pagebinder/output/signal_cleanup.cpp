@@ -2,6 +2,7 @@
 
 #include "tools/common/ending_signals.h"
 #include "tools/common/printable.h"
+#include "tools/common/sanitizers.h"
 #include "tools/common/tool_error.h"
 
 #include <fcntl.h>
@@ -123,7 +124,7 @@ void removeHiddenFileOnSignals(const std::string &input)
     fillLine(overflowLine, input, ": its objects are nested too deeply\n");
     handleEndingSignals(removeAndEnd);
     std::signal(SIGXFSZ, SIG_IGN);
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#if !TOOLS_SANITIZED
     handleFaults();
 #endif
 }
