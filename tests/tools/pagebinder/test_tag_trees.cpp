@@ -8,22 +8,6 @@
 
 #include <QtTest>
 
-namespace {
-
-QList<int> pagesOf(const QString &ranges)
-{
-    QList<int> pages;
-    for (const QString &range : ranges.split(' ')) {
-        const QStringList ends = range.split('-');
-        for (int page = ends.first().toInt(); page <= ends.last().toInt(); ++page) {
-            pages << page;
-        }
-    }
-    return pages;
-}
-
-} // namespace
-
 class TestTagTrees : public QObject
 {
     Q_OBJECT

@@ -47,18 +47,6 @@ QStringList rangesOf(int pages)
             QStringLiteral("%1-%2 1").arg(middle).arg(qMin(pages, middle + 2))};
 }
 
-QList<int> pagesOf(const QString &ranges)
-{
-    QList<int> pages;
-    for (const QString &range : ranges.split(' ')) {
-        const QStringList ends = range.split('-');
-        for (int page = ends.first().toInt(); page <= ends.last().toInt(); ++page) {
-            pages << page;
-        }
-    }
-    return pages;
-}
-
 /// The text by its structure; the numbers of objects, which differ, are left out.
 QString structuredText(const QString &path)
 {

@@ -35,3 +35,15 @@ ToolRun merge(const QString &input, const QString &ranges, const QString &output
     return runBinder(QStringList{input, "-merge"} + ranges.split(' ', Qt::SkipEmptyParts) +
                      QStringList{"-outfile", output});
 }
+
+QList<int> pagesOf(const QString &ranges)
+{
+    QList<int> pages;
+    for (const QString &range : ranges.split(' ')) {
+        const QStringList ends = range.split('-');
+        for (int page = ends.first().toInt(); page <= ends.last().toInt(); ++page) {
+            pages << page;
+        }
+    }
+    return pages;
+}

@@ -24,5 +24,8 @@ ToolRun runBinder(const QStringList &arguments, const QByteArray &input = {},
 /// Merges @p ranges ("1-2 4") of @p input into @p output.
 ToolRun merge(const QString &input, const QString &ranges, const QString &output);
 
+/// The pages of @p ranges, one by one.
+QList<int> pagesOf(const QString &ranges);
+
 /// The path of the program.
 QString binderPath();
