@@ -8,6 +8,7 @@
 
 #include <sys/stat.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <new>
@@ -65,6 +66,24 @@ void tryExport(const fuzz::ScratchFile &scratch, bool firstPageOnly)
     }
 }
 
+/// The fuzzer's timer sends a signal that the tool would end by. What is ignored it leaves so.
+class IgnoredTimer
+{
+public:
+    IgnoredTimer()
+    {
+        struct sigaction ignored = {};
+        ignored.sa_handler = SIG_IGN;
+        sigaction(SIGALRM, &ignored, &m_former);
+    }
+    ~IgnoredTimer() { sigaction(SIGALRM, &m_former, nullptr); }
+    IgnoredTimer(const IgnoredTimer &) = delete;
+    IgnoredTimer &operator=(const IgnoredTimer &) = delete;
+
+private:
+    struct sigaction m_former = {};
+};
+
 } // namespace
 
 // The library keeps a reference to some pages for good (a program of three calls, open, load a
@@ -77,6 +96,7 @@ extern "C" int __lsan_is_turned_off() // NOLINT(bugprone-reserved-identifier)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     static const fuzz::ScratchFile scratch;
+    const IgnoredTimer ignored;
     scratch.write(data, size);
     tryExport(scratch, false);
     // Drawing is slow: a quarter of the files is enough for it.
