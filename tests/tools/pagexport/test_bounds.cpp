@@ -3,6 +3,7 @@
 
 #include "tests/support/room.h"
 #include "tests/tools/pagexport/export_run.h"
+#include "tests/tools/pagexport/hostile_glyph.h"
 #include "tools/pagexport/output/export_names.h"
 #include "tools/pagexport/pages/time_budget.h"
 #include "tools/pdf/memory_budget.h"
@@ -154,6 +155,7 @@ private slots:
     void slowPagesDrawOnACommonStore();
     void largerFilesHaveMoreTimeAndMemory();
     void namesSufficeForTheSmallestPages();
+    void glyphThatFillsTheMemoryGoesAlone();
 };
 
 void BoundsTest::smallFilesTakeLittle_data()
@@ -349,6 +351,22 @@ void BoundsTest::namesSufficeForTheSmallestPages()
     QCOMPARE(QByteArray(names.page(10'000)), QByteArray("split_pg_10000.htm"));
     QCOMPARE(QByteArray(names.picture(12'345)), QByteArray("split_pg_12345.png"));
     QCOMPARE(QByteArray(names.inputPath()), QByteArray("/in.pdf"));
+}
+
+void BoundsTest::glyphThatFillsTheMemoryGoesAlone()
+{
+    PdfBuilder pdf;
+    const std::string parts = "BT /F1 9 Tf (" + std::string(1000, 'x') +
+                              ") Tj ET BI/W 1024/H 1024/IM true/BPC 1 ID " +
+                              std::string(131072, 'x') + " EI";
+    addPagesWithGlyph(pdf, addEndlessForms(pdf, pdf.addStream(form("/Font<</F1 3 0 R>>"), parts)));
+    ExportRun run;
+    QCOMPARE(run.run(pdf), 0);
+    QCOMPARE(run.texts(1), good);
+    QCOMPARE(run.texts(2), QStringList{"a"});
+    QVERIFY2(run.errors().contains(" bytes) failed\n"), run.errors().constData());
+    QVERIFY2(!run.errors().contains("takes too long"), run.errors().constData());
+    QCOMPARE(run.texts(3), good);
 }
 
 QUORLIN_TEST(BoundsTest)

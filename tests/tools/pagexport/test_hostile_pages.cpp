@@ -1,59 +1,10 @@
 #include "tests/support/room.h"
 #include "tests/tools/pagexport/export_run.h"
+#include "tests/tools/pagexport/hostile_glyph.h"
 
 #include <QTest>
 
 using namespace quorlin::test;
-
-namespace {
-
-constexpr const char *goodText = "BT /F1 12 Tf 72 700 Td (Good page) Tj ET";
-const QStringList good{"Good page"};
-
-/// Three pages, the second of them bad.
-void addThreePages(PdfBuilder &pdf, const std::string &content, const PdfBuilder::Page &page)
-{
-    pdf.addPage(goodText);
-    pdf.addPage(content, page);
-    pdf.addPage(goodText);
-}
-
-std::string form(const std::string &resources)
-{
-    return "/Type/XObject/Subtype/Form/BBox[0 0 500 500]/Resources<<" + resources + ">>";
-}
-
-std::string reference(int object)
-{
-    return std::to_string(object) + " 0 R";
-}
-
-/// A form that draws another ten times over, and so on down to @p innermost: more work than any
-/// machine ends.
-int addNestedForms(PdfBuilder &pdf, int innermost)
-{
-    int inner = innermost;
-    for (int level = 0; level < 25; ++level) {
-        inner = pdf.addStream(form("/XObject<</X " + reference(inner) + ">>"),
-                              "/X Do /X Do /X Do /X Do /X Do /X Do /X Do /X Do /X Do /X Do");
-    }
-    return inner;
-}
-
-/// Three pages, the second of them with one glyph that draws @p form.
-void addPagesWithGlyph(PdfBuilder &pdf, int form)
-{
-    const int glyph = pdf.addStream({}, "500 0 0 0 500 500 d1 /X Do");
-    const int font = pdf.add(
-        "<</Type/Font/Subtype/Type3/FontBBox[0 0 500 500]/FontMatrix[.001 0 0 .001 0 0]"
-        "/FirstChar 97/LastChar 97/Widths[500]/Encoding<</Differences[97/a]>>/CharProcs<</a " +
-        reference(glyph) + ">>/Resources<</XObject<</X " + reference(form) + ">>>>>>");
-    PdfBuilder::Page page;
-    page.fonts = "/F9 " + reference(font);
-    addThreePages(pdf, "BT /F9 12 Tf 10 10 Td (a) Tj ET", page);
-}
-
-} // namespace
 
 /// Pages made to stop the export: none may cost another page its text, hang or crash the tool.
 class TestHostilePages : public QObject
@@ -66,7 +17,6 @@ private slots:
     void formsNestedVeryDeepEnd();
     void endlessContentIsCutOff();
     void endlessGlyphIsGivenUp();
-    void glyphThatFillsTheMemoryGoesAlone();
     void pageWithoutSenseGivesAnEmptyFile_data();
     void pageWithoutSenseGivesAnEmptyFile();
     void missingFontStillGivesText();
@@ -87,7 +37,7 @@ void TestHostilePages::formsNestedOverAndOverAreCutOff()
     PdfBuilder::Page page;
     const std::string content = "BT /F1 9 Tf (x) Tj ET 0 0 1 1 re f";
     const int innermost = pdf.addStream(form("/Font<</F1 3 0 R>>"), content);
-    page.resources = "/XObject<</X " + reference(addNestedForms(pdf, innermost)) + ">>";
+    page.resources = "/XObject<</X " + reference(addEndlessForms(pdf, innermost)) + ">>";
     addThreePages(pdf, "/X Do", page);
     ExportRun run;
     QCOMPARE(run.run(pdf), 0);
@@ -159,7 +109,7 @@ void TestHostilePages::endlessContentIsCutOff()
 void TestHostilePages::endlessGlyphIsGivenUp()
 {
     PdfBuilder pdf;
-    addPagesWithGlyph(pdf, addNestedForms(pdf, pdf.addStream(form({}), "q Q")));
+    addPagesWithGlyph(pdf, addEndlessForms(pdf, pdf.addStream(form({}), "q Q")));
     // The thread that is given up cannot let go of what it holds; that ends with the process. Only
     // this run goes without the leak check.
     const QByteArray options = qgetenv("ASAN_OPTIONS");
@@ -175,22 +125,6 @@ void TestHostilePages::endlessGlyphIsGivenUp()
 }
 
 // All that a glyph is made of is kept with it.
-void TestHostilePages::glyphThatFillsTheMemoryGoesAlone()
-{
-    PdfBuilder pdf;
-    const std::string parts = "BT /F1 9 Tf (" + std::string(1000, 'x') +
-                              ") Tj ET BI/W 1024/H 1024/IM true/BPC 1 ID " +
-                              std::string(131072, 'x') + " EI";
-    addPagesWithGlyph(pdf, addNestedForms(pdf, pdf.addStream(form("/Font<</F1 3 0 R>>"), parts)));
-    ExportRun run;
-    QCOMPARE(run.run(pdf), 0);
-    QCOMPARE(run.texts(1), good);
-    QCOMPARE(run.texts(2), QStringList{"a"});
-    QVERIFY2(run.errors().contains(" bytes) failed\n"), run.errors().constData());
-    QVERIFY2(!run.errors().contains("takes too long"), run.errors().constData());
-    QCOMPARE(run.texts(3), good);
-}
-
 void TestHostilePages::pageWithoutSenseGivesAnEmptyFile_data()
 {
     QTest::addColumn<QByteArray>("object");
