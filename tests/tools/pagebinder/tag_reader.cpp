@@ -18,9 +18,10 @@ TagReader::TagReader(const QString &path)
 {
     fz_set_warning_callback(m_context, ignore, nullptr);
     fz_set_error_callback(m_context, ignore, nullptr);
+    const QByteArray name = QFile::encodeName(path); // here, as an error leaves it behind
     fz_try(m_context)
     {
-        m_document = pdf_open_document(m_context, QFile::encodeName(path).constData());
+        m_document = pdf_open_document(m_context, name.constData());
         pdf_needs_password(m_context, m_document); // tries the empty one
         read();
     }
