@@ -228,6 +228,9 @@ QString saveRuleGap(const Arguments &arguments)
         return QStringLiteral(
             "--save-rule takes either --position LEFT,TOP or --from FILE --text TEXT");
     }
+    if (arguments.position && (arguments.page != 1 || !arguments.passwordFile.isEmpty())) {
+        return QStringLiteral("--page and --password-file are about the file of --from");
+    }
     return {};
 }
 
@@ -240,8 +243,12 @@ QString findGap(const Arguments &arguments)
                    : modeText(arguments.mode) + u' ' + QLatin1String(rule);
     };
     switch (arguments.mode) {
-    case Mode::ListItems:
     case Mode::ExportRules:
+        if (arguments.files == QStringList(QStringLiteral("-"))) {
+            return QStringLiteral("--export-rules writes a file, not standard output");
+        }
+        [[fallthrough]];
+    case Mode::ListItems:
     case Mode::ImportRules:
         return holdFiles(1, "takes one file");
     case Mode::ListRules:

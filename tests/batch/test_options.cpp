@@ -363,6 +363,15 @@ void TestOptions::contradictionsAreUsageFaults_data()
         << QStringList{"--list-rules", "--jobs", "2"} << "--jobs cannot be used with --list-rules";
     QTest::newRow("two lists") << QStringList{"--list-rules", "--list-items", "f.pdf"}
                                << "cannot be used with";
+    QTest::newRow("a page without a file")
+        << QStringList{"--save-rule", "R", "--position", "1,2", "--page", "3"}
+        << "--page and --password-file are about the file of --from";
+    QTest::newRow("passwords without a file")
+        << QStringList{"--save-rule", "R", "--position", "1,2", "--password-file", "p"}
+        << "--page and --password-file are about the file of --from";
+    QTest::newRow("rules to standard output")
+        << QStringList{"--export-rules", "-"}
+        << "--export-rules writes a file, not standard output";
     QTest::newRow("settings that are missing")
         << split + QStringList{"--rule", "R", "--settings", "none.ini"}
         << "there is no settings file";
