@@ -109,7 +109,7 @@ int runPlan(Session &session, RunPlan plan, const SplitSettings &settings)
     return status;
 }
 
-int split(Session &session)
+int splitInputs(Session &session)
 {
     const Arguments &arguments = session.arguments;
     QString fault;
@@ -160,7 +160,7 @@ int runMode(Session &session)
     case Mode::Version:
         break;
     }
-    return split(session);
+    return splitInputs(session);
 }
 
 int finish(Console &console, int status)

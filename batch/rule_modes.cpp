@@ -68,7 +68,7 @@ int readPageItems(Session &session, const QString &file, QList<Subtext> &items)
     return everythingDone;
 }
 
-int saveRule(Session &session)
+int saveNewRule(Session &session)
 {
     const Arguments &arguments = session.arguments;
     FoundItem found;
@@ -133,7 +133,7 @@ int changeRules(Session &session)
     }
     switch (arguments.mode) {
     case Mode::SaveRule:
-        return saveRule(session);
+        return saveNewRule(session);
     case Mode::RemoveRule:
         fault = dropRule(arguments.ruleName, settings);
         break;

@@ -19,7 +19,7 @@ endif()
 if(QUORLIN_SANITIZE)
     # The product is looked at, not the code that tests it: without it half of a build is faster.
     set(instrumented "$<NOT:$<BOOL:$<TARGET_PROPERTY:QUORLIN_TEST_CODE>>>")
-    set(flags "-fsanitize=${QUORLIN_SANITIZE};-fno-sanitize-recover=all;-O1")
+    set(flags "-fsanitize=${QUORLIN_SANITIZE};-fno-sanitize-recover=all;-Og")
     target_compile_options(quorlin_settings INTERFACE "$<${instrumented}:${flags}>")
     target_link_options(quorlin_settings INTERFACE -fsanitize=${QUORLIN_SANITIZE})
 endif()

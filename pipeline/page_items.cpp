@@ -73,10 +73,10 @@ std::optional<Subtext> readItem(ItemFields fields)
     if (!frame) {
         return std::nullopt;
     }
-    return Subtext{frame->x(), frame->y(), frame->width(), frame->height(), itemText(text)};
+    return Subtext{frame->x(), frame->y(), frame->width(), frame->height(), decodedText(text)};
 }
 
-QString itemText(QByteArrayView bytes)
+QString decodedText(QByteArrayView bytes)
 {
     // A mark at the text's beginning is a character of it, not a sign of how it is encoded.
     QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::ConvertInitialBom);
@@ -96,7 +96,7 @@ void PositionRule::takeItem(ItemFields fields)
     const QByteArrayView text = textOf(fields);
     if (lastText.isNull() || text != lastBytes) {
         lastBytes = text.toByteArray();
-        lastText = itemText(text);
+        lastText = decodedText(text);
     }
     found = lastText;
 }

@@ -33,7 +33,7 @@ std::optional<Subtext> readItem(ItemFields fields);
 std::optional<QRect> readFrame(ItemFields fields, QByteArrayView &text);
 
 /// Decodes the text of an item.
-QString itemText(QByteArrayView bytes);
+QString decodedText(QByteArrayView bytes);
 
 /// Tells which item of a page gives the page its text. A page's items come in the order in which
 /// the page draws them.

@@ -89,7 +89,7 @@ QString joinedLine(QList<PlacedItem> line)
 {
     QString all;
     for (const PlacedItem &item : std::as_const(line)) {
-        all += itemText(item.text);
+        all += decodedText(item.text);
     }
     const bool fromRight = readsFromRight(all);
     std::stable_sort(
@@ -98,7 +98,7 @@ QString joinedLine(QList<PlacedItem> line)
         });
     QStringList texts;
     for (const PlacedItem &item : std::as_const(line)) {
-        texts.append(itemText(item.text));
+        texts.append(decodedText(item.text));
     }
     return texts.join(u' ');
 }
@@ -143,7 +143,7 @@ void NearestRule::takeItem(ItemFields fields)
     const qint64 distance = across * across + down * down;
     if (across <= tolerance && down <= tolerance && (!found || distance < bestDistance)) {
         bestDistance = distance;
-        found = itemText(text);
+        found = decodedText(text);
     }
 }
 
@@ -204,7 +204,7 @@ std::optional<QString> LabelRule::endPage()
 
 void LabelRule::findIn(const PlacedItem &item, std::optional<Hit> &best) const
 {
-    const QString text = itemText(item.text);
+    const QString text = decodedText(item.text);
     for (qsizetype begin = text.indexOf(label); begin >= 0;
          begin = text.indexOf(label, begin + 1)) {
         if (!areWholeWords(text, begin, label.size())) {
@@ -244,7 +244,7 @@ std::optional<LabelRule::Hit> LabelRule::nextOnLine(const PlacedItem &labelItem)
             (best && gap >= best->distance)) {
             continue;
         }
-        const QString text = withoutSeparators(itemText(item.text));
+        const QString text = withoutSeparators(decodedText(item.text));
         if (!text.isEmpty()) {
             best = Hit{text, 0, gap};
         }
@@ -268,7 +268,7 @@ std::optional<LabelRule::Hit> LabelRule::nextBelow(const PlacedItem &labelItem) 
             (best && std::pair(down, across) >= std::pair(best->distance, bestAcross))) {
             continue;
         }
-        const QString text = withoutSeparators(itemText(item.text));
+        const QString text = withoutSeparators(decodedText(item.text));
         if (!text.isEmpty()) {
             best = Hit{text, 0, down};
             bestAcross = across;

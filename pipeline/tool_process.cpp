@@ -8,7 +8,7 @@ namespace quorlin {
 
 namespace {
 
-constexpr int millisecondsToEnd = 1000;
+constexpr int millisecondsToDie = 1000;
 
 } // namespace
 
@@ -42,12 +42,12 @@ void ToolProcesses::endAll()
         QObject::disconnect(process, nullptr, nullptr, nullptr);
         process->terminate();
     }
-    const QDeadlineTimer deadline(millisecondsToEnd);
+    const QDeadlineTimer deadline(millisecondsToDie);
     for (const QPointer<QProcess> &process : std::as_const(processes)) {
         if (process->state() != QProcess::NotRunning &&
             !process->waitForFinished(std::max<int>(1, int(deadline.remainingTime())))) {
             process->kill();
-            process->waitForFinished(millisecondsToEnd);
+            process->waitForFinished(millisecondsToDie);
         }
         delete process.data();
     }

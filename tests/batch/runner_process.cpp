@@ -6,11 +6,18 @@ namespace {
 
 constexpr int longestRunMilliseconds = 120000;
 
+QString runnerFolder = QStringLiteral(QUORLIN_BIN_DIR);
+
 } // namespace
 
 QString runnerPath()
 {
-    return QStringLiteral(QUORLIN_BIN_DIR "/quorlin-batch");
+    return runnerFolder + QStringLiteral("/quorlin-batch");
+}
+
+void useRunnerIn(const QString &folder)
+{
+    runnerFolder = folder;
 }
 
 void prepareRunner(QProcess &process, const QStringList &arguments, const QString &currentFolder,

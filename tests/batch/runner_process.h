@@ -14,8 +14,10 @@ struct RunnerResult
     QString errors;
 };
 
-/// The runner's executable in the build tree.
+/// The runner's executable: in the build tree, or in the folder named last.
 QString runnerPath();
+/// From now on the runner of @p folder is run.
+void useRunnerIn(const QString &folder);
 
 /// Sets @p process up to run the runner with @p arguments: its scratch folders go below
 /// @p temporaryFolder, relative paths belong to @p currentFolder.

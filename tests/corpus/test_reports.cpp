@@ -1,6 +1,7 @@
 #include "../batch/runner_process.h"
 #include "corpus.h"
 #include "field_position.h"
+#include "tests/support/programs.h"
 #include "tests/support/room.h"
 #include "text_comparison.h"
 
@@ -90,6 +91,7 @@ void TestCorpusReports::initTestCase()
     if (!hasCorpus()) {
         QSKIP("the corpus is not on this machine");
     }
+    useRunnerIn(quorlin::test::startedPrograms());
 }
 
 void TestCorpusReports::reportsTellWhatIsKnown_data()

@@ -1,6 +1,7 @@
 #include "tests/faults/real_bench.h"
 
 #include "tests/faults/statements.h"
+#include "tests/support/programs.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -13,7 +14,7 @@ namespace {
 
 QString realTool(const QString &tool)
 {
-    return QStringLiteral(QUORLIN_BIN_DIR) + QLatin1Char('/') + tool;
+    return startedPrograms() + QLatin1Char('/') + tool;
 }
 
 QByteArray contentOf(const QString &path)

@@ -1,4 +1,5 @@
 #include "tests/faults/statements.h"
+#include "tests/support/programs.h"
 
 #include <QFile>
 #include <QList>
@@ -80,7 +81,7 @@ int pagesOf(const QString &pdf)
 {
     const QTemporaryDir folder;
     const QString answer = folder.filePath(QStringLiteral("answer.txt"));
-    QProcess::execute(QStringLiteral(QUORLIN_BIN_DIR) + QStringLiteral("/pagebinder"),
+    QProcess::execute(startedPrograms() + QStringLiteral("/pagebinder"),
                       {pdf, QStringLiteral("-getinfo"), QStringLiteral("-outfile"), answer});
     QFile file(answer);
     if (!file.open(QIODevice::ReadOnly)) {

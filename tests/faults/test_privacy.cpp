@@ -1,6 +1,7 @@
 #include "options/opdialog.h"
 #include "tests/faults/real_bench.h"
 #include "tests/options/opdialog_fixture.h"
+#include "tests/support/programs.h"
 #include "tests/support/room.h"
 
 #include <QDir>
@@ -115,7 +116,7 @@ void TestPrivacy::theRunnerTellsNobodyPageTexts()
                        bench.folders.temporary() + QLatin1Char('/') +
                            (temporary == QLatin1String("none") ? temporary : QString()));
     runner.setProcessEnvironment(environment);
-    runner.start(QStringLiteral(QUORLIN_BIN_DIR "/quorlin-batch"),
+    runner.start(quorlin::test::startedPrograms() + QStringLiteral("/quorlin-batch"),
                  {QStringLiteral("--verbose"), QStringLiteral("--position"),
                   QStringLiteral("108,123"), QStringLiteral("--output"), bench.folders.outputs(),
                   input});

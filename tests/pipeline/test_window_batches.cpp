@@ -3,6 +3,7 @@
 #include "tests/corpus/corpus.h"
 #include "tests/corpus/page_texts.h"
 #include "tests/corpus/text_comparison.h"
+#include "tests/support/programs.h"
 #include "tests/support/room.h"
 #include "tests/support/text_files.h"
 #include "tests/support/window_bench.h"
@@ -30,7 +31,7 @@ void installTools(const QString &folder)
 {
     for (const char *name : {"/pagebinder", "/pagexport"}) {
         QFile::remove(folder + QLatin1String(name));
-        if (!QFile::link(QStringLiteral(QUORLIN_BIN_DIR) + QLatin1String(name),
+        if (!QFile::link(quorlin::test::startedPrograms() + QLatin1String(name),
                          folder + QLatin1String(name))) {
             qFatal("The tools are not built");
         }
@@ -115,7 +116,7 @@ QString runnerDiffers(const WindowBench &bench, const QString &file, const Subte
     const QString output =
         bench.folders.outputs() + QStringLiteral("/runner") + QString::number(method);
     QProcess runner;
-    runner.start(QStringLiteral(QUORLIN_BIN_DIR "/quorlin-batch"),
+    runner.start(quorlin::test::startedPrograms() + QStringLiteral("/quorlin-batch"),
                  {QStringLiteral("--position"),
                   QString::number(field.left) + u',' + QString::number(field.top),
                   QStringLiteral("--method"), QString::number(method + 1),

@@ -1,6 +1,7 @@
 #include "editor_scene.h"
 
 #include "analysis/line_parser.h"
+#include "tests/support/programs.h"
 #include "tests/support/room.h"
 
 #include <QFile>
@@ -152,7 +153,7 @@ void TestFramesOnInk::documents()
 
 void TestFramesOnInk::open(EditorScene &scene, const QString &name, int page)
 {
-    scene.useRealTools(QStringLiteral(QUORLIN_BIN_DIR));
+    scene.useRealTools(quorlin::test::startedPrograms());
     scene.storeSample(corpus + QStringLiteral("/batch/") + name, QString::number(page));
     scene.open();
     if (page > 1) {

@@ -3,6 +3,7 @@
 #include "analysis/line_parser.h"
 #include "mainwindow/process.h"
 #include "rules/rule_store.h"
+#include "tests/support/programs.h"
 #include "tests/support/room.h"
 
 #include <QApplication>
@@ -27,7 +28,7 @@
 namespace {
 
 const QString corpus = QStringLiteral(QUORLIN_CORPUS_DIR);
-const QString tools = QStringLiteral(QUORLIN_BIN_DIR);
+const QString tools = quorlin::test::startedPrograms();
 
 QJsonObject expectation(const QString &name)
 {

@@ -4,7 +4,7 @@
 #include <QProcess>
 #include <QTest>
 
-#ifdef QUORLIN_WINDOW_TESTS
+#ifdef QT_WIDGETS_LIB
 #include <QApplication>
 #else
 #include <QCoreApplication>
@@ -98,7 +98,7 @@ int main(int argc, char **argv)
             return role->second(argc, argv);
         }
     }
-#ifdef QUORLIN_WINDOW_TESTS
+#ifdef QT_WIDGETS_LIB
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }

@@ -9,15 +9,15 @@ namespace tools {
 
 namespace {
 
-constexpr char hexDigits[] = "0123456789abcdef";
+constexpr char lowerHexDigits[] = "0123456789abcdef";
 
 void appendHexadecimal(std::string &text, std::string_view bytes)
 {
     for (const char c : bytes) {
         const auto byte = static_cast<unsigned char>(c);
         text += "\\x";
-        text += hexDigits[byte >> 4U];
-        text += hexDigits[byte & 15U];
+        text += lowerHexDigits[byte >> 4U];
+        text += lowerHexDigits[byte & 15U];
     }
 }
 

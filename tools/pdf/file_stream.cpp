@@ -11,7 +11,7 @@ namespace tools {
 
 namespace {
 
-constexpr std::size_t bufferSize = 8192;
+constexpr std::size_t readSize = 8192;
 
 /// Plain data, because the library's jumps pass over whoever holds it.
 struct ExtendedFile
@@ -20,7 +20,7 @@ struct ExtendedFile
     int64_t fileSize;
     int64_t appendedSize;
     char *appended;
-    unsigned char buffer[bufferSize];
+    unsigned char buffer[readSize];
 };
 
 /// Bytes of the file or, behind its end, of those appended. @returns 0 at the end, -1 on an error
@@ -28,13 +28,12 @@ ssize_t readPart(ExtendedFile *file, int64_t position)
 {
     if (position >= file->fileSize) {
         const int64_t skipped = std::min(position - file->fileSize, file->appendedSize);
-        const int64_t left =
-            std::min(file->appendedSize - skipped, static_cast<int64_t>(bufferSize));
+        const int64_t left = std::min(file->appendedSize - skipped, static_cast<int64_t>(readSize));
         std::memcpy(file->buffer, file->appended + skipped, static_cast<std::size_t>(left));
         return static_cast<ssize_t>(left);
     }
     const auto wanted = static_cast<std::size_t>(
-        std::min<int64_t>(file->fileSize - position, static_cast<int64_t>(bufferSize)));
+        std::min<int64_t>(file->fileSize - position, static_cast<int64_t>(readSize)));
     ssize_t count = -1;
     do {
         count = pread(file->descriptor, file->buffer, wanted, static_cast<off_t>(position));

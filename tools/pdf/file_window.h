@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string_view>
 
 namespace tools {
 
@@ -28,6 +29,11 @@ public:
     {
         const char *begin = nullptr;
         const char *end = nullptr;
+
+        std::string_view text() const noexcept
+        {
+            return {begin, static_cast<std::size_t>(end - begin)};
+        }
     };
     Bytes at(std::int64_t offset, std::size_t wanted);
 

@@ -1,5 +1,7 @@
 #include "tools/pdf/object_mender.h"
 
+#include "tools/pdf/pdf_syntax.h"
+
 #include <algorithm>
 
 namespace tools {
@@ -7,16 +9,6 @@ namespace tools {
 namespace {
 
 constexpr int deepestValue = 100;
-
-bool isWhite(char c)
-{
-    return c == ' ' || c == '\n' || c == '\r' || c == '\t' || c == '\f' || c == '\0';
-}
-
-bool isDelimiter(char c)
-{
-    return std::string_view("()<>[]{}/%").find(c) != std::string_view::npos;
-}
 
 bool isInteger(std::string_view token)
 {
@@ -79,7 +71,7 @@ void Mender::skipBlanks()
     while (m_place < m_source.size()) {
         if (m_source[m_place] == '%') {
             m_place = std::min(m_source.find_first_of("\r\n", m_place), m_source.size());
-        } else if (isWhite(m_source[m_place])) {
+        } else if (isSpace(m_source[m_place])) {
             ++m_place;
         } else {
             return;
@@ -108,8 +100,7 @@ std::string_view Mender::next()
     if (isDelimiter(c) && c != '/') {
         return m_source.substr(start, 1);
     }
-    while (m_place < m_source.size() && !isWhite(m_source[m_place]) &&
-           !isDelimiter(m_source[m_place])) {
+    while (m_place < m_source.size() && !isDelimiter(m_source[m_place])) {
         ++m_place;
     }
     return m_source.substr(start, m_place - start);

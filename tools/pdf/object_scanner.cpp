@@ -28,11 +28,6 @@ int takeNumber(std::string_view &text)
     return error == std::errc() ? number : -1;
 }
 
-std::string_view viewOf(const FileWindow::Bytes &bytes)
-{
-    return {bytes.begin, static_cast<std::size_t>(bytes.end - bytes.begin)};
-}
-
 } // namespace
 
 NodeScan ObjectScanner::scan(int number, const ObjectPlace &place, bool wantsKids)
@@ -86,8 +81,8 @@ std::string_view ObjectScanner::bytesInStream(int number, int stream)
 /// bytes, until it is whole.
 template <typename Scan> void ObjectScanner::tryBytes(std::int64_t offset, Scan &&isCutOff)
 {
-    if (!isCutOff(viewOf(m_window.onwards(offset))) ||
-        !isCutOff(viewOf(m_window.at(offset, FileWindow::largest)))) {
+    if (!isCutOff(m_window.onwards(offset).text()) ||
+        !isCutOff(m_window.at(offset, FileWindow::largest).text())) {
         return;
     }
     std::string bytes;
@@ -103,8 +98,9 @@ template <typename Scan> void ObjectScanner::tryBytes(std::int64_t offset, Scan 
 void ObjectScanner::appendBytes(std::string &bytes, std::int64_t offset, std::size_t size)
 {
     while (bytes.size() < size) {
-        const std::string_view more = viewOf(
-            m_window.at(offset + static_cast<std::int64_t>(bytes.size()), FileWindow::largest));
+        const std::string_view more =
+            m_window.at(offset + static_cast<std::int64_t>(bytes.size()), FileWindow::largest)
+                .text();
         if (more.empty()) {
             return;
         }
@@ -173,9 +169,9 @@ void ObjectScanner::keepWithoutKids(int number, const ObjectPlace &place, const 
         scan.end - scan.listEnd > longestPart) {
         return;
     }
-    std::string text(viewOf(m_window.at(place.offset, scan.listBegin + 1)));
-    text += viewOf(m_window.at(place.offset + static_cast<std::int64_t>(scan.listEnd),
-                               scan.end - scan.listEnd));
+    std::string text(m_window.at(place.offset, scan.listBegin + 1).text());
+    const std::int64_t end = place.offset + static_cast<std::int64_t>(scan.listEnd);
+    text += m_window.at(end, scan.end - scan.listEnd).text();
     m_source.adoptNode(number, text);
 }
 

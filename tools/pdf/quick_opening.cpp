@@ -17,11 +17,6 @@ namespace {
 constexpr int mostSections = 32;
 constexpr int widthOfOffset = 8;
 
-std::string_view viewOf(const FileWindow::Bytes &bytes)
-{
-    return {bytes.begin, static_cast<std::size_t>(bytes.end - bytes.begin)};
-}
-
 /// Whether a trailer's entry says how its own section is written, not what the file is.
 bool isOfSection(std::string_view key)
 {
@@ -146,7 +141,7 @@ bool QuickOpening::readTable()
 {
     // Behind a header anywhere else the library would repair the file here, and then once more.
     std::int64_t offset = XrefSection(m_file).newestOffset();
-    if (offset <= 0 || viewOf(m_file.at(0, 5)) != "%PDF-") {
+    if (offset <= 0 || m_file.at(0, 5).text() != "%PDF-") {
         return false;
     }
     m_host = openWithUpdate("\nxref\n0 1\n0000000000 65535 f \ntrailer<</Size 1>>\nstartxref\n" +
@@ -171,7 +166,7 @@ bool QuickOpening::readTable()
 bool QuickOpening::readSection(std::int64_t offset, std::int64_t &previous)
 {
     m_freed.clear();
-    if (viewOf(m_file.at(offset, 1)) == "x") {
+    if (m_file.at(offset, 1).text() == "x") {
         return readClassicSection(offset, previous);
     }
     XrefStream section(m_context, m_host);

@@ -9,7 +9,7 @@ namespace {
 
 constexpr int deepestNesting = 30;
 constexpr std::ptrdiff_t longestName = 100;
-constexpr std::ptrdiff_t longestNumber = 16;
+constexpr std::ptrdiff_t longestReal = 16;
 constexpr std::ptrdiff_t longestInteger = 9;
 
 /// The next "<" or ">"; eight bytes are looked at in one step.
@@ -185,7 +185,7 @@ bool SyntaxScanner::skipNumber(bool &isPlain)
         count += m_at - digits;
     }
     isPlain = isInteger && !isSigned;
-    return count > 0 && m_at - begin <= (isInteger ? longestInteger : longestNumber) && endsHere();
+    return count > 0 && m_at - begin <= (isInteger ? longestInteger : longestReal) && endsHere();
 }
 
 bool SyntaxScanner::skipNumberOrReference()

@@ -29,8 +29,7 @@ constexpr std::array<unsigned char, 256> makeByteClasses()
         found |= byte > 0x20 && byte < 0x7f && !isDelimiter(c) && c != '#' ? inName : 0;
         found |= byte > 0x20 && byte < 0x7f && !isDelimiter(c) ? inEscapedName : 0;
         found |= c != '(' && c != ')' && c != '\\' ? inString : 0;
-        const bool isHexDigit = isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
-        found |= isHexDigit || isSpace(c) ? inHexString : 0;
+        found |= isHexDigit(c) || isSpace(c) ? inHexString : 0;
         found |= isSpace(c) ? isBlank : 0;
         found |= isDigit(c) ? isNumeral : 0;
         classes[static_cast<std::size_t>(byte)] = found;

@@ -11,7 +11,6 @@ namespace tools {
 namespace {
 
 constexpr int widestField = 8;
-constexpr std::uint64_t largestGeneration = 65535;
 constexpr std::size_t bufferSize = 8192;
 
 std::uint64_t number(const unsigned char *bytes, int width)

@@ -17,7 +17,6 @@ constexpr std::size_t longestTrailer = 4096;
 constexpr std::size_t entryLength = 20;
 constexpr std::size_t entriesAtOnce = 3200;
 constexpr int longestNumber = 10;
-constexpr std::uint32_t largestGeneration = 65535;
 
 /// @p count digits as a number; negative when there is anything else.
 std::int64_t digits(const char *text, int count)

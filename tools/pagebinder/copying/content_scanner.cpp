@@ -1,5 +1,7 @@
 #include "tools/pagebinder/copying/content_scanner.h"
 
+#include "tools/pdf/pdf_syntax.h"
+
 #include <algorithm>
 #include <cstdint>
 
@@ -34,11 +36,6 @@ constexpr std::array<std::string_view, 66> nameless = {
     "Tz", "W",  "W*", "b",  "b*", "c",   "cm", "d",    "d0",    "d1",   "f",
     "f*", "g",  "h",  "i",  "j",  "k",   "l",  "m",    "n",     "q",    "re",
     "rg", "ri", "s",  "sc", "v",  "w",   "y",  "null", "false", "true", "endstream"};
-
-bool isHexDigit(char c)
-{
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
-}
 
 int hexValue(char c)
 {

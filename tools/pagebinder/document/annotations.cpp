@@ -7,7 +7,7 @@ namespace tools {
 
 namespace {
 
-bool isPlainKey(std::string_view key)
+bool isPlainAnnotationKey(std::string_view key)
 {
     constexpr std::array<std::string_view, 8> handled = {"P",  "Popup", "IRT",  "A",
                                                          "AA", "PA",    "Dest", "Type"};
@@ -104,7 +104,7 @@ void Annotations::writeAnnotation(const Annotation &annotation, int page)
     m_copier.writer().beginObject(annotation.target);
     text += "<</Type/Annot/P ";
     m_copier.writer().appendReference(page);
-    m_copier.writeEntries(dictionary, Role::annotation, isPlainKey);
+    m_copier.writeEntries(dictionary, Role::annotation, isPlainAnnotationKey);
     m_tags.writeAnnotationKey(annotation.target);
     writeReference("Popup", m_source.raw(dictionary, PDF_NAME(Popup)));
     writeReference("IRT", m_source.raw(dictionary, PDF_NAME(IRT)));

@@ -9,7 +9,7 @@ namespace {
 constexpr std::size_t largestMetadata = std::size_t{4} << 20U;
 constexpr std::int64_t smallProfile = 16384;
 
-bool isPlainKey(std::string_view key)
+bool isPlainCatalogKey(std::string_view key)
 {
     return key == "Lang" || key == "PageLayout" || key == "Extensions" || key == "URI";
 }
@@ -18,7 +18,7 @@ bool isPlainKey(std::string_view key)
 
 void Catalog::writeEntries(bool hasBookmarks)
 {
-    m_copier.writePlainEntries(m_source.catalog(), isPlainKey);
+    m_copier.writePlainEntries(m_source.catalog(), isPlainCatalogKey);
     m_copier.writeEntry("OCProperties", m_source.raw(m_source.catalog(), PDF_NAME(OCProperties)),
                         Role::layer);
     m_tags.writeCatalogEntries();

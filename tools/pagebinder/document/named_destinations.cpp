@@ -7,8 +7,8 @@ namespace tools {
 
 namespace {
 
-constexpr int deepestTree = 40;
-constexpr int mostNodes = 200'000;
+constexpr int deepestNameTree = 40;
+constexpr int mostNameNodes = 200'000;
 constexpr int longestChain = 4;
 /// A list that is searched more often than this gets an index, which costs as much as some dozen
 /// searches.
@@ -60,7 +60,7 @@ pdf_obj *NamedDestinations::find(pdf_obj *name)
         setObject(m_root, m_source.get(names, PDF_NAME(Dests)));
         m_isOpened = true;
     }
-    m_nodesLeft = mostNodes;
+    m_nodesLeft = mostNameNodes;
     return findInTree(m_root, text, 0);
 }
 
@@ -99,7 +99,7 @@ void NamedDestinations::setObject(Node &node, pdf_obj *object)
 pdf_obj *NamedDestinations::findInTree(Node &node, const std::string &name, int depth)
 {
     const bool mayHold = !node.hasLimits || (node.first <= name && name <= node.last);
-    if (depth > deepestTree || --m_nodesLeft < 0 || !mayHold ||
+    if (depth > deepestNameTree || --m_nodesLeft < 0 || !mayHold ||
         !m_source.isDictionary(node.object.get())) {
         return nullptr;
     }
@@ -125,7 +125,7 @@ void NamedDestinations::openKids(Node &node)
     node.isOpened = true;
     pdf_obj *kids = m_source.get(node.object.get(), PDF_NAME(Kids));
     const int count = pdf_array_len(m_source.context(), kids);
-    for (int i = 0; i < count && m_nodes < mostNodes; ++i) {
+    for (int i = 0; i < count && m_nodes < mostNameNodes; ++i) {
         // Met again, a node holds nothing new; kept too often, the library never lets go of it.
         const int number = m_source.numberOf(pdf_array_get(m_source.context(), kids, i));
         if (number == 0 || m_known.insert(number).second) {

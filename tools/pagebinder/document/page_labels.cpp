@@ -8,8 +8,8 @@ namespace tools {
 
 namespace {
 
-constexpr int deepestTree = 40;
-constexpr int mostNodes = 100'000;
+constexpr int deepestNumberTree = 40;
+constexpr int mostLabelNodes = 100'000;
 constexpr std::size_t mostStarts = 2'000'000;
 
 } // namespace
@@ -52,7 +52,7 @@ void PageLabelIndex::read()
     m_isRead = true;
     pdf_obj *root = m_source.get(m_source.catalog(), "PageLabels");
     m_hasLabels = m_source.isDictionary(root);
-    m_nodesLeft = mostNodes;
+    m_nodesLeft = mostLabelNodes;
     collect(root, 0);
     // Of two numberings that begin at the same page the one that is met first holds.
     std::stable_sort(m_starts.begin(), m_starts.end(),
@@ -65,7 +65,7 @@ void PageLabelIndex::read()
 void PageLabelIndex::collect(pdf_obj *node, int depth)
 {
     fz_context *context = m_source.context();
-    if (depth > deepestTree || --m_nodesLeft < 0 || !m_source.isDictionary(node)) {
+    if (depth > deepestNumberTree || --m_nodesLeft < 0 || !m_source.isDictionary(node)) {
         return;
     }
     pdf_obj *numbers = m_source.get(node, PDF_NAME(Nums));

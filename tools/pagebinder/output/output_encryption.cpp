@@ -18,7 +18,7 @@ void appendBytes(fz_context *, void *text, const unsigned char *data, std::size_
     static_cast<std::string *>(text)->append(reinterpret_cast<const char *>(data), size);
 }
 
-bool isPlainKey(std::string_view key)
+bool isPlainEncryptionKey(std::string_view key)
 {
     return key != "O" && key != "U" && key != "OE" && key != "UE" && key != "Perms";
 }
@@ -102,7 +102,7 @@ int OutputEncryption::write(ObjectCopier &copier)
     const int target = copier.writer().allocate();
     copier.writer().beginObject(target, true);
     copier.text() += "<<";
-    copier.writeEntries(dictionary(), Role::encryption, isPlainKey);
+    copier.writeEntries(dictionary(), Role::encryption, isPlainEncryptionKey);
     writeKeys(copier.writer());
     copier.text() += ">>";
     copier.writer().endObject();

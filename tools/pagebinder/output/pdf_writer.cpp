@@ -1,5 +1,7 @@
 #include "tools/pagebinder/output/pdf_writer.h"
 
+#include "tools/pdf/pdf_syntax.h"
+
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -15,11 +17,6 @@ constexpr char hexDigits[] = "0123456789ABCDEF";
 bool isRegular(unsigned char byte)
 {
     return byte > 0x20 && byte < 0x7f && std::strchr("()<>[]{}/%#", byte) == nullptr;
-}
-
-bool isHexDigit(char c)
-{
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
 
 /// Whether a number sign in a name, with @p next behind it, stood there as itself in the input:

@@ -8,11 +8,9 @@ namespace tools {
 
 namespace {
 
-constexpr std::string_view numberMark = "_pg_";
 constexpr std::string_view pageEnding = ".htm";
 constexpr std::string_view pictureEnding = ".png";
 constexpr std::string_view unfinishedEnding = ".part";
-constexpr std::size_t fewestDigits = 4;
 
 std::size_t digitsOf(int number)
 {

@@ -10,6 +10,11 @@
 
 namespace tools {
 
+/// What stands between the name of an export and the number of a page.
+inline constexpr std::string_view numberMark = "_pg_";
+/// Numbers of pages have at least as many digits.
+inline constexpr std::size_t fewestDigits = 4;
+
 /// The most pages that a file of @p bytes can have and be exported to page files. Every page takes
 /// a few bytes at least: an entry of the page tree, an object and its place in the table.
 int mostPagesOf(std::uint64_t bytes);

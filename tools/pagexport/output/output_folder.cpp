@@ -19,8 +19,6 @@ namespace tools {
 
 namespace {
 
-constexpr std::string_view numberMark = "_pg_";
-constexpr std::size_t fewestDigits = 4;
 constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
 
 struct CloseFolder

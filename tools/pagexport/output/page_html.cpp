@@ -30,7 +30,7 @@ bool readsAsReference(std::string_view text)
     return i > first && i < text.size() && text[i] == ';';
 }
 
-void appendEscaped(std::string &html, std::string_view text)
+void appendHtmlText(std::string &html, std::string_view text)
 {
     std::size_t done = 0;
     for (std::size_t i = text.find_first_of("<>\"&"); i != std::string_view::npos;
@@ -83,7 +83,7 @@ void writePageHtml(std::string &html, const TextItems &page, int number)
         html += ";height:";
         appendNumber(html, item.height);
         html += "\">";
-        appendEscaped(html, page.text(item));
+        appendHtmlText(html, page.text(item));
         html += "</span>\n";
     }
     html += "</body></html>\n";

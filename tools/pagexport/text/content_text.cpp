@@ -9,7 +9,7 @@ namespace tools {
 
 namespace {
 
-constexpr std::size_t deepestForms = 40;
+constexpr std::size_t deepestDrawnForms = 40;
 constexpr std::size_t deepestStates = 100000; // unbalanced saves of a hostile page
 
 /// A matrix in double precision: long strings add up thousands of advances.
@@ -303,7 +303,7 @@ void opSpacedNextLineShow(fz_context *context, pdf_processor *processor, float w
 bool entersForm(fz_context *context, TextWalk &walk, pdf_obj *form)
 {
     const int number = pdf_to_num(context, form);
-    if (walk.forms.size() >= deepestForms) {
+    if (walk.forms.size() >= deepestDrawnForms) {
         return false;
     }
     for (const int open : walk.forms) {

@@ -6,7 +6,6 @@ namespace {
 
 constexpr std::size_t maximumFonts = 64;
 constexpr float perMille = 0.001F;
-constexpr int replacementCharacter = 0xfffd;
 
 // Tables that name no letter for a code often name a zero or a control character.
 bool isUsable(int code)

@@ -1,5 +1,7 @@
 #include "tools/pagexport/text/font_program.h"
 
+#include "tools/pagexport/text/text_codes.h"
+
 #include <ft2build.h>
 #include FT_FREETYPE_H
 
@@ -12,7 +14,6 @@ namespace tools {
 
 namespace {
 
-constexpr int replacementCharacter = 0xfffd;
 constexpr FT_ULong firstPrivate = 0xe000; // private use says nothing about the letter
 constexpr FT_ULong lastPrivate = 0xf8ff;
 constexpr FT_ULong lastCode = 0xfffc;

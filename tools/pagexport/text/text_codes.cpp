@@ -38,8 +38,6 @@ constexpr std::array<Range, 16> droppedRanges{{{0x00, 0x1f},
                                                {0x1bca0, 0x1bca3},
                                                {0xe0000, 0xe0fff}}};
 
-constexpr int replacementCharacter = 0xfffd;
-
 template <std::size_t Size> bool contains(const std::array<Range, Size> &ranges, int code)
 {
     return std::any_of(ranges.begin(), ranges.end(), [code](const Range &range) {

@@ -6,6 +6,9 @@
 
 namespace tools {
 
+/// U+FFFD, which stands for a letter that is not known.
+inline constexpr int replacementCharacter = 0xfffd;
+
 /// What a code point of a PDF text means for the exported text.
 enum class CodeKind : std::uint8_t {
     visible, ///< stands in the text
