@@ -52,12 +52,11 @@ void ContentResources::write(pdf_obj *resources, const Streams &streams,
         return;
     }
     ResourceUse use(m_source, dictionary);
-    if (!use.isComplete() && use.isWorthScanning()) {
-        findUse(use, streams, appearances);
-    } else {
+    if (use.isComplete() || !use.isWorthScanning()) {
         m_copier.writeEntry("Resources", resources, Role::resources);
         return;
     }
+    findUse(use, streams, appearances);
     writePruned(resources, use);
 }
 

@@ -14,16 +14,11 @@ namespace {
 constexpr int deepestValue = 200;
 constexpr std::size_t largeStream = std::size_t{1} << 20;
 
-bool isOneOf(const char *name, const char *const *first, std::size_t count)
-{
-    return std::any_of(first, first + count,
-                       [name](const char *other) { return std::strcmp(name, other) == 0; });
-}
-
 template <std::size_t Count>
 bool isOneOf(const char *name, const std::array<const char *, Count> &names)
 {
-    return isOneOf(name, names.data(), Count);
+    return std::any_of(names.begin(), names.end(),
+                       [name](const char *other) { return std::strcmp(name, other) == 0; });
 }
 
 constexpr std::array<const char *, 6> treeTypes = {"Page",     "Pages",  "Catalog",

@@ -9,17 +9,12 @@ namespace {
 
 using Kind = StructureKid::Kind;
 
-bool isOneOf(std::string_view key, const std::string_view *first, std::size_t count)
-{
-    return std::find(first, first + count, key) != first + count;
-}
-
 /// Texts, names and numbers that say something of the element.
 bool isSimple(std::string_view key)
 {
     constexpr std::array<std::string_view, 9> keys = {
         "T", "Alt", "Lang", "R", "E", "ActualText", "Phoneme", "PhoneticAlphabet", "ID"};
-    return isOneOf(key, keys.data(), keys.size());
+    return std::find(keys.begin(), keys.end(), key) != keys.end();
 }
 
 /// Texts that stand for the content itself, all of it.
