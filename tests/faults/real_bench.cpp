@@ -2,6 +2,7 @@
 
 #include "tests/faults/statements.h"
 #include "tests/support/programs.h"
+#include "tests/support/waiting.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -71,7 +72,7 @@ bool RealBench::inputsAreUntouched() const
 void RealBench::list(const QStringList &files)
 {
     window().addFiles(files);
-    if (!QTest::qWaitFor([this] { return controlsEnabled(); }, 60000)) {
+    if (!waitUntil([this] { return controlsEnabled(); }, 60000)) {
         qFatal("The page counts do not end");
     }
 }

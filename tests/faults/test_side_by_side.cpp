@@ -6,6 +6,7 @@
 #include "common/folders.h"
 #include "tests/support/programs.h"
 #include "tests/support/room.h"
+#include "tests/support/waiting.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -98,11 +99,11 @@ int splitInAWindow(const QString &application, const QString &input, const QStri
     auto *split = window.findChild<QPushButton *>(QStringLiteral("runButton"));
     window.findChild<QLineEdit *>(QStringLiteral("outputfolderEdit"))->setText(output);
     for (int run = 1; run <= 3; ++run) {
-        if (!QTest::qWaitFor([&] { return split->isEnabled(); }, 60000)) {
+        if (!quorlin::test::waitUntil([&] { return split->isEnabled(); }, 60000)) {
             return 1;
         }
         QTest::mouseClick(split, Qt::LeftButton);
-        if (!QTest::qWaitFor([&] { return finished == run; }, 120000)) {
+        if (!quorlin::test::waitUntil([&] { return finished == run; }, 120000)) {
             return 1;
         }
     }

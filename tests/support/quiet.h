@@ -1,10 +1,11 @@
 #pragma once
 
+#include "tests/support/waiting.h"
+
 #include <QCoreApplication>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
-#include <QTest>
 #include <QTimer>
 #include <QUrl>
 
@@ -25,7 +26,7 @@ inline bool settled()
     QObject::connect(reply, &QNetworkReply::finished, reply, [&turned, reply] {
         QTimer::singleShot(0, reply, [&turned] { turned = true; });
     });
-    return QTest::qWaitFor([&turned] { return turned; });
+    return quorlin::test::waitUntil([&turned] { return turned; }, 5000);
 }
 
 /// Whether a process that this one has started still runs, or has ended and nobody has noticed.

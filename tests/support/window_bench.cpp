@@ -1,5 +1,7 @@
 #include "tests/support/window_bench.h"
 
+#include "tests/support/waiting.h"
+
 #include <QDropEvent>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -55,7 +57,7 @@ void WindowBench::addFiles(const QStringList &files)
 {
     modals.chooseFiles(files);
     click("openfileButton");
-    if (!QTest::qWaitFor([this] { return controlsEnabled(); }, 60000)) {
+    if (!waitUntil([this] { return controlsEnabled(); }, 60000)) {
         qFatal("The page counts do not end");
     }
 }
@@ -100,12 +102,14 @@ void WindowBench::setOutputFolder(const QString &folder)
 
 void WindowBench::split()
 {
-    const qsizetype before = paneLines().count(QStringLiteral("Conversion Finished."));
+    const QString end = QStringLiteral("Conversion Finished.");
+    const qsizetype before = paneLines().count(end);
     click("runButton");
+    const QTextDocument *pane = widget<QTextEdit>("textEdit_process")->document();
     const auto finished = [&] {
-        return paneLines().count(QStringLiteral("Conversion Finished.")) > before;
+        return pane->lastBlock().text() == end && paneLines().count(end) > before;
     };
-    if (!QTest::qWaitFor(finished, 120000)) {
+    if (!waitUntil(finished, 120000)) {
         qFatal("The run does not end");
     }
 }

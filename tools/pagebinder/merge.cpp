@@ -200,9 +200,9 @@ void Merge::writePages()
             m_pageWriter.writeStandIn(m_pages[i], m_pagesRoot);
             continue;
         }
-        const std::string annotations = m_annotations.references(i);
         m_tags.beginPage(i);
-        m_pageWriter.write(m_pages[i], m_pagesRoot, annotations, m_annotations.appearances(i));
+        m_pageWriter.write(m_pages[i], m_pagesRoot, m_annotations.targets(i),
+                           m_annotations.appearances(i));
         m_annotations.write(i);
         m_copier.copyQueued();
     }
@@ -210,33 +210,27 @@ void Merge::writePages()
 
 void Merge::writePageTree()
 {
-    m_writer.beginObject(m_pagesRoot);
-    m_writer.text() += "<</Type/Pages/Count ";
-    m_writer.appendNumber(static_cast<std::int64_t>(m_pages.size()));
-    m_writer.text() += "/Kids[";
+    std::vector<int> kids;
     for (const OutputPage &page : m_pages) {
-        m_writer.appendReference(page.target);
-        m_writer.text() += ' ';
+        kids.push_back(page.target);
     }
-    m_writer.text() += "]>>";
-    m_writer.endObject();
+    m_writer.beginDictionaryObject(m_pagesRoot, "Pages");
+    m_writer.key("Count").appendNumber(static_cast<std::int64_t>(kids.size()));
+    m_writer.key("Kids").appendReferences(kids);
+    m_writer.endDictionaryObject();
 }
 
 void Merge::writeCatalog(const std::vector<int> &pages)
 {
     const int bookmarks = m_bookmarks.write(m_pages);
-    m_writer.beginObject(m_root);
-    m_writer.text() += "<</Type/Catalog/Pages ";
-    m_writer.appendReference(m_pagesRoot);
+    m_writer.beginDictionaryObject(m_root, "Catalog").key("Pages").appendReference(m_pagesRoot);
     if (bookmarks != 0) {
-        m_writer.text() += "/Outlines ";
-        m_writer.appendReference(bookmarks);
+        m_writer.key("Outlines").appendReference(bookmarks);
     }
     m_fields.writeForm();
     m_labels.write(pages);
     m_catalog.writeEntries(bookmarks != 0);
-    m_writer.text() += ">>";
-    m_writer.endObject();
+    m_writer.endDictionaryObject();
 }
 
 std::string Merge::identifier()
@@ -258,30 +252,23 @@ void Merge::appendIdentifiers()
     const std::string own = identifier();
     pdf_obj *identifiers = m_source.get(m_source.trailer(), PDF_NAME(ID));
     const std::string first = PdfSource::bytes(m_source.context(), m_source.at(identifiers, 0));
-    m_writer.text() += "/ID[";
+    m_writer.key("ID").beginArray();
     // The key of an encryption that is kept depends on the first one.
     m_writer.appendString(first.empty() && m_encrypt == 0 ? own : first);
-    m_writer.appendString(own);
-    m_writer.text() += ']';
+    m_writer.appendString(own).endArray();
 }
 
 void Merge::finish()
 {
-    std::string entries;
-    entries.swap(m_writer.text());
-    m_writer.text() += "/Root ";
-    m_writer.appendReference(m_root);
+    m_writer.beginTrailer().key("Root").appendReference(m_root);
     if (m_information != 0) {
-        m_writer.text() += "/Info ";
-        m_writer.appendReference(m_information);
+        m_writer.key("Info").appendReference(m_information);
     }
     if (m_encrypt != 0) {
-        m_writer.text() += "/Encrypt ";
-        m_writer.appendReference(m_encrypt);
+        m_writer.key("Encrypt").appendReference(m_encrypt);
     }
     appendIdentifiers();
-    entries.swap(m_writer.text());
-    m_writer.finish(entries);
+    m_writer.finish();
 }
 
 } // namespace

@@ -137,7 +137,11 @@ std::string lockedFile(const Lock &lock, const QByteArray &comment)
         return lock.streams == "StdCF" ? handler.encrypted(number, bytes) : bytes.toStdString();
     };
     quorlin::test::PdfBuilder pdf;
-    pdf.addPage(stream(content, comment + "BT /F1 12 Tf 72 700 Td (Secret) Tj ET"));
+    const int page =
+        pdf.addPage(stream(content, comment + "BT /F1 12 Tf 72 700 Td (Secret) Tj ET"));
+    if (lock.hasMissingPage) {
+        pdf.setPageTree("<</Type/Pages/Kids[" + std::to_string(page) + " 0 R 99 0 R]/Count 2>>");
+    }
     const QByteArray packet = "<x>Hidden metadata</x>";
     pdf.addStream("/Type/Metadata/Subtype/XML",
                   lock.encryptsMetadata ? stream(metadata, packet) : packet.toStdString());

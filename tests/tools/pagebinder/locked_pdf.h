@@ -16,6 +16,7 @@ struct Lock
     QByteArray streams = "StdCF";
     QByteArray strings = "StdCF";
     bool encryptsMetadata = true; ///< revision 4
+    bool hasMissingPage = false;  ///< a second page whose object is not in the file
 };
 
 /// A file whose page shows "Secret" with the Title "Hidden title" and the metadata "<x>Hidden

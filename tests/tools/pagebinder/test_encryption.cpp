@@ -32,6 +32,7 @@ private slots:
     void filtersThatDifferCannotBeKept_data();
     void filtersThatDifferCannotBeKept();
     void metadataIsReadableWhereItWas();
+    void aStandInPageIsEncryptedWhereMetadataIsReadable();
     void aLongStreamIsEncryptedToItsEnd();
     void aStreamWithItsOwnCryptFilterLosesIt_data();
     void aStreamWithItsOwnCryptFilterLosesIt();
@@ -157,6 +158,18 @@ void TestEncryption::metadataIsReadableWhereItWas()
     QVERIFY(bytes.contains("<x>Hidden metadata</x>"));
     QVERIFY(!bytes.contains("Secret"));
     QCOMPARE(PdfInspector(output()).text(1), QByteArray("Secret"));
+}
+
+void TestEncryption::aStandInPageIsEncryptedWhereMetadataIsReadable()
+{
+    Lock lock = forbidding(4);
+    lock.encryptsMetadata = false;
+    lock.hasMissingPage = true;
+    QCOMPARE(merge(save(lockedFile(lock)), "1-2", output()).status, 3);
+    PdfInspector inspector(output());
+    QCOMPARE(inspector.text(1), QByteArray("Secret"));
+    QCOMPARE(inspector.text(2),
+             QByteArray("Page 2 of in.pdf could not be read. This page stands in its place."));
 }
 
 void TestEncryption::aLongStreamIsEncryptedToItsEnd()

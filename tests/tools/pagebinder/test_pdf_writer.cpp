@@ -46,6 +46,11 @@ private slots:
     void strings_data();
     void strings();
     void numbers();
+    void entriesAreKeysWithValues();
+    void blanksPartWhatWouldRunTogether();
+    void numbersAreNoPartOfAnEmptyName();
+    void referencesToNoObjectAreNull();
+    void streamsStandBehindTheirDictionary();
     void theTableLeadsToEveryObject();
     void largeFilesAreWrittenInPieces();
     void stringsAreEncryptedInTheirObjects();
@@ -110,19 +115,65 @@ void TestPdfWriter::strings()
 void TestPdfWriter::numbers()
 {
     tools::PdfWriter writer(m_output);
-    writer.appendNumber(-9'000'000'000);
-    writer.text() += ' ';
-    writer.appendReal(0.5F);
-    writer.text() += ' ';
-    writer.appendReal(-1234567.0F);
-    writer.text() += ' ';
-    writer.appendReal(1e-7F);
-    writer.text() += ' ';
-    writer.appendReal(std::numeric_limits<float>::infinity());
-    writer.text() += ' ';
-    writer.appendReference(12);
+    writer.appendNumber(-9'000'000'000).appendReal(0.5F).appendReal(-1234567.0F).appendReal(1e-7F);
+    writer.appendReal(std::numeric_limits<float>::infinity()).appendReference(12);
     // Exponents are unknown to the format, and so is infinity.
     QCOMPARE(writer.text(), std::string("-9000000000 0.5 -1234567 0.0000001 0 12 0 R"));
+}
+
+void TestPdfWriter::entriesAreKeysWithValues()
+{
+    tools::PdfWriter writer(m_output);
+    writer.beginDictionary().key("Type").appendName("Page");
+    writer.key("Parent").appendReference(2);
+    writer.key("Rotate").appendNumber(90);
+    writer.key("UserUnit").appendReal(1.5F);
+    writer.key("Title").appendString("text");
+    writer.key("Marked").appendBoolean(true);
+    writer.key("Suspects").appendBoolean(false);
+    writer.key("Resources").beginDictionary().endDictionary();
+    writer.key("Annots").appendReferences({4, 5});
+    writer.endDictionary();
+    QCOMPARE(writer.text(),
+             std::string("<</Type/Page/Parent 2 0 R/Rotate 90/UserUnit 1.5/Title(text)/Marked true"
+                         "/Suspects false/Resources<<>>/Annots[4 0 R 5 0 R ]>>"));
+}
+
+void TestPdfWriter::blanksPartWhatWouldRunTogether()
+{
+    tools::PdfWriter writer(m_output);
+    writer.beginArray().appendNumber(0).appendNull().appendReference(7).appendBoolean(true);
+    writer.appendName("Fit").appendName("XYZ").appendNumber(1).appendString("a").appendNumber(2);
+    writer.beginDictionary().endDictionary().appendNumber(3).beginArray().appendReal(4).endArray();
+    writer.appendNumber(5).appendBlank().appendNumber(6).endArray();
+    QCOMPARE(writer.text(), std::string("[0 null 7 0 R true/Fit/XYZ 1(a)2<<>>3[4]5 6]"));
+}
+
+/// Without the blank, the number would become the name.
+void TestPdfWriter::numbersAreNoPartOfAnEmptyName()
+{
+    tools::PdfWriter writer(m_output);
+    writer.key("").appendNumber(5);
+    QCOMPARE(writer.text(), std::string("/ 5"));
+}
+
+void TestPdfWriter::referencesToNoObjectAreNull()
+{
+    tools::PdfWriter writer(m_output);
+    writer.appendReferences({3, 0, 4}).appendReferences({});
+    QCOMPARE(writer.text(), std::string("[3 0 R null 4 0 R ][]"));
+}
+
+void TestPdfWriter::streamsStandBehindTheirDictionary()
+{
+    tools::PdfWriter writer(m_output);
+    writer.beginDictionaryObject(writer.allocate(), "Metadata").key("Length").appendNumber(4);
+    writer.beginStream().appendBytes("<x/>").endStream();
+    writer.beginDictionaryObject(writer.allocate());
+    writer.endDictionaryObject();
+    QCOMPARE(writer.text(),
+             std::string("1 0 obj\n<</Type/Metadata/Length 4>>\nstream\n<x/>\nendstream\nendobj\n"
+                         "2 0 obj\n<<>>\nendobj\n"));
 }
 
 void TestPdfWriter::theTableLeadsToEveryObject()
@@ -134,12 +185,13 @@ void TestPdfWriter::theTableLeadsToEveryObject()
     const int last = writer.allocate();
     QCOMPARE(writer.objectCount(), std::size_t(4));
     writer.beginObject(last);
-    writer.text() += "(last)";
+    writer.appendString("last");
     writer.endObject();
     writer.beginObject(first);
-    writer.text() += "(first)";
+    writer.appendString("first");
     writer.endObject();
-    writer.finish("/Root 1 0 R");
+    writer.beginTrailer().key("Root").appendReference(first);
+    writer.finish();
     const std::string &file = m_output.content;
     QVERIFY(file.rfind("%PDF-1.4\n%", 0) == 0);
     const std::size_t table = file.find("xref\n0 4\n");
@@ -168,12 +220,13 @@ void TestPdfWriter::largeFilesAreWrittenInPieces()
     const std::string large(std::size_t{3} << 20U, 'x');
     for (int i = 0; i < 3; ++i) {
         writer.beginObject(writer.allocate());
-        writer.text() += large;
+        writer.appendBytes(large);
         writer.endObject();
     }
     QVERIFY(m_output.content.size() > large.size());
     QVERIFY(writer.text().size() < 2 * large.size());
-    writer.finish("");
+    writer.beginTrailer();
+    writer.finish();
     const std::size_t table = m_output.content.rfind("xref\n0 4\n");
     const std::size_t third = m_output.content.find("3 0 obj\n");
     QCOMPARE(std::stoul(m_output.content.substr(table + 9 + 60, 10)), third);

@@ -8,7 +8,7 @@ void ContentResources::writeForPage(pdf_obj *resources, pdf_obj *contents,
     if (m_source.isDictionary(m_source.resolve(resources))) {
         write(resources, contentStreams(m_source, contents), appearances);
     } else {
-        m_copier.text() += "/Resources<<>>";
+        m_copier.writer().key("Resources").beginDictionary().endDictionary();
     }
 }
 
@@ -52,12 +52,11 @@ void ContentResources::write(pdf_obj *resources, const Streams &streams,
         return;
     }
     ResourceUse use(m_source, dictionary);
-    if (!use.isComplete() && use.isWorthScanning()) {
-        findUse(use, streams, appearances);
-    } else {
+    if (use.isComplete() || !use.isWorthScanning()) {
         m_copier.writeEntry("Resources", resources, Role::resources);
         return;
     }
+    findUse(use, streams, appearances);
     writePruned(resources, use);
 }
 
@@ -71,14 +70,14 @@ void ContentResources::writePruned(pdf_obj *resources, ResourceUse &use)
         return key != "Font" && key != "XObject" && key != "ExtGState" && key != "ColorSpace" &&
                key != "Pattern" && key != "Shading" && key != "Properties";
     };
-    m_copier.text() += "/Resources<<";
+    m_copier.writer().key("Resources").beginDictionary();
     if (!m_copier.isForeign(use.dictionary(), m_source.numberOf(resources), Role::resources)) {
         m_copier.writeEntries(use.dictionary(), Role::resources, isOther);
     }
     for (std::size_t i = 0; i < resourceKindCount; ++i) {
         writeKind(use, static_cast<ResourceKind>(i));
     }
-    m_copier.text() += ">>";
+    m_copier.writer().endDictionary();
 }
 
 void ContentResources::writeKind(ResourceUse &use, ResourceKind kind)
@@ -94,8 +93,7 @@ void ContentResources::writeKind(ResourceUse &use, ResourceKind kind)
     if (m_copier.isForeign(m_source.resolve(value), m_source.numberOf(value), role)) {
         return;
     }
-    m_copier.writer().appendName(name);
-    m_copier.text() += "<<";
+    m_copier.writer().key(name).beginDictionary();
     for (const ResourceUse::Entry &entry : use.entries(kind)) {
         const Role entryRole = childRole(role, entry.name);
         if (entry.used && entry.longNames.empty()) {
@@ -105,7 +103,7 @@ void ContentResources::writeKind(ResourceUse &use, ResourceKind kind)
             m_copier.writeEntry(longName, entry.value, entryRole);
         }
     }
-    m_copier.text() += ">>";
+    m_copier.writer().endDictionary();
 }
 
 void ContentResources::findUse(ResourceUse &use, const Streams &streams,

@@ -14,16 +14,11 @@ namespace {
 constexpr int deepestValue = 200;
 constexpr std::size_t largeStream = std::size_t{1} << 20;
 
-bool isOneOf(const char *name, const char *const *first, std::size_t count)
-{
-    return std::any_of(first, first + count,
-                       [name](const char *other) { return std::strcmp(name, other) == 0; });
-}
-
 template <std::size_t Count>
 bool isOneOf(const char *name, const std::array<const char *, Count> &names)
 {
-    return isOneOf(name, names.data(), Count);
+    return std::any_of(names.begin(), names.end(),
+                       [name](const char *other) { return std::strcmp(name, other) == 0; });
 }
 
 constexpr std::array<const char *, 6> treeTypes = {"Page",     "Pages",  "Catalog",
@@ -168,7 +163,7 @@ bool ObjectCopier::writeScalar(pdf_obj *value)
         const char *bytes = pdf_to_string(context, value, &length);
         m_writer.appendString({bytes, length});
     } else if (pdf_is_bool(context, value)) {
-        text() += pdf_to_bool(context, value) != 0 ? "true" : "false";
+        m_writer.appendBoolean(pdf_to_bool(context, value) != 0);
     } else {
         return false;
     }
@@ -179,12 +174,7 @@ void ObjectCopier::write(pdf_obj *value, Role role, int depth)
 {
     fz_context *context = m_source.context();
     if (pdf_is_indirect(context, value)) {
-        const int number = target(value, role);
-        if (number == 0) {
-            text() += "null";
-        } else {
-            m_writer.appendReference(number);
-        }
+        m_writer.appendReference(target(value, role));
         return;
     }
     if (writeScalar(value)) {
@@ -196,7 +186,7 @@ void ObjectCopier::write(pdf_obj *value, Role role, int depth)
     } else if (isCopied && m_source.isDictionary(value)) {
         writeDictionary(value, role, depth);
     } else {
-        text() += "null";
+        m_writer.appendNull();
     }
 }
 
@@ -204,24 +194,24 @@ void ObjectCopier::writeArray(pdf_obj *array, Role role, int depth)
 {
     fz_context *context = m_source.context();
     const int length = pdf_array_len(context, array);
-    text() += '[';
+    m_writer.beginArray();
     for (int i = 0; i < length; ++i) {
         if (i != 0) {
-            text() += ' ';
+            m_writer.appendBlank();
         }
         write(pdf_array_get(context, array, i), role, depth + 1);
     }
-    text() += ']';
+    m_writer.endArray();
 }
 
 void ObjectCopier::writeDictionary(pdf_obj *dictionary, Role role, int depth)
 {
-    text() += "<<";
+    m_writer.beginDictionary();
     writeEntries(dictionary, role, nullptr, depth);
     if (role == Role::font && m_resources != nullptr) {
         m_resources->writeForFont(dictionary);
     }
-    text() += ">>";
+    m_writer.endDictionary();
 }
 
 void ObjectCopier::writeEntries(pdf_obj *dictionary, Role role, KeyFilter filter, int depth)
@@ -263,18 +253,16 @@ void ObjectCopier::writeEntry(std::string_view key, pdf_obj *value, Role role, i
     if (pdf_is_indirect(context, value)) {
         const int number = target(value, role);
         if (number != 0) {
-            m_writer.appendName(key);
-            text() += ' ';
-            m_writer.appendReference(number);
+            m_writer.key(key).appendReference(number);
         }
         return;
     }
     if (pdf_is_null(context, value) || isForeign(value, 0, role)) {
         return;
     }
-    m_writer.appendName(key);
+    m_writer.key(key);
     if (!pdf_is_name(context, value)) {
-        text() += ' ';
+        m_writer.appendBlank();
     }
     write(value, role, depth);
 }
@@ -332,8 +320,7 @@ void ObjectCopier::copyStream(const Queued &queued, pdf_obj *dictionary)
 {
     // A stream with an encryption of its own leaves it behind together with its other filters.
     const bool decoded = hasCryptFilter(dictionary);
-    m_writer.beginObject(queued.target);
-    text() += "<<";
+    m_writer.beginDictionaryObject(queued.target);
     writeStreamEntries(queued, dictionary, decoded);
     if (m_resources != nullptr && m_source.raw(dictionary, PDF_NAME(Resources)) != nullptr) {
         m_resources->writeForStream(dictionary, queued.number);
@@ -365,7 +352,7 @@ void ObjectCopier::writeData(const Queued &queued, bool decoded, bool plain)
     m_source.readStream(queued.number, decoded, [&](const unsigned char *data, std::size_t size) {
         length += size;
         if (lengthObject != 0) {
-            text().append(reinterpret_cast<const char *>(data), size);
+            m_writer.appendBytes({reinterpret_cast<const char *>(data), size});
             m_writer.flushIfLarge();
             return true;
         }
@@ -373,10 +360,7 @@ void ObjectCopier::writeData(const Queued &queued, bool decoded, bool plain)
         if (start.size() > largeStream && !encrypting) {
             // What is long passes through in pieces; its length is written behind it.
             lengthObject = m_writer.allocate();
-            text() += "/Length ";
-            m_writer.appendReference(lengthObject);
-            text() += ">>\nstream\n";
-            text() += start;
+            m_writer.key("Length").appendReference(lengthObject).beginStream().appendBytes(start);
         }
         return true;
     });
@@ -384,13 +368,10 @@ void ObjectCopier::writeData(const Queued &queued, bool decoded, bool plain)
         if (encrypting) {
             start = m_writer.encrypted(queued.target, start);
         }
-        text() += "/Length ";
-        m_writer.appendNumber(static_cast<std::int64_t>(start.size()));
-        text() += ">>\nstream\n";
-        text() += start;
+        m_writer.key("Length").appendNumber(static_cast<std::int64_t>(start.size()));
+        m_writer.beginStream().appendBytes(start);
     }
-    text() += "\nendstream";
-    m_writer.endObject();
+    m_writer.endStream();
     if (lengthObject != 0) {
         m_writer.beginObject(lengthObject);
         m_writer.appendNumber(static_cast<std::int64_t>(length));
@@ -398,25 +379,25 @@ void ObjectCopier::writeData(const Queued &queued, bool decoded, bool plain)
     }
 }
 
-int ObjectCopier::addStream(std::string entries, std::string data)
+int ObjectCopier::addStream(std::string data, std::string_view type, std::string_view subtype)
 {
     const int number = m_writer.allocate();
-    m_added.push_back({number, std::move(entries), std::move(data)});
+    m_added.push_back({number, std::move(data), type, subtype});
     return number;
 }
 
 void ObjectCopier::writeAddedStream(const AddedStream &stream)
 {
-    const bool encrypting = m_writer.isEncrypting() && !m_plainMetadata;
+    const bool isReadable = m_plainMetadata && stream.type == "Metadata";
+    const bool encrypting = m_writer.isEncrypting() && !isReadable;
     const std::string data =
         encrypting ? m_writer.encrypted(stream.target, stream.data) : stream.data;
-    m_writer.beginObject(stream.target);
-    text() += "<<" + stream.entries + "/Length ";
-    m_writer.appendNumber(static_cast<std::int64_t>(data.size()));
-    text() += ">>\nstream\n";
-    text() += data;
-    text() += "\nendstream";
-    m_writer.endObject();
+    m_writer.beginDictionaryObject(stream.target, stream.type);
+    if (!stream.subtype.empty()) {
+        m_writer.key("Subtype").appendName(stream.subtype);
+    }
+    m_writer.key("Length").appendNumber(static_cast<std::int64_t>(data.size()));
+    m_writer.beginStream().appendBytes(data).endStream();
 }
 
 } // namespace tools

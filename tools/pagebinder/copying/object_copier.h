@@ -30,7 +30,6 @@ public:
 
     PdfSource &source() noexcept { return m_source; }
     PdfWriter &writer() noexcept { return m_writer; }
-    std::string &text() noexcept { return m_writer.text(); }
 
     /// From now on a link to object @p number becomes one to @p target, or null when that is 0. A
     /// damaged file may use the same object as something else too, which is copied as that.
@@ -62,7 +61,8 @@ public:
 
     /// Takes up a stream of one's own. @returns its number in the output; it is written with those
     /// that have been referred to
-    int addStream(std::string entries, std::string data);
+    /// @param type its /Type, "" for none; a literal, and so is @p subtype
+    int addStream(std::string data, std::string_view type = {}, std::string_view subtype = {});
 
     /// Leaves the document's metadata readable in a file that is encrypted otherwise.
     void setPlainMetadata() noexcept { m_plainMetadata = true; }
@@ -101,8 +101,9 @@ private:
     struct AddedStream
     {
         int target;
-        std::string entries;
         std::string data;
+        std::string_view type;
+        std::string_view subtype;
     };
 
     const int *mappedTarget(int number) const;

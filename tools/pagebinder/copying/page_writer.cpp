@@ -25,46 +25,48 @@ bool isPageKey(std::string_view key)
 
 } // namespace
 
-void PageWriter::write(const OutputPage &page, int parent, const std::string &annotations,
+void PageWriter::write(const OutputPage &page, int parent, const std::vector<int> &annotations,
                        const std::vector<Drawing> &appearances)
 {
-    std::string &text = m_copier.text();
-    m_copier.writer().beginObject(page.target);
-    text += "<</Type/Page/Parent ";
-    m_copier.writer().appendReference(parent);
+    PdfWriter &writer = m_copier.writer();
+    writer.beginDictionaryObject(page.target, "Page").key("Parent").appendReference(parent);
     writeInherited(page.found);
     m_copier.writeEntries(page.found.page, Role::page, isPageKey);
     m_resources.writeForPage(m_tree.inherited(page.found, PDF_NAME(Resources)),
                              m_source.raw(page.found.page, PDF_NAME(Contents)), appearances);
     m_tags.writePageKey();
     if (!annotations.empty()) {
-        text += "/Annots[";
-        text += annotations;
-        text += ']';
+        writer.key("Annots").appendReferences(annotations);
     }
-    text += ">>";
-    m_copier.writer().endObject();
+    writer.endDictionaryObject();
 }
 
 void PageWriter::writeStandIn(const OutputPage &page, int parent)
 {
     const Size size = sizeOf(page.found);
     const std::string &path = m_source.path();
-    const int content =
-        m_copier.addStream("", standInContent(size.width, size.height, page.sourcePage,
-                                              path.substr(path.find_last_of('/') + 1)));
-    m_copier.writer().beginObject(page.target);
-    m_copier.text() += "<</Type/Page/Parent ";
-    m_copier.writer().appendReference(parent);
-    m_copier.text() += "/MediaBox[0 0 ";
-    m_copier.writer().appendReal(size.width);
-    m_copier.text() += ' ';
-    m_copier.writer().appendReal(size.height);
-    m_copier.text() += "]/Resources<</Font<</F<</Type/Font/Subtype/Type1/BaseFont/Helvetica"
-                       "/Encoding/WinAnsiEncoding>>>>>>/Contents ";
-    m_copier.writer().appendReference(content);
-    m_copier.text() += ">>";
-    m_copier.writer().endObject();
+    const int content = m_copier.addStream(standInContent(size.width, size.height, page.sourcePage,
+                                                          path.substr(path.find_last_of('/') + 1)));
+    PdfWriter &writer = m_copier.writer();
+    writer.beginDictionaryObject(page.target, "Page").key("Parent").appendReference(parent);
+    writeMediaBox(size);
+    writer.key("Resources").beginDictionary().key("Font").beginDictionary();
+    writer.key("F").beginDictionary().key("Type").appendName("Font");
+    writer.key("Subtype").appendName("Type1").key("BaseFont").appendName("Helvetica");
+    writer.key("Encoding").appendName("WinAnsiEncoding");
+    writer.endDictionary().endDictionary().endDictionary();
+    writer.key("Contents").appendReference(content);
+    writer.endDictionaryObject();
+}
+
+void PageWriter::writeMediaBox(const Size &size)
+{
+    PdfWriter &writer = m_copier.writer();
+    writer.key("MediaBox").beginArray();
+    for (const double side : {0.0, 0.0, size.width, size.height}) {
+        writer.appendReal(static_cast<float>(side));
+    }
+    writer.endArray();
 }
 
 /// The size that a page at this place in the tree has, as far as the tree says.
@@ -86,7 +88,7 @@ void PageWriter::writeInherited(const FoundPage &page)
     if (box != nullptr) {
         m_copier.writeEntry("MediaBox", m_source.resolve(box), Role::plain);
     } else {
-        m_copier.text() += "/MediaBox[0 0 612 792]";
+        writeMediaBox({});
     }
     m_copier.writeEntry("CropBox", m_source.resolve(m_tree.inherited(page, PDF_NAME(CropBox))),
                         Role::plain);

@@ -28,9 +28,9 @@ public:
     }
 
     /// @param parent number of the page tree's root
-    /// @param annotations what stands in /Annots, "" for none
+    /// @param annotations numbers of what stands in /Annots
     /// @param appearances appearance streams, which may use the page's resources
-    void write(const OutputPage &page, int parent, const std::string &annotations,
+    void write(const OutputPage &page, int parent, const std::vector<int> &annotations,
                const std::vector<Drawing> &appearances);
 
     /// Writes a page in place of one that cannot be read, which says so in print.
@@ -45,6 +45,7 @@ private:
     };
 
     void writeInherited(const FoundPage &page);
+    void writeMediaBox(const Size &size);
     Size sizeOf(const FoundPage &page);
 
     ObjectCopier &m_copier;

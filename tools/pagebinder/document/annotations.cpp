@@ -98,12 +98,10 @@ void Annotations::write(std::size_t index)
 
 void Annotations::writeAnnotation(const Annotation &annotation, int page)
 {
-    std::string &text = m_copier.text();
+    PdfWriter &writer = m_copier.writer();
     pdf_obj *dictionary = annotation.dictionary;
     pdf_obj *kind = m_source.get(dictionary, PDF_NAME(Subtype));
-    m_copier.writer().beginObject(annotation.target);
-    text += "<</Type/Annot/P ";
-    m_copier.writer().appendReference(page);
+    writer.beginDictionaryObject(annotation.target, "Annot").key("P").appendReference(page);
     m_copier.writeEntries(dictionary, Role::annotation, isPlainAnnotationKey);
     m_tags.writeAnnotationKey(annotation.target);
     writeReference("Popup", m_source.raw(dictionary, PDF_NAME(Popup)));
@@ -117,11 +115,10 @@ void Annotations::writeAnnotation(const Annotation &annotation, int page)
     if (destination == nullptr) {
         m_destinations.writeAction("A", m_source.raw(dictionary, PDF_NAME(A)));
     } else if (m_destinations.pageOf(destination) != 0) {
-        text += "/Dest";
+        writer.key("Dest");
         m_destinations.write(destination);
     }
-    text += ">>";
-    m_copier.writer().endObject();
+    writer.endDictionaryObject();
 }
 
 void Annotations::writeLook(const Annotation &annotation, int page)
@@ -134,13 +131,12 @@ void Annotations::writeLook(const Annotation &annotation, int page)
                key == "Border" || key == "BS" || key == "C" || key == "QuadPoints";
     };
     const bool isSeal = annotation.extent == Extent::seal;
-    m_copier.writer().beginObject(annotation.target);
-    m_copier.text() += isSeal ? "<</Type/Annot/Subtype/Stamp/P " : "<</Type/Annot/Subtype/Link/P ";
-    m_copier.writer().appendReference(page);
+    PdfWriter &writer = m_copier.writer();
+    writer.beginDictionaryObject(annotation.target, "Annot");
+    writer.key("Subtype").appendName(isSeal ? "Stamp" : "Link").key("P").appendReference(page);
     m_copier.writeEntries(annotation.dictionary, Role::annotation, isSeal ? kept : keptOfLink);
     m_tags.writeAnnotationKey(annotation.target);
-    m_copier.text() += ">>";
-    m_copier.writer().endObject();
+    writer.endDictionaryObject();
 }
 
 void Annotations::writeReference(std::string_view key, pdf_obj *value)
@@ -148,20 +144,17 @@ void Annotations::writeReference(std::string_view key, pdf_obj *value)
     const int number = m_source.numberOf(value);
     const int target = number == 0 ? 0 : m_copier.mapped(number);
     if (target != 0) {
-        m_copier.writer().appendName(key);
-        m_copier.text() += ' ';
-        m_copier.writer().appendReference(target);
+        m_copier.writer().key(key).appendReference(target);
     }
 }
 
-std::string Annotations::references(std::size_t index) const
+std::vector<int> Annotations::targets(std::size_t index) const
 {
-    std::string text;
+    std::vector<int> targets;
     for (const Annotation &annotation : m_pages[index].annotations) {
-        text += std::to_string(annotation.target);
-        text += " 0 R ";
+        targets.push_back(annotation.target);
     }
-    return text;
+    return targets;
 }
 
 std::vector<Drawing> Annotations::appearances(std::size_t index)

@@ -30,8 +30,8 @@ public:
     /// Writes the annotations of the page that was added as number @p index.
     void write(std::size_t index);
 
-    /// What stands in the page's /Annots; empty for none.
-    std::string references(std::size_t index) const;
+    /// Numbers in the output of what stands in the page's /Annots.
+    std::vector<int> targets(std::size_t index) const;
 
     /// The appearances on the page. What their own resources do not list they find in the page's.
     std::vector<Drawing> appearances(std::size_t index);

@@ -9,18 +9,14 @@ int Bookmarks::write(const std::vector<OutputPage> &pages)
     if (items.empty()) {
         return 0;
     }
-    const int root = m_copier.writer().allocate();
+    PdfWriter &writer = m_copier.writer();
+    const int root = writer.allocate();
     number(items);
-    m_copier.writer().beginObject(root);
-    std::string &text = m_copier.text();
-    text += "<</Type/Outlines/First ";
-    m_copier.writer().appendReference(items.front().target);
-    text += "/Last ";
-    m_copier.writer().appendReference(items.back().target);
-    text += "/Count ";
-    m_copier.writer().appendNumber(visibleCount(items));
-    text += ">>";
-    m_copier.writer().endObject();
+    writer.beginDictionaryObject(root, "Outlines");
+    writer.key("First").appendReference(items.front().target);
+    writer.key("Last").appendReference(items.back().target);
+    writer.key("Count").appendNumber(visibleCount(items));
+    writer.endDictionaryObject();
     writeItems(items, root);
     return root;
 }
@@ -78,26 +74,21 @@ void Bookmarks::writeItem(const std::vector<Item> &items, std::size_t place, int
     const KeyFilter kept = [](std::string_view key) {
         return key == "Title" || key == "C" || key == "F";
     };
-    writer.beginObject(item.target);
-    writer.text() += "<<";
+    writer.beginDictionaryObject(item.target);
     m_copier.writePlainEntries(item.dictionary, kept);
-    writer.text() += "/Parent ";
-    writer.appendReference(parent);
+    writer.key("Parent").appendReference(parent);
     if (place > 0) {
-        writer.text() += "/Prev ";
-        writer.appendReference(items[place - 1].target);
+        writer.key("Prev").appendReference(items[place - 1].target);
     }
     if (place + 1 < items.size()) {
-        writer.text() += "/Next ";
-        writer.appendReference(items[place + 1].target);
+        writer.key("Next").appendReference(items[place + 1].target);
     }
     if (item.destination != nullptr) {
-        writer.text() += "/Dest";
+        writer.key("Dest");
         m_destinations.write(item.destination);
     }
     writeChildEntries(item);
-    writer.text() += ">>";
-    writer.endObject();
+    writer.endDictionaryObject();
 }
 
 void Bookmarks::writeChildEntries(const Item &item)
@@ -106,13 +97,10 @@ void Bookmarks::writeChildEntries(const Item &item)
         return;
     }
     PdfWriter &writer = m_copier.writer();
-    writer.text() += "/First ";
-    writer.appendReference(item.kids.front().target);
-    writer.text() += "/Last ";
-    writer.appendReference(item.kids.back().target);
-    writer.text() += "/Count ";
+    writer.key("First").appendReference(item.kids.front().target);
+    writer.key("Last").appendReference(item.kids.back().target);
     const int count = visibleCount(item.kids);
-    writer.appendNumber(item.isOpen ? count : -count);
+    writer.key("Count").appendNumber(item.isOpen ? count : -count);
 }
 
 } // namespace tools

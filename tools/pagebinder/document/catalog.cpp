@@ -50,9 +50,9 @@ void Catalog::writeViewerPreferences()
     }
     // Ranges of pages to print are meant for the whole document.
     const KeyFilter kept = [](std::string_view key) { return key != "PrintPageRange"; };
-    m_copier.text() += "/ViewerPreferences<<";
+    m_copier.writer().key("ViewerPreferences").beginDictionary();
     m_copier.writePlainEntries(preferences, kept);
-    m_copier.text() += ">>";
+    m_copier.writer().endDictionary();
 }
 
 std::string Catalog::loadMetadata(int number)
@@ -92,8 +92,7 @@ void Catalog::writeMetadata()
         m_copier.writeEntry("Metadata", metadata, Role::content);
         return;
     }
-    m_copier.text() += "/Metadata ";
-    m_copier.writer().appendReference(m_copier.addStream("/Type/Metadata/Subtype/XML", xmp));
+    m_copier.writer().key("Metadata").appendReference(m_copier.addStream(xmp, "Metadata", "XML"));
 }
 
 bool Catalog::areSmall(pdf_obj *intents)
@@ -131,8 +130,7 @@ int Catalog::writeInformation()
         return 0;
     }
     const int target = m_copier.writer().allocate();
-    m_copier.writer().beginObject(target);
-    m_copier.text() += "<<";
+    m_copier.writer().beginDictionaryObject(target);
     for (int i = 0; i < length; ++i) {
         pdf_obj *value = m_source.resolve(pdf_dict_get_val(context, information, i));
         if (value != nullptr && !m_source.isArray(value) && !m_source.isDictionary(value)) {
@@ -140,8 +138,7 @@ int Catalog::writeInformation()
                                 value, Role::plain);
         }
     }
-    m_copier.text() += ">>";
-    m_copier.writer().endObject();
+    m_copier.writer().endDictionaryObject();
     return target;
 }
 

@@ -50,19 +50,18 @@ void Destinations::write(pdf_obj *destination)
     fz_context *context = m_source.context();
     pdf_obj *array = m_names.arrayOf(destination);
     const int length = std::min(pdf_array_len(context, array), 8);
-    std::string &text = m_copier.text();
-    text += '[';
-    m_copier.writer().appendReference(pageOfArray(array));
+    PdfWriter &writer = m_copier.writer();
+    writer.beginArray().appendReference(pageOfArray(array));
     for (int i = 1; i < length; ++i) {
-        text += ' ';
+        writer.appendBlank();
         if (!m_copier.writeScalar(m_source.at(array, i))) {
-            text += "null";
+            writer.appendNull();
         }
     }
     if (length < 2) {
-        text += "/Fit";
+        writer.appendName("Fit");
     }
-    text += ']';
+    writer.endArray();
 }
 
 bool Destinations::leadsOutside(pdf_obj *owner)
@@ -94,7 +93,7 @@ void Destinations::writeAction(std::string_view key, pdf_obj *action)
 {
     pdf_obj *resolved = m_source.resolve(action);
     if (m_source.isDictionary(resolved) && isKept(resolved)) {
-        m_copier.writer().appendName(key);
+        m_copier.writer().key(key);
         writeActionValue(resolved, 0);
     }
 }
@@ -107,18 +106,17 @@ bool Destinations::writeActionValue(pdf_obj *action, int depth)
     const KeyFilter kept = [](std::string_view key) {
         return key != "Next" && key != "D" && key != "SD" && key != "JS";
     };
-    std::string &text = m_copier.text();
-    text += "<<";
+    m_copier.writer().beginDictionary();
     m_copier.writeEntries(action, Role::action, kept);
     pdf_obj *destination = m_source.raw(action, PDF_NAME(D));
     if (m_source.isName(m_source.get(action, PDF_NAME(S)), PDF_NAME(GoTo))) {
-        text += "/D";
+        m_copier.writer().key("D");
         write(destination);
     } else {
         m_copier.writeEntry("D", destination, Role::link);
     }
     writeNext(m_source.get(action, PDF_NAME(Next)), depth + 1);
-    text += ">>";
+    m_copier.writer().endDictionary();
     return true;
 }
 
@@ -127,8 +125,7 @@ void Destinations::writeNext(pdf_obj *next, int depth)
     if (next == nullptr || depth > longestActionChain) {
         return;
     }
-    std::string &text = m_copier.text();
-    text += "/Next[";
+    m_copier.writer().key("Next").beginArray();
     if (m_source.isArray(next)) {
         const int length = std::min(pdf_array_len(m_source.context(), next), mostActions);
         for (int i = 0; i < length; ++i) {
@@ -138,7 +135,7 @@ void Destinations::writeNext(pdf_obj *next, int depth)
     } else {
         writeActionValue(next, depth);
     }
-    text += ']';
+    m_copier.writer().endArray();
 }
 
 } // namespace tools

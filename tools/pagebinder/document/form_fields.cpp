@@ -114,8 +114,7 @@ void FormFields::writeWidgetEntries(pdf_obj *widget, int target)
 {
     const auto parent = m_parents.find(target);
     if (parent != m_parents.end()) {
-        m_copier.text() += "/Parent ";
-        m_copier.writer().appendReference(parent->second);
+        m_copier.writer().key("Parent").appendReference(parent->second);
     }
     m_copier.writeEntry("V", m_source.raw(widget, PDF_NAME(V)), Role::unknown);
 }
@@ -129,22 +128,15 @@ void FormFields::writeFields()
 
 void FormFields::writeField(const Field &field)
 {
-    std::string &text = m_copier.text();
-    m_copier.writer().beginObject(field.target);
-    text += "<<";
+    PdfWriter &writer = m_copier.writer();
+    writer.beginDictionaryObject(field.target);
     m_copier.writeEntries(field.dictionary, Role::field, isFieldKey);
     m_copier.writeEntry("V", m_source.raw(field.dictionary, PDF_NAME(V)), Role::unknown);
     if (field.parent != 0) {
-        text += "/Parent ";
-        m_copier.writer().appendReference(field.parent);
+        writer.key("Parent").appendReference(field.parent);
     }
-    text += "/Kids[";
-    for (const int kid : field.kids) {
-        m_copier.writer().appendReference(kid);
-        text += ' ';
-    }
-    text += "]>>";
-    m_copier.writer().endObject();
+    writer.key("Kids").appendReferences(field.kids);
+    writer.endDictionaryObject();
 }
 
 void FormFields::writeForm()
@@ -156,17 +148,11 @@ void FormFields::writeForm()
     const KeyFilter kept = [](std::string_view key) {
         return key == "NeedAppearances" || key == "DA" || key == "Q";
     };
-    std::string &text = m_copier.text();
-    text += "/AcroForm<</Fields[";
-    for (const int root : m_roots) {
-        m_copier.writer().appendReference(root);
-        text += ' ';
-    }
-    text += ']';
+    m_copier.writer().key("AcroForm").beginDictionary().key("Fields").appendReferences(m_roots);
     m_copier.writePlainEntries(form, kept);
     writeCalculationOrder();
     writeDefaultResources(form);
-    text += ">>";
+    m_copier.writer().endDictionary();
 }
 
 void FormFields::writeCalculationOrder()
@@ -183,12 +169,12 @@ void FormFields::writeCalculationOrder()
         return;
     }
     std::sort(placed.begin(), placed.end());
-    m_copier.text() += "/CO[";
+    PdfWriter &writer = m_copier.writer();
+    writer.key("CO").beginArray();
     for (const auto &[place, target] : placed) {
-        m_copier.writer().appendReference(target);
-        m_copier.text() += ' ';
+        writer.appendReference(target);
     }
-    m_copier.text().back() = ']';
+    writer.endArray();
 }
 
 std::vector<std::string> FormFields::namedFonts(pdf_obj *form)
@@ -218,20 +204,20 @@ void FormFields::writeDefaultResources(pdf_obj *form)
     if (!m_source.isDictionary(resources)) {
         return;
     }
-    std::string &text = m_copier.text();
-    text += "/DR<<";
+    PdfWriter &writer = m_copier.writer();
+    writer.key("DR").beginDictionary();
     pdf_obj *fonts = m_source.get(resources, PDF_NAME(Font));
     if (m_source.isDictionary(fonts)) {
-        text += "/Font<<";
+        writer.key("Font").beginDictionary();
         for (const std::string &name : namedFonts(form)) {
             m_copier.writeEntry(name, pdf_dict_gets(m_source.context(), fonts, name.c_str()),
                                 Role::font);
         }
-        text += ">>";
+        writer.endDictionary();
     }
     m_copier.writeEntry("Encoding", m_source.raw(resources, PDF_NAME(Encoding)), Role::encodingMap);
     m_copier.writeEntry("ProcSet", m_source.raw(resources, PDF_NAME(ProcSet)), Role::plain);
-    text += ">>";
+    writer.endDictionary();
 }
 
 } // namespace tools

@@ -19,7 +19,8 @@ void PageLabels::write(const std::vector<int> &pages)
     if (!m_index.hasLabels()) {
         return;
     }
-    m_copier.text() += "/PageLabels<</Nums[";
+    PdfWriter &writer = m_copier.writer();
+    writer.key("PageLabels").beginDictionary().key("Nums").beginArray();
     PageLabelIndex::Numbering current;
     int before = INT_MIN;
     for (std::size_t i = 0; i < pages.size(); ++i) {
@@ -32,11 +33,11 @@ void PageLabels::write(const std::vector<int> &pages)
         if (!known) {
             current = m_index.find(index);
         }
-        m_copier.writer().appendNumber(static_cast<std::int64_t>(i));
+        writer.appendNumber(static_cast<std::int64_t>(i));
         writeNumbering(current, index);
         before = index;
     }
-    m_copier.text() += "]>>";
+    writer.endArray().endDictionary();
 }
 
 bool PageLabelIndex::hasLabels()
@@ -105,10 +106,10 @@ PageLabelIndex::Numbering PageLabelIndex::find(int index)
 void PageLabels::writeNumbering(const PageLabelIndex::Numbering &numbering, int index)
 {
     fz_context *context = m_source.context();
-    std::string &text = m_copier.text();
-    text += "<<";
+    PdfWriter &writer = m_copier.writer();
+    writer.beginDictionary();
     if (!m_source.isDictionary(numbering.dictionary)) {
-        text += "/S/D";
+        writer.key("S").appendName("D");
     } else {
         const KeyFilter kept = [](std::string_view key) { return key == "S" || key == "P"; };
         m_copier.writePlainEntries(numbering.dictionary, kept);
@@ -117,10 +118,9 @@ void PageLabels::writeNumbering(const PageLabelIndex::Numbering &numbering, int 
     const long long begin = start == nullptr ? 1 : pdf_to_int(context, start);
     const long long number = begin + index - numbering.first;
     if (number != 1) {
-        text += "/St ";
-        m_copier.writer().appendNumber(number);
+        writer.key("St").appendNumber(number);
     }
-    text += ">>";
+    writer.endDictionary();
 }
 
 } // namespace tools

@@ -26,8 +26,7 @@ bool isPlainEncryptionKey(std::string_view key)
 void writeBytes(PdfWriter &writer, std::string_view name, const unsigned char *bytes,
                 std::size_t size)
 {
-    writer.appendName(name);
-    writer.appendString({reinterpret_cast<const char *>(bytes), size});
+    writer.key(name).appendString({reinterpret_cast<const char *>(bytes), size});
 }
 
 } // namespace
@@ -92,20 +91,19 @@ void OutputEncryption::writeKeys(PdfWriter &writer)
         writeBytes(writer, "OE", pdf_crypt_owner_encryption(context, crypt), 32);
         writeBytes(writer, "UE", pdf_crypt_user_encryption(context, crypt), 32);
         // The library knows it of encryptions that it makes itself only.
-        writer.appendName("Perms");
-        writer.appendString(encryptionString(m_source, "Perms"));
+        writer.key("Perms").appendString(encryptionString(m_source, "Perms"));
     }
 }
 
 int OutputEncryption::write(ObjectCopier &copier)
 {
-    const int target = copier.writer().allocate();
-    copier.writer().beginObject(target, true);
-    copier.text() += "<<";
+    PdfWriter &writer = copier.writer();
+    const int target = writer.allocate();
+    writer.beginObject(target, true);
+    writer.beginDictionary();
     copier.writeEntries(dictionary(), Role::encryption, isPlainEncryptionKey);
-    writeKeys(copier.writer());
-    copier.text() += ">>";
-    copier.writer().endObject();
+    writeKeys(writer);
+    writer.endDictionaryObject();
     return target;
 }
 

@@ -2,7 +2,6 @@
 
 #include "tools/pdf/pdf_syntax.h"
 
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -14,9 +13,20 @@ namespace {
 constexpr std::size_t largeText = std::size_t{1} << 22;
 constexpr char hexDigits[] = "0123456789ABCDEF";
 
-bool isRegular(unsigned char byte)
+/// The bytes that stand in a name as they are.
+constexpr auto regularBytes = [] {
+    std::array<bool, 256> isRegular{};
+    for (char byte = 0x21; byte < 0x7f; ++byte) {
+        const bool isDelimiter =
+            std::string_view("()<>[]{}/%#").find(byte) != std::string_view::npos;
+        isRegular[static_cast<unsigned char>(byte)] = !isDelimiter;
+    }
+    return isRegular;
+}();
+
+bool isRegular(char byte)
 {
-    return byte > 0x20 && byte < 0x7f && std::strchr("()<>[]{}/%#", byte) == nullptr;
+    return regularBytes[static_cast<unsigned char>(byte)];
 }
 
 /// Whether a number sign in a name, with @p next behind it, stood there as itself in the input:
@@ -37,10 +47,7 @@ void PdfWriter::begin(int version)
     m_written = 0;
     m_offsets.assign(1, 0);
     m_text.reserve(32768);
-    m_text += "%PDF-";
-    appendNumber(version / 10);
-    m_text += '.';
-    appendNumber(version % 10);
+    m_text += "%PDF-" + std::to_string(version / 10) + '.' + std::to_string(version % 10);
     // Four bytes above 127 tell transfer programs that the file is not text.
     m_text += "\n%\xe2\xe3\xcf\xd3\n";
 }
@@ -71,6 +78,25 @@ void PdfWriter::endObject()
     flushIfLarge();
 }
 
+PdfWriter &PdfWriter::beginDictionaryObject(int number, std::string_view type)
+{
+    beginObject(number);
+    beginDictionary();
+    return type.empty() ? *this : key("Type").appendName(type);
+}
+
+void PdfWriter::endDictionaryObject()
+{
+    endDictionary();
+    endObject();
+}
+
+void PdfWriter::endStream()
+{
+    m_text += "\nendstream";
+    endObject();
+}
+
 void PdfWriter::flushIfLarge()
 {
     if (m_text.size() >= largeText) {
@@ -80,9 +106,9 @@ void PdfWriter::flushIfLarge()
     }
 }
 
-void PdfWriter::finish(std::string_view trailerEntries)
+PdfWriter &PdfWriter::beginTrailer()
 {
-    const std::uint64_t start = m_written + m_text.size();
+    m_table = m_written + m_text.size();
     m_text += "xref\n0 ";
     appendNumber(static_cast<std::int64_t>(m_offsets.size()));
     m_text += "\n0000000000 65535 f \n";
@@ -98,67 +124,91 @@ void PdfWriter::finish(std::string_view trailerEntries)
         m_text.append(entry.data(), 20);
         flushIfLarge();
     }
-    m_text += "trailer\n<</Size ";
-    appendNumber(static_cast<std::int64_t>(m_offsets.size()));
-    m_text += trailerEntries;
-    m_text += ">>\nstartxref\n";
-    appendNumber(static_cast<std::int64_t>(start));
-    m_text += "\n%%EOF\n";
+    m_text += "trailer\n";
+    return beginDictionary().key("Size").appendNumber(static_cast<std::int64_t>(m_offsets.size()));
+}
+
+void PdfWriter::finish()
+{
+    endDictionary().appendBytes("\nstartxref\n");
+    appendNumber(static_cast<std::int64_t>(m_table)).appendBytes("\n%%EOF\n");
     m_output.write(m_text.data(), m_text.size());
     m_text.clear();
 }
 
-void PdfWriter::appendNumber(std::int64_t number)
+PdfWriter &PdfWriter::appendWord(std::string_view word)
+{
+    const char last = m_text.empty() ? ' ' : m_text.back();
+    if (isRegular(last) || last == '/') {
+        m_text += ' ';
+    }
+    return appendBytes(word);
+}
+
+PdfWriter &PdfWriter::appendNumber(std::int64_t number)
 {
     std::array<char, 24> digits;
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    m_text.append(digits.data(), end);
+    return appendWord({digits.data(), end});
 }
 
-void PdfWriter::appendReal(float number)
+PdfWriter &PdfWriter::appendReal(float number)
 {
     if (!std::isfinite(number)) {
-        m_text += '0';
-        return;
+        return appendWord("0");
     }
     std::array<char, 64> digits;
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number,
                                    std::chars_format::fixed)
                          .ptr;
-    m_text.append(digits.data(), end);
+    return appendWord({digits.data(), end});
 }
 
-void PdfWriter::appendReference(int number)
+PdfWriter &PdfWriter::appendReference(int number)
 {
-    appendNumber(number);
-    m_text += " 0 R";
+    if (number == 0) {
+        return appendNull();
+    }
+    std::array<char, 24> text;
+    char *end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
+    end = std::copy_n(" 0 R", 4, end);
+    return appendWord({text.data(), end});
 }
 
-void PdfWriter::appendName(std::string_view name)
+PdfWriter &PdfWriter::appendReferences(const std::vector<int> &numbers)
+{
+    beginArray();
+    for (const int number : numbers) {
+        appendReference(number).appendBlank();
+    }
+    return endArray();
+}
+
+PdfWriter &PdfWriter::appendName(std::string_view name)
 {
     m_text += '/';
-    for (std::size_t i = 0; i < name.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(name[i]);
-        if (isRegular(byte) || (byte == '#' && isUnescaped(name.substr(i + 1, 2)))) {
+    const char *const special = std::find_if_not(name.begin(), name.end(), isRegular);
+    m_text.append(name.begin(), special);
+    for (auto i = static_cast<std::size_t>(special - name.begin()); i < name.size(); ++i) {
+        if (isRegular(name[i]) || (name[i] == '#' && isUnescaped(name.substr(i + 1, 2)))) {
             m_text += name[i];
         } else {
+            const auto byte = static_cast<unsigned char>(name[i]);
             m_text += '#';
             m_text += hexDigits[byte >> 4U];
             m_text += hexDigits[byte & 15U];
         }
     }
+    return *this;
 }
 
-void PdfWriter::appendString(std::string_view bytes)
+PdfWriter &PdfWriter::appendString(std::string_view bytes)
 {
-    if (m_cipher != nullptr && m_current != 0) {
-        appendPlainString(encrypted(m_current, bytes));
-    } else {
-        appendPlainString(bytes);
-    }
+    const bool isEncrypted = m_cipher != nullptr && m_current != 0;
+    return isEncrypted ? appendPlainString(encrypted(m_current, bytes)) : appendPlainString(bytes);
 }
 
-void PdfWriter::appendPlainString(std::string_view bytes)
+PdfWriter &PdfWriter::appendPlainString(std::string_view bytes)
 {
     std::size_t odd = 0;
     for (const char c : bytes) {
@@ -172,8 +222,7 @@ void PdfWriter::appendPlainString(std::string_view bytes)
             m_text += hexDigits[byte >> 4U];
             m_text += hexDigits[byte & 15U];
         }
-        m_text += '>';
-        return;
+        return appendBytes(">");
     }
     m_text += '(';
     for (const char c : bytes) {
@@ -190,7 +239,7 @@ void PdfWriter::appendPlainString(std::string_view bytes)
             m_text += c;
         }
     }
-    m_text += ')';
+    return appendBytes(")");
 }
 
 } // namespace tools

@@ -9,17 +9,12 @@ namespace {
 
 using Kind = StructureKid::Kind;
 
-bool isOneOf(std::string_view key, const std::string_view *first, std::size_t count)
-{
-    return std::find(first, first + count, key) != first + count;
-}
-
 /// Texts, names and numbers that say something of the element.
 bool isSimple(std::string_view key)
 {
     constexpr std::array<std::string_view, 9> keys = {
         "T", "Alt", "Lang", "R", "E", "ActualText", "Phoneme", "PhoneticAlphabet", "ID"};
-    return isOneOf(key, keys.data(), keys.size());
+    return std::find(keys.begin(), keys.end(), key) != keys.end();
 }
 
 /// Texts that stand for the content itself, all of it.
@@ -84,59 +79,53 @@ int ElementWriter::pageOf(const StructureCut::Kept &kept) const
 void ElementWriter::write(const StructureCut::Kept &kept, int parent)
 {
     const int page = pageOf(kept);
-    m_copier.writer().beginObject(kept.target);
-    m_copier.text() += "<</Type/StructElem";
+    m_writer.beginDictionaryObject(kept.target, "StructElem");
     writeEntries(kept);
-    m_copier.text() += "/P ";
-    m_copier.writer().appendReference(parent);
+    m_writer.key("P").appendReference(parent);
     if (page != 0) {
-        m_copier.text() += "/Pg ";
-        m_copier.writer().appendReference(page);
+        m_writer.key("Pg").appendReference(page);
     }
     writeKids(kept, page);
-    m_copier.text() += ">>";
-    m_copier.writer().endObject();
+    m_writer.endDictionaryObject();
 }
 
 void ElementWriter::writeKids(const StructureCut::Kept &kept, int page)
 {
-    if (kept.kids.empty()) {
-        return;
+    if (kept.kids.size() == 1) {
+        m_writer.key("K").appendBlank();
+        writeKid(kept, kept.kids.front(), page);
+    } else if (!kept.kids.empty()) {
+        m_writer.key("K").beginArray();
+        for (const StructureCut::Kid &kid : kept.kids) {
+            writeKid(kept, kid, page);
+            m_writer.appendBlank();
+        }
+        m_writer.endArray();
     }
-    const bool isOne = kept.kids.size() == 1;
-    m_copier.text() += isOne ? "/K " : "/K[";
-    for (const StructureCut::Kid &kid : kept.kids) {
-        writeKid(kept, kid, page);
-        m_copier.text() += isOne ? "" : " ";
-    }
-    m_copier.text() += isOne ? "" : "]";
 }
 
 void ElementWriter::writeKid(const StructureCut::Kept &kept, const StructureCut::Kid &kid, int page)
 {
-    PdfWriter &writer = m_copier.writer();
     if (kid.page == StructureCut::none) {
-        writer.appendReference(m_cut.kept()[static_cast<std::size_t>(kid.target)].target);
+        m_writer.appendReference(m_cut.kept()[static_cast<std::size_t>(kid.target)].target);
         return;
     }
     const StructureKid &listed = m_cut.tree().kid({kept.element, kid.position});
     const int own = m_pages[static_cast<std::size_t>(kid.page)].target;
     const bool isMark = listed.kind == Kind::content;
     if (isMark && kid.target == 0 && own == page) {
-        writer.appendNumber(listed.value);
+        m_writer.appendNumber(listed.value);
         return;
     }
-    m_copier.text() += isMark ? "<</Type/MCR/Pg " : "<</Type/OBJR/Pg ";
-    writer.appendReference(own);
+    m_writer.beginDictionary().key("Type").appendName(isMark ? "MCR" : "OBJR");
+    m_writer.key("Pg").appendReference(own);
     if (kid.target != 0) {
-        m_copier.text() += isMark ? "/Stm " : "/Obj ";
-        writer.appendReference(kid.target);
+        m_writer.key(isMark ? "Stm" : "Obj").appendReference(kid.target);
     }
     if (isMark) {
-        m_copier.text() += "/MCID ";
-        writer.appendNumber(listed.value);
+        m_writer.key("MCID").appendNumber(listed.value);
     }
-    m_copier.text() += ">>";
+    m_writer.endDictionary();
 }
 
 void ElementWriter::writeEntries(const StructureCut::Kept &kept)
@@ -154,16 +143,16 @@ void ElementWriter::writeEntry(const StructureCut::Kept &kept, std::string_view 
         writeType(text);
     } else if (key == "ID" && kept.copy != 0) {
         const KeptObject value = m_source.parse(text);
-        m_copier.text() += "/ID";
-        m_copier.writer().appendString(identifierFor(
-            PdfSource::bytes(m_source.context(), m_source.resolve(value.get())), kept.copy));
+        const std::string identifier =
+            PdfSource::bytes(m_source.context(), m_source.resolve(value.get()));
+        m_writer.key("ID").appendString(identifierFor(identifier, kept.copy));
     } else if (isSimple(key)) {
         if (kept.isWhole || !standsForContent(key)) {
             writeSimple(key, text);
         }
     } else if (key == "A") {
         const KeptObject value = m_source.parse(text);
-        m_copier.text() += "/A";
+        m_writer.key("A");
         writeAttributes(value.get(), kept.copy);
     } else if (key == "C") {
         const KeptObject value = m_source.parse(text);
@@ -183,8 +172,7 @@ void ElementWriter::writeType(std::string_view text)
     if (text.front() != '/') {
         return;
     }
-    m_copier.text() += "/S";
-    m_copier.text() += text;
+    m_writer.key("S").appendBytes(text);
     if (m_types.find(text) == m_types.end()) {
         m_types.emplace(text);
     }
@@ -226,15 +214,9 @@ void ElementWriter::writeReferences(std::string_view text, int copy)
             targets.push_back(m_cut.kept()[static_cast<std::size_t>(index)].target);
         }
     }
-    if (targets.empty()) {
-        return;
+    if (!targets.empty()) {
+        m_writer.key("Ref").appendReferences(targets);
     }
-    m_copier.text() += "/Ref[";
-    for (const int target : targets) {
-        m_copier.writer().appendReference(target);
-        m_copier.text() += ' ';
-    }
-    m_copier.text() += ']';
 }
 
 void ElementWriter::writeAttributes(pdf_obj *attributes, int copy)
@@ -245,12 +227,12 @@ void ElementWriter::writeAttributes(pdf_obj *attributes, int copy)
         return;
     }
     const int length = pdf_array_len(m_source.context(), list);
-    m_copier.text() += '[';
+    m_writer.beginArray();
     for (int i = 0; i < length; ++i) {
         writeAttribute(pdf_array_get(m_source.context(), list, i), copy);
-        m_copier.text() += ' ';
+        m_writer.appendBlank();
     }
-    m_copier.text() += ']';
+    m_writer.endArray();
 }
 
 /// Writes a dictionary of attributes, or the number of a revision. One that names headers is
@@ -261,12 +243,12 @@ void ElementWriter::writeAttribute(pdf_obj *attribute, int copy)
     pdf_obj *resolved = m_source.resolve(attribute);
     pdf_obj *headers =
         m_source.isDictionary(resolved) ? m_source.get(resolved, "Headers") : nullptr;
-    m_copier.text() += ' ';
+    m_writer.appendBlank();
     if (headers == nullptr) {
         m_copier.write(attribute, Role::attributes);
         return;
     }
-    m_copier.text() += "<<";
+    m_writer.beginDictionary();
     const int length = pdf_dict_len(context, resolved);
     for (int i = 0; i < length; ++i) {
         const std::string_view key = pdf_to_name(context, pdf_dict_get_key(context, resolved, i));
@@ -277,7 +259,7 @@ void ElementWriter::writeAttribute(pdf_obj *attribute, int copy)
                                 childRole(Role::attributes, key), 1);
         }
     }
-    m_copier.text() += ">>";
+    m_writer.endDictionary();
 }
 
 void ElementWriter::writeHeaders(pdf_obj *headers, int copy)
@@ -296,11 +278,11 @@ void ElementWriter::writeHeaders(pdf_obj *headers, int copy)
     if (kept.empty()) {
         return;
     }
-    m_copier.text() += "/Headers[";
+    m_writer.key("Headers").beginArray();
     for (const std::string &identifier : kept) {
-        m_copier.writer().appendString(identifier);
+        m_writer.appendString(identifier);
     }
-    m_copier.text() += ']';
+    m_writer.endArray();
 }
 
 void ElementWriter::noteClasses(pdf_obj *classes)

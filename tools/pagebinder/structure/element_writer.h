@@ -17,7 +17,8 @@ class ElementWriter
 {
 public:
     ElementWriter(ObjectCopier &copier, StructureCut &cut, const std::vector<TaggedPage> &pages)
-        : m_copier(copier), m_source(copier.source()), m_cut(cut), m_pages(pages)
+        : m_copier(copier), m_writer(copier.writer()), m_source(copier.source()), m_cut(cut),
+          m_pages(pages)
     {
     }
 
@@ -53,6 +54,7 @@ private:
     void noteClasses(pdf_obj *classes);
 
     ObjectCopier &m_copier;
+    PdfWriter &m_writer;
     PdfSource &m_source;
     StructureCut &m_cut;
     const std::vector<TaggedPage> &m_pages;

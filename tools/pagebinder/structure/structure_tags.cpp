@@ -36,22 +36,21 @@ void StructureTags::addPages(std::vector<TaggedPage> pages)
 void StructureTags::writeKey(std::string_view name, int key)
 {
     if (key != StructureKeys::none) {
-        m_copier.text() += name;
-        m_copier.writer().appendNumber(key);
+        m_writer.key(name).appendNumber(key);
     }
 }
 
 void StructureTags::writePageKey()
 {
     if (m_keys) {
-        writeKey("/StructParents ", m_keys->keyOfPage(m_page));
+        writeKey("StructParents", m_keys->keyOfPage(m_page));
     }
 }
 
 void StructureTags::writeAnnotationKey(int target)
 {
     if (m_keys) {
-        writeKey("/StructParent ", m_keys->keyOfAnnotation(target));
+        writeKey("StructParent", m_keys->keyOfAnnotation(target));
     }
 }
 
@@ -62,7 +61,7 @@ void StructureTags::writeStreamKey(pdf_obj *dictionary, int number, int target)
         (!isList && m_source.raw(dictionary, PDF_NAME(StructParent)) == nullptr)) {
         return;
     }
-    writeKey(isList ? "/StructParents " : "/StructParent ",
+    writeKey(isList ? "StructParents" : "StructParent",
              m_keys->addStream(dictionary, number, target, m_page));
 }
 
@@ -73,7 +72,7 @@ void StructureTags::write()
     if (cut == nullptr) {
         return;
     }
-    cut->complete(m_copier.writer());
+    cut->complete(m_writer);
     ElementWriter elements(m_copier, *cut, m_keys->pages());
     elements.writeAll();
     m_hasLostHeaders = elements.hasLostHeaders();
@@ -84,55 +83,45 @@ void StructureTags::writeRoot(ElementWriter &elements)
 {
     pdf_obj *root = m_source.get(m_source.catalog(), "StructTreeRoot");
     const StructureCut::Kept &kept = m_keys->cut()->kept().front();
-    m_copier.writer().beginObject(kept.target);
-    m_copier.text() += "<</Type/StructTreeRoot";
+    m_writer.beginDictionaryObject(kept.target, "StructTreeRoot");
     elements.writeKids(kept, 0);
     writeParentTree();
     writeIdentifiers(elements);
     writeClassMap(m_source.get(root, "ClassMap"), elements);
     writeRoleMap(m_source.get(root, "RoleMap"), elements.types());
     writeNamespaces(m_source.get(root, "Namespaces"));
-    m_copier.text() += ">>";
-    m_copier.writer().endObject();
+    m_writer.endDictionaryObject();
 }
 
 void StructureTags::writeParentTree()
 {
-    PdfWriter &writer = m_copier.writer();
     const std::vector<StructureCut::Kept> &kept = m_keys->cut()->kept();
     const auto targetOf = [&kept](int index) {
         return kept[static_cast<std::size_t>(index)].target;
     };
     int key = 0;
-    m_copier.text() += "/ParentTree<</Nums[";
+    m_writer.key("ParentTree").beginDictionary().key("Nums").beginArray();
     for (const StructureKeys::Entry &entry : m_keys->entries()) {
-        writer.appendNumber(key++);
-        m_copier.text() += ' ';
+        m_writer.appendNumber(key++).appendBlank();
         if (!entry.isList) {
-            writer.appendReference(targetOf(entry.kept));
-            m_copier.text() += ' ';
+            m_writer.appendReference(targetOf(entry.kept)).appendBlank();
             continue;
         }
         std::vector<std::pair<int, int>> marks = entry.marks;
         std::stable_sort(marks.begin(), marks.end(),
                          [](const auto &a, const auto &b) { return a.first < b.first; });
-        m_copier.text() += '[';
-        int next = 0;
+        std::vector<int> targets; // 0 for a mark of no element
         for (const auto &[mark, index] : marks) {
-            if (mark < next) {
-                continue; // two elements have it; the first one counts
+            // Two elements may have it; the first one counts.
+            if (mark >= static_cast<int>(targets.size())) {
+                targets.resize(static_cast<std::size_t>(mark));
+                targets.push_back(targetOf(index));
             }
-            for (; next < mark; ++next) {
-                m_copier.text() += "null ";
-            }
-            writer.appendReference(targetOf(index));
-            m_copier.text() += ' ';
-            ++next;
         }
-        m_copier.text() += ']';
+        m_writer.appendReferences(targets);
     }
-    m_copier.text() += "]>>/ParentTreeNextKey ";
-    writer.appendNumber(key);
+    m_writer.endArray().endDictionary();
+    m_writer.key("ParentTreeNextKey").appendNumber(key);
 }
 
 void StructureTags::writeIdentifiers(const ElementWriter &elements)
@@ -140,13 +129,11 @@ void StructureTags::writeIdentifiers(const ElementWriter &elements)
     if (elements.identifiers().empty()) {
         return;
     }
-    m_copier.text() += "/IDTree<</Names[";
+    m_writer.key("IDTree").beginDictionary().key("Names").beginArray();
     for (const auto &[identifier, target] : elements.identifiers()) {
-        m_copier.writer().appendString(identifier);
-        m_copier.writer().appendReference(target);
-        m_copier.text() += ' ';
+        m_writer.appendString(identifier).appendReference(target).appendBlank();
     }
-    m_copier.text() += "]>>";
+    m_writer.endArray().endDictionary();
 }
 
 /// Types that only other pages use may be named by what stands there, so they stay behind.
@@ -164,7 +151,7 @@ void StructureTags::writeRoleMap(pdf_obj *roles, const std::set<std::string> &ty
             name = pdf_is_name(context, next) != 0 ? pdf_to_name(context, next) : name;
         }
     }
-    m_copier.text() += "/RoleMap<<";
+    m_writer.key("RoleMap").beginDictionary();
     const int length = pdf_dict_len(context, roles);
     for (int i = 0; i < length; ++i) {
         const char *const key = pdf_to_name(context, pdf_dict_get_key(context, roles, i));
@@ -173,7 +160,7 @@ void StructureTags::writeRoleMap(pdf_obj *roles, const std::set<std::string> &ty
             m_copier.writeEntry(key, value, Role::plain);
         }
     }
-    m_copier.text() += ">>";
+    m_writer.endDictionary();
 }
 
 void StructureTags::writeClassMap(pdf_obj *classes, ElementWriter &elements)
@@ -183,15 +170,15 @@ void StructureTags::writeClassMap(pdf_obj *classes, ElementWriter &elements)
     if (elements.classes().empty() || length == 0) {
         return;
     }
-    m_copier.text() += "/ClassMap<<";
+    m_writer.key("ClassMap").beginDictionary();
     for (int i = 0; i < length; ++i) {
         const char *const key = pdf_to_name(context, pdf_dict_get_key(context, classes, i));
         if (elements.classes().count(key) != 0) {
-            m_copier.writer().appendName(key);
+            m_writer.key(key);
             elements.writeAttributes(pdf_dict_get_val(context, classes, i), 0);
         }
     }
-    m_copier.text() += ">>";
+    m_writer.endDictionary();
 }
 
 void StructureTags::writeNamespaces(pdf_obj *spaces)
@@ -205,15 +192,9 @@ void StructureTags::writeNamespaces(pdf_obj *spaces)
             kept.push_back(target);
         }
     }
-    if (kept.empty()) {
-        return;
+    if (!kept.empty()) {
+        m_writer.key("Namespaces").appendReferences(kept);
     }
-    m_copier.text() += "/Namespaces[";
-    for (const int target : kept) {
-        m_copier.writer().appendReference(target);
-        m_copier.text() += ' ';
-    }
-    m_copier.text() += ']';
 }
 
 void StructureTags::writeCatalogEntries()
@@ -222,13 +203,12 @@ void StructureTags::writeCatalogEntries()
     if (cut == nullptr) {
         return;
     }
-    m_copier.text() += "/StructTreeRoot ";
-    m_copier.writer().appendReference(cut->kept().front().target);
+    m_writer.key("StructTreeRoot").appendReference(cut->kept().front().target);
     pdf_obj *marks = m_source.get(m_source.catalog(), "MarkInfo");
     if (m_source.isDictionary(marks)) {
-        m_copier.text() += "/MarkInfo<<";
+        m_writer.key("MarkInfo").beginDictionary();
         m_copier.writePlainEntries(marks, isMarkInformation);
-        m_copier.text() += ">>";
+        m_writer.endDictionary();
     }
 }
 

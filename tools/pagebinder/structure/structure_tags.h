@@ -16,7 +16,8 @@ class StructureTags
 {
 public:
     StructureTags(ObjectCopier &copier, DocumentStructure &structure)
-        : m_copier(copier), m_source(copier.source()), m_structure(structure)
+        : m_copier(copier), m_writer(copier.writer()), m_source(copier.source()),
+          m_structure(structure)
     {
     }
 
@@ -63,6 +64,7 @@ private:
     bool haveAnnotations();
 
     ObjectCopier &m_copier;
+    PdfWriter &m_writer;
     PdfSource &m_source;
     DocumentStructure &m_structure;
     std::unique_ptr<StructureKeys> m_keys;
