@@ -7,6 +7,10 @@ target_include_directories(quorlin_settings INTERFACE "${CMAKE_SOURCE_DIR}")
 if(QUORLIN_WARNINGS_AS_ERRORS)
     target_compile_options(quorlin_settings INTERFACE -Werror)
 endif()
+# Files that are compiled as one are included, and what a file includes should not use its own names.
+if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    target_compile_options(quorlin_settings INTERFACE -Wno-subobject-linkage)
+endif()
 # A fault that writes where it should not is caught early, or finds nothing it can use. The checks of
 # the C library need optimisation; the sanitizers bring better ones of their own.
 if(NOT QUORLIN_SANITIZE)
@@ -21,7 +25,8 @@ if(QUORLIN_SANITIZE)
     set(instrumented "$<NOT:$<BOOL:$<TARGET_PROPERTY:QUORLIN_TEST_CODE>>>")
     set(flags "-fsanitize=${QUORLIN_SANITIZE};-fno-sanitize-recover=all;-Og")
     target_compile_options(quorlin_settings INTERFACE "$<${instrumented}:${flags}>")
-    target_link_options(quorlin_settings INTERFACE -fsanitize=${QUORLIN_SANITIZE})
+    set(watched "$<NOT:$<BOOL:$<TARGET_PROPERTY:QUORLIN_STAND_IN>>>")
+    target_link_options(quorlin_settings INTERFACE "$<${watched}:-fsanitize=${QUORLIN_SANITIZE}>")
 endif()
 
 # Marks every target of FOLDER and below as test code.

@@ -47,6 +47,7 @@ function(quorlin_install_materials component package folder)
     set(archives)
     if(TARGET quorlin::mupdf_static)
         get_target_property(archives quorlin::mupdf_static INTERFACE_LINK_LIBRARIES)
+        list(TRANSFORM archives REPLACE "^m$" "${QUORLIN_ARCHIVE_m}")
     endif()
     install(CODE "
         # An installation may share its folder with others; a package is all that lies in its folder.

@@ -1,3 +1,5 @@
+#include "catalogue.h"
+
 #include "mainwindow/floatform.h"
 #include "mainwindow/process.h"
 #include "mainwindow/secdialog.h"
@@ -101,37 +103,6 @@ QStringList untranslated(const QWidget &window)
     return found;
 }
 
-/// "class: text" of every entry that Qt's own collector finds in the sources.
-QSet<QString> collectedTexts(const QString &catalogue)
-{
-    QProcess collector;
-    QStringList arguments = {"-silent"};
-    for (const char *room : {"analysis", "app", "batch", "common", "mainwindow", "options",
-                             "pipeline", "resources", "rules"}) {
-        arguments << QStringLiteral(QUORLIN_SOURCE_DIR "/") + QLatin1String(room);
-    }
-    collector.start(QStringLiteral(QUORLIN_LUPDATE), arguments << "-ts" << catalogue);
-    collector.waitForFinished(-1);
-    QFile file(catalogue);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    QSet<QString> found;
-    QString context;
-    QXmlStreamReader reader(&file);
-    while (!reader.atEnd()) {
-        if (reader.readNext() != QXmlStreamReader::StartElement) {
-            continue;
-        }
-        if (reader.name() == QLatin1String("name")) {
-            context = reader.readElementText();
-        } else if (reader.name() == QLatin1String("source")) {
-            found.insert(context + ": " + reader.readElementText());
-        }
-    }
-    return found;
-}
-
 } // namespace
 
 class TestEveryText : public QObject
@@ -225,7 +196,7 @@ void TestEveryText::aTranslatedOptionsDialogReadsAndWritesTheSameSettings()
 
 void TestEveryText::theCollectorFindsEveryText()
 {
-    const QSet<QString> collected = collectedTexts(folder.filePath(QStringLiteral("all.ts")));
+    const QStringList collected = collectedTexts(folder.filePath(QStringLiteral("all.ts")));
     QVERIFY(collected.size() > 80);
     QStringList missed;
     for (const QString &text : everyText.asked) {

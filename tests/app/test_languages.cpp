@@ -1,3 +1,5 @@
+#include "catalogue.h"
+
 #include "app/translation.h"
 #include "mainwindow/aboutdialog.h"
 #include "mainwindow/process.h"
@@ -32,48 +34,6 @@ namespace {
 const QStringList languages = {QStringLiteral("de"), QStringLiteral("es"),   QStringLiteral("fr"),
                                QStringLiteral("it"), QStringLiteral("ja"),   QStringLiteral("pl"),
                                QStringLiteral("pt"), QStringLiteral("zh_CN")};
-
-/// Translation of every "class: text" of a catalogue's source.
-QHash<QString, QString> entriesOf(const QString &path)
-{
-    QHash<QString, QString> entries;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return entries;
-    }
-    QString context;
-    QString source;
-    QXmlStreamReader reader(&file);
-    while (!reader.atEnd()) {
-        if (reader.readNext() != QXmlStreamReader::StartElement) {
-            continue;
-        }
-        if (reader.name() == QLatin1String("name")) {
-            context = reader.readElementText();
-        } else if (reader.name() == QLatin1String("source")) {
-            source = reader.readElementText();
-        } else if (reader.name() == QLatin1String("translation")) {
-            const bool unfinished = reader.attributes().hasAttribute(QLatin1String("type"));
-            const QString text = reader.readElementText();
-            entries.insert(context + ": " + source, unfinished ? QString() : text);
-        }
-    }
-    return entries;
-}
-
-/// The texts of the sources, collected by Qt's own tool.
-QStringList collectedTexts(const QString &scratch)
-{
-    QStringList arguments = {QStringLiteral("-silent")};
-    for (const char *room :
-         {"app", "common", "mainwindow", "options", "pipeline", "resources", "rules", "widgets"}) {
-        arguments << QStringLiteral(QUORLIN_SOURCE_DIR "/") + QLatin1String(room);
-    }
-    QProcess collector;
-    collector.start(QStringLiteral(QUORLIN_LUPDATE), arguments << QStringLiteral("-ts") << scratch);
-    collector.waitForFinished(-1);
-    return entriesOf(scratch).keys();
-}
 
 /// What stands for something else in @p text: numbers to be filled in, the files a filter lets
 /// pass.

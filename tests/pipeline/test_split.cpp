@@ -12,14 +12,9 @@
 #include <QTimer>
 
 using quorlin::test::PageTexts;
+using quorlin::test::textA;
+using quorlin::test::textB;
 using quorlin::test::WindowBench;
-
-namespace {
-
-const QString a = QStringLiteral("A");
-const QString b = QStringLiteral("B");
-
-} // namespace
 
 /// Whole runs of "Split", checked by the files on disk and the lines of the progress pane.
 class TestSplit : public QObject
@@ -92,7 +87,7 @@ void TestSplit::aBadOutputFolderIsRefused()
 {
     QFETCH(QString, folder);
     WindowBench bench;
-    const QString file = bench.addBatch(QStringLiteral("a.pdf"), {a});
+    const QString file = bench.addBatch(QStringLiteral("a.pdf"), {textA});
     bench.addFiles({file});
     const QStringList lines = bench.paneLines();
     bench.setOutputFolder(folder == QLatin1String("FILE") ? file : folder);
@@ -112,8 +107,8 @@ void TestSplit::aBadOutputFolderIsRefused()
 void TestSplit::aBatchSplitsFromEndToEnd()
 {
     WindowBench bench;
-    const QString first = bench.addBatch(QStringLiteral("one.pdf"), {a, a, b});
-    const QString second = bench.addBatch(QStringLiteral("two.v2.pdf"), {{}, a});
+    const QString first = bench.addBatch(QStringLiteral("one.pdf"), {textA, textA, textB});
+    const QString second = bench.addBatch(QStringLiteral("two.v2.pdf"), {{}, textA});
     bench.addFiles({first, second});
     const qsizetype before = bench.paneLines().size();
     const QString out = bench.folders.outputs();
@@ -159,8 +154,8 @@ void TestSplit::outputsByMethod()
     QFETCH(int, method);
     QFETCH(QStringList, outputs);
     WindowBench bench;
-    bench.addFiles(
-        {bench.addBatch(QStringLiteral("report.pdf"), {a, a, QStringLiteral("B/C"), a, {}})});
+    bench.addFiles({bench.addBatch(QStringLiteral("report.pdf"),
+                                   {textA, textA, QStringLiteral("B/C"), textA, {}})});
     bench.setOutputFolder(bench.folders.outputs());
     auto *choice = bench.widget<QComboBox>("comboBox_method");
     QTest::keyClick(choice, Qt::Key_Home);
@@ -182,7 +177,7 @@ void TestSplit::outputsByMethod()
 void TestSplit::commandsOfARun()
 {
     WindowBench bench;
-    const QString file = bench.addBatch(QStringLiteral("a b.pdf"), {a, b, a});
+    const QString file = bench.addBatch(QStringLiteral("a b.pdf"), {textA, textB, textA});
     bench.addFiles({file});
     bench.setOutputFolder(bench.folders.outputs());
     bench.widget<QComboBox>("comboBox_method")->setCurrentIndex(2);
@@ -217,7 +212,7 @@ void TestSplit::mergesRunOneAtATime()
 void TestSplit::progressLinesStandExactlyAsTheyAre()
 {
     WindowBench bench;
-    const QString file = bench.addBatch(QStringLiteral("x<b>&amp;  y.pdf"), {a});
+    const QString file = bench.addBatch(QStringLiteral("x<b>&amp;  y.pdf"), {textA});
     bench.addFiles({file});
     QStringList observed;
     bench.window().progressObserver = [&](const QString &line) {
@@ -295,7 +290,7 @@ void TestSplit::missingPageFilesCountAsPagesWithoutText()
 void TestSplit::pageFilesOfAnEarlierRunAreRead()
 {
     WindowBench bench;
-    const QString first = bench.addBatch(QStringLiteral("one.pdf"), {a, b});
+    const QString first = bench.addBatch(QStringLiteral("one.pdf"), {textA, textB});
     const QString second =
         bench.folders.addInput(QStringLiteral("two.pdf"), "info NumberOfPages: 2\nkeep-pages\n");
     bench.addFiles({first, second});
@@ -349,7 +344,7 @@ void TestSplit::oddTemporaryFoldersAreRead()
     const QString temporary = bench.folders.temporary() + QLatin1Char('/') + name;
     QVERIFY(QDir().mkpath(temporary));
     qputenv("TMPDIR", temporary.toUtf8());
-    bench.addFiles({bench.addBatch(QStringLiteral("r.pdf"), {a})});
+    bench.addFiles({bench.addBatch(QStringLiteral("r.pdf"), {textA})});
     bench.setOutputFolder(bench.folders.outputs());
     bench.split();
     QCOMPARE(bench.folders.outputFiles(), QStringList({QStringLiteral("r/1 A r 1.pdf")}));
@@ -405,8 +400,8 @@ void TestSplit::inputsOfOneBaseNameShareAFolder()
 {
     WindowBench bench;
     QVERIFY(QDir().mkpath(bench.folders.inputs() + QStringLiteral("/other")));
-    bench.addFiles({bench.addBatch(QStringLiteral("report.pdf"), {a}),
-                    bench.addBatch(QStringLiteral("other/report.v2.pdf"), {b})});
+    bench.addFiles({bench.addBatch(QStringLiteral("report.pdf"), {textA}),
+                    bench.addBatch(QStringLiteral("other/report.v2.pdf"), {textB})});
     bench.setOutputFolder(bench.folders.outputs());
     bench.split();
     QCOMPARE(bench.folders.outputFiles(), QStringList({QStringLiteral("report/1 A report 1.pdf"),
@@ -416,7 +411,7 @@ void TestSplit::inputsOfOneBaseNameShareAFolder()
 void TestSplit::theMethodMayChangeDuringARun()
 {
     WindowBench bench;
-    bench.addFiles({bench.addBatch(QStringLiteral("r.pdf"), {a, b})});
+    bench.addFiles({bench.addBatch(QStringLiteral("r.pdf"), {textA, textB})});
     bench.setOutputFolder(bench.folders.outputs());
     bench.window().progressObserver = [&](const QString &line) {
         if (line.startsWith(QLatin1String("Generating "))) {
@@ -431,7 +426,7 @@ void TestSplit::theMethodMayChangeDuringARun()
 void TestSplit::noPageCountMeansFailed()
 {
     WindowBench bench;
-    const QString file = bench.addBatch(QStringLiteral("r.pdf"), {a});
+    const QString file = bench.addBatch(QStringLiteral("r.pdf"), {textA});
     bench.addFiles({file});
     bench.setOutputFolder(bench.folders.outputs());
     bench.split();
@@ -451,7 +446,7 @@ void TestSplit::aFileWithoutGroupIsJudgedByTheOutputBefore()
     WindowBench bench;
     const QByteArray noPages = "info NumberOfPages: 0\n";
     bench.addFiles({bench.folders.addInput(QStringLiteral("none.pdf"), noPages),
-                    bench.addBatch(QStringLiteral("r.pdf"), {a}),
+                    bench.addBatch(QStringLiteral("r.pdf"), {textA}),
                     bench.folders.addInput(QStringLiteral("none2.pdf"), noPages)});
     bench.setOutputFolder(bench.folders.outputs());
     bench.split();
@@ -473,8 +468,8 @@ void TestSplit::theLastOutputDecides()
     QFETCH(QByteArray, failing);
     QFETCH(QString, result);
     WindowBench bench;
-    bench.addFiles({bench.folders.addInput(QStringLiteral("r.pdf"),
-                                           quorlin::test::ordersFor({a, b}).toUtf8() + failing)});
+    bench.addFiles({bench.folders.addInput(
+        QStringLiteral("r.pdf"), quorlin::test::ordersFor({textA, textB}).toUtf8() + failing)});
     bench.setOutputFolder(bench.folders.outputs());
     bench.split();
     QCOMPARE(bench.cell(0, 3), result);
@@ -484,8 +479,8 @@ void TestSplit::theLastOutputDecides()
 void TestSplit::resultsAreSetOncePerFile()
 {
     WindowBench bench;
-    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {a, b}),
-                    bench.addBatch(QStringLiteral("b.pdf"), {a, b})});
+    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {textA, textB}),
+                    bench.addBatch(QStringLiteral("b.pdf"), {textA, textB})});
     bench.setOutputFolder(bench.folders.outputs());
     QStringList changes;
     QObject::connect(bench.table(), &QTableWidget::itemChanged, &bench.window(),
@@ -503,8 +498,8 @@ void TestSplit::resultsAreSetOncePerFile()
 void TestSplit::aNewRunStartsAtTheFirstRow()
 {
     WindowBench bench;
-    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {a}),
-                    bench.addBatch(QStringLiteral("b.pdf"), {a})});
+    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {textA}),
+                    bench.addBatch(QStringLiteral("b.pdf"), {textA})});
     bench.setOutputFolder(bench.folders.outputs());
     bench.split();
     const QStringList first = bench.paneLines();
@@ -516,7 +511,7 @@ void TestSplit::aNewRunStartsAtTheFirstRow()
 void TestSplit::nothingIsDisabledDuringARun()
 {
     WindowBench bench;
-    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {a, b})});
+    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {textA, textB})});
     bench.setOutputFolder(bench.folders.outputs());
     bool enabled = true;
     bench.window().progressObserver = [&](const QString &) {
@@ -530,7 +525,7 @@ void TestSplit::nothingIsDisabledDuringARun()
 void TestSplit::theWindowAnswersDuringTheAnalysis()
 {
     WindowBench bench;
-    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), PageTexts(1000, a))});
+    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), PageTexts(1000, textA))});
     bench.setOutputFolder(bench.folders.outputs());
     // Timers and clicks are served between the pages, not only before and after them.
     bool analysing = false;

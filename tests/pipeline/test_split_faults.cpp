@@ -12,14 +12,9 @@
 #include <QTest>
 #include <QTimer>
 
+using quorlin::test::textA;
+using quorlin::test::textB;
 using quorlin::test::WindowBench;
-
-namespace {
-
-const QString a = QStringLiteral("A");
-const QString b = QStringLiteral("B");
-
-} // namespace
 
 /// What happens when tools, folders and rows go away while they are needed.
 class TestSplitFaults : public QObject
@@ -57,7 +52,7 @@ private slots:
 void TestSplitFaults::aMissingExportToolStopsSilently()
 {
     WindowBench bench;
-    const QString file = bench.addBatch(QStringLiteral("a.pdf"), {a});
+    const QString file = bench.addBatch(QStringLiteral("a.pdf"), {textA});
     bench.addFiles({file});
     QVERIFY(QFile::remove(bench.folders.application() + QStringLiteral("/pagexport")));
     QStringList failures;
@@ -78,7 +73,7 @@ void TestSplitFaults::aMissingExportToolStopsSilently()
 void TestSplitFaults::aMissingMergeToolStopsSilently()
 {
     WindowBench bench;
-    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {a, b})});
+    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {textA, textB})});
     QVERIFY(QFile::remove(bench.folders.application() + QStringLiteral("/pagebinder")));
     int failures = 0;
     bench.window().toolFailureObserver = [&](const QString &) { ++failures; };
@@ -94,7 +89,7 @@ void TestSplitFaults::aMissingMergeToolStopsSilently()
 void TestSplitFaults::theRunAfterAStopStartsWithTheFirstGroup()
 {
     WindowBench bench;
-    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {a, b})});
+    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {textA, textB})});
     const QString tool = bench.folders.application() + QStringLiteral("/pagebinder");
     QVERIFY(QFile::rename(tool, tool + QStringLiteral(".away")));
     int failures = 0;
@@ -112,8 +107,8 @@ void TestSplitFaults::theRunAfterAStopStartsWithTheFirstGroup()
 void TestSplitFaults::aCrashingExportGoesOn()
 {
     WindowBench bench;
-    const QString file = bench.addBatch(QStringLiteral("a.pdf"), {a});
-    const QString other = bench.addBatch(QStringLiteral("b.pdf"), {b});
+    const QString file = bench.addBatch(QStringLiteral("a.pdf"), {textA});
+    const QString other = bench.addBatch(QStringLiteral("b.pdf"), {textB});
     bench.addFiles({file, other});
     quorlin::test::writeFile(file, "crash\n");
     bench.setOutputFolder(bench.folders.outputs());
@@ -125,8 +120,8 @@ void TestSplitFaults::aCrashingExportGoesOn()
 void TestSplitFaults::anUnwritableOutputFolderFails()
 {
     WindowBench bench;
-    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {a}),
-                    bench.addBatch(QStringLiteral("b.pdf"), {a})});
+    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {textA}),
+                    bench.addBatch(QStringLiteral("b.pdf"), {textA})});
     // A file where the folder of the outputs should be.
     quorlin::test::writeFile(bench.folders.outputs() + QStringLiteral("/a"), "in the way");
     bench.setOutputFolder(bench.folders.outputs());
@@ -139,8 +134,8 @@ void TestSplitFaults::anUnwritableOutputFolderFails()
 void TestSplitFaults::rowsRemovedDuringARunStopIt()
 {
     WindowBench bench;
-    const QString first = bench.addBatch(QStringLiteral("a.pdf"), {a});
-    const QString second = bench.addBatch(QStringLiteral("b.pdf"), {b});
+    const QString first = bench.addBatch(QStringLiteral("a.pdf"), {textA});
+    const QString second = bench.addBatch(QStringLiteral("b.pdf"), {textB});
     bench.addFiles({first, second});
     bench.setOutputFolder(bench.folders.outputs());
     bench.window().progressObserver = [&](const QString &line) {
@@ -169,8 +164,8 @@ void TestSplitFaults::rowsRemovedDuringARunStopIt()
 void TestSplitFaults::aMovedOutputFolderStopsARun()
 {
     WindowBench bench;
-    const QString first = bench.addBatch(QStringLiteral("a.pdf"), {a});
-    const QString second = bench.addBatch(QStringLiteral("b.pdf"), {b});
+    const QString first = bench.addBatch(QStringLiteral("a.pdf"), {textA});
+    const QString second = bench.addBatch(QStringLiteral("b.pdf"), {textB});
     bench.addFiles({first, second});
     bench.setOutputFolder(bench.folders.outputs());
     bench.window().progressObserver = [&](const QString &line) {
@@ -229,12 +224,12 @@ void TestSplitFaults::aSecondPressStartsASecondChain()
 void TestSplitFaults::filesAddedDuringARunAreSplitToo()
 {
     WindowBench bench;
-    const QString first = bench.addBatch(QStringLiteral("a.pdf"), {a, a, a, a});
-    const QString second = bench.addBatch(QStringLiteral("b.pdf"), {b});
+    const QString first = bench.addBatch(QStringLiteral("a.pdf"), {textA, textA, textA, textA});
+    const QString second = bench.addBatch(QStringLiteral("b.pdf"), {textB});
     bench.addFiles({first});
     bench.setOutputFolder(bench.folders.outputs());
     const QString gate = bench.folders.temporary() + QStringLiteral("/gate");
-    quorlin::test::writeFile(first, quorlin::test::ordersFor({a, a}).toUtf8() + "wait " +
+    quorlin::test::writeFile(first, quorlin::test::ordersFor({textA, textA}).toUtf8() + "wait " +
                                         gate.toUtf8() + "\n");
     bench.click("runButton");
     bench.dropFiles({second});
@@ -249,7 +244,7 @@ void TestSplitFaults::filesAddedDuringARunAreSplitToo()
 void TestSplitFaults::theToolsAreToldWhichFileWasCounted()
 {
     WindowBench bench;
-    const QString file = bench.addBatch(QStringLiteral("a.pdf"), {a, b});
+    const QString file = bench.addBatch(QStringLiteral("a.pdf"), {textA, textB});
     bench.addFiles({file});
     bench.setOutputFolder(bench.folders.outputs());
     bench.split();
@@ -288,9 +283,9 @@ void TestSplitFaults::aFileChangedAfterItsCountFails()
 {
     QFETCH(bool, duringTheRun);
     WindowBench bench;
-    const QByteArray orders = quorlin::test::ordersFor({a, b}).toUtf8() + "checked\n";
+    const QByteArray orders = quorlin::test::ordersFor({textA, textB}).toUtf8() + "checked\n";
     const QString file = bench.folders.addInput(QStringLiteral("a.pdf"), orders);
-    const QString other = bench.addBatch(QStringLiteral("b.pdf"), {a});
+    const QString other = bench.addBatch(QStringLiteral("b.pdf"), {textA});
     bench.addFiles({file, other});
     bench.setOutputFolder(bench.folders.outputs());
     bench.split(); // leaves outputs of every name
@@ -323,13 +318,13 @@ void TestSplitFaults::aFileChangedAfterItsCountFails()
 void TestSplitFaults::aFileChangedAfterItsLastOutputSucceeds()
 {
     WindowBench bench;
-    const QString file = bench.addBatch(QStringLiteral("a.pdf"), {a});
+    const QString file = bench.addBatch(QStringLiteral("a.pdf"), {textA});
     bench.addFiles({file});
     bench.setOutputFolder(bench.folders.outputs());
     // The stand-in reads its orders and does not look again, as a tool that had finished.
     bench.window().progressObserver = [&](const QString &line) {
         if (line.startsWith(QLatin1String("Generating "))) {
-            quorlin::test::writeFile(file, quorlin::test::ordersFor({a, b}).toUtf8());
+            quorlin::test::writeFile(file, quorlin::test::ordersFor({textA, textB}).toUtf8());
         }
     };
     bench.split();
@@ -349,8 +344,8 @@ void TestSplitFaults::aStoppedRunLetsTheUserSortAgain()
 {
     QFETCH(QString, reason);
     WindowBench bench;
-    const QString first = bench.addBatch(QStringLiteral("z.pdf"), {a});
-    const QString second = bench.addBatch(QStringLiteral("y.pdf"), {b});
+    const QString first = bench.addBatch(QStringLiteral("z.pdf"), {textA});
+    const QString second = bench.addBatch(QStringLiteral("y.pdf"), {textB});
     bench.addFiles({first, second});
     bench.setOutputFolder(bench.folders.outputs());
     bench.window().progressObserver = [&](const QString &line) {
@@ -379,10 +374,10 @@ void TestSplitFaults::aRefusedPressDuringARunKeepsTheOrder()
 {
     WindowBench bench;
     const QString gate = bench.folders.temporary() + QStringLiteral("/gate");
-    const QString file = bench.addBatch(QStringLiteral("a.pdf"), {a});
+    const QString file = bench.addBatch(QStringLiteral("a.pdf"), {textA});
     bench.addFiles({file});
     bench.setOutputFolder(bench.folders.outputs());
-    quorlin::test::writeFile(file, quorlin::test::ordersFor({a}).toUtf8() + "wait " +
+    quorlin::test::writeFile(file, quorlin::test::ordersFor({textA}).toUtf8() + "wait " +
                                        gate.toUtf8() + "\n");
     bench.click("runButton");
     bench.setOutputFolder(QString());
@@ -398,8 +393,8 @@ void TestSplitFaults::aRefusedPressDuringARunKeepsTheOrder()
 void TestSplitFaults::onlyFilesOfTheRunAreJudged()
 {
     WindowBench bench;
-    const QString first = bench.addBatch(QStringLiteral("a.pdf"), {a});
-    const QString second = bench.addBatch(QStringLiteral("b.pdf"), {b});
+    const QString first = bench.addBatch(QStringLiteral("a.pdf"), {textA});
+    const QString second = bench.addBatch(QStringLiteral("b.pdf"), {textB});
     bench.addFiles({first, second});
     bench.setOutputFolder(bench.folders.outputs());
     bench.window().progressObserver = [&](const QString &line) {
@@ -411,7 +406,7 @@ void TestSplitFaults::onlyFilesOfTheRunAreJudged()
     QTRY_COMPARE(bench.modals.boxes().size(), 1);
     bench.window().progressObserver = nullptr;
     // The next press goes on at the second row; no run has split the first one.
-    const QString third = bench.addBatch(QStringLiteral("c.pdf"), {a});
+    const QString third = bench.addBatch(QStringLiteral("c.pdf"), {textA});
     bench.addFiles({third, second});
     bench.split();
     QCOMPARE(bench.column(3), QStringList({QString(), QStringLiteral("Succeed")}));
@@ -422,7 +417,7 @@ void TestSplitFaults::onlyFilesOfTheRunAreJudged()
 void TestSplitFaults::closingTheWindowEndsTheAnalysis()
 {
     WindowBench bench;
-    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {a, b, a, b})});
+    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {textA, textB, textA, textB})});
     bench.setOutputFolder(bench.folders.outputs());
     bool closed = false;
     bench.window().progressObserver = [&](const QString &line) {
@@ -453,7 +448,7 @@ void TestSplitFaults::closingTheWindowEndsTheTools()
     QFETCH(QString, stage);
     WindowBench bench;
     const QString gate = bench.folders.temporary() + QStringLiteral("/never");
-    const QByteArray orders = quorlin::test::ordersFor(quorlin::test::PageTexts(4, a)).toUtf8();
+    const QByteArray orders = quorlin::test::ordersFor(quorlin::test::PageTexts(4, textA)).toUtf8();
     const QByteArray waiting = orders + "wait " + gate.toUtf8() + "\n";
     const QString file = bench.folders.addInput(QStringLiteral("a.pdf"), orders);
     if (stage == QLatin1String("count")) {
@@ -503,7 +498,7 @@ void TestSplitFaults::namesTakenAsTheyAre()
 {
     QFETCH(QString, name);
     WindowBench bench;
-    const QString file = bench.addBatch(name, {a, b});
+    const QString file = bench.addBatch(name, {textA, textB});
     bench.dropFiles({file});
     QTRY_VERIFY(bench.controlsEnabled());
     QCOMPARE(bench.column(0), QStringList({file}));
@@ -523,7 +518,7 @@ void TestSplitFaults::textsWithQuotesFailOnlyTheirOwnFile()
 {
     WindowBench bench;
     bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {QStringLiteral("6\" pipe")}),
-                    bench.addBatch(QStringLiteral("b.pdf"), {b})});
+                    bench.addBatch(QStringLiteral("b.pdf"), {textB})});
     bench.setOutputFolder(bench.folders.outputs());
     bench.split();
     QCOMPARE(bench.column(3), QStringList({QStringLiteral("Failed"), QStringLiteral("Succeed")}));
@@ -532,7 +527,8 @@ void TestSplitFaults::textsWithQuotesFailOnlyTheirOwnFile()
 void TestSplitFaults::aTextBeyondTheNameLimitFailsOnlyItsOwnOutput()
 {
     WindowBench bench;
-    bench.addFiles({bench.addBatch(QStringLiteral("a.pdf"), {QString(300, QLatin1Char('x')), b})});
+    bench.addFiles(
+        {bench.addBatch(QStringLiteral("a.pdf"), {QString(300, QLatin1Char('x')), textB})});
     bench.setOutputFolder(bench.folders.outputs());
     bench.split();
     QVERIFY(bench.folders.outputFiles().contains(QStringLiteral("a/2 B a 2.pdf")));

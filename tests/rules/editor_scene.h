@@ -16,7 +16,12 @@
 
 #include <memory>
 
-/// Items of a first page, on a sheet of 400 x 500 and larger ones.
+/// Sizes of page pictures, in pixels.
+inline constexpr QSize narrowSheet(400, 500);
+inline constexpr QSize squareSheet(500, 500);
+inline constexpr QSize largeSheet(1200, 1600);
+
+/// Items of a first page, on a narrow sheet and larger ones.
 inline const QList<Subtext> twoItems{{72, 104, 210, 12, QStringLiteral("INV-1")},
                                      {72, 200, 60, 20, QStringLiteral("Total 5")}};
 /// The item of another page.

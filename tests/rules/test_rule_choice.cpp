@@ -17,8 +17,6 @@
 
 namespace {
 
-constexpr QSize sheet(500, 500);
-
 // Tells three pages of every document.
 const char countingTool[] = R"(#!/bin/sh
 printf 'NumberOfPages: 3\n' > "$4"
@@ -66,7 +64,7 @@ void TestRuleChoice::init()
 {
     bench = std::make_unique<ToolBench>();
     bench->writeTool("pagebinder", countingTool);
-    bench->addPage(1, sheet, twoItems, Qt::white);
+    bench->addPage(1, squareSheet, twoItems, Qt::white);
     quorlin::saveRule("Account", {1, 2, 3, 4, "a"});
     quorlin::saveRule("Number", {5, 6, 7, 8, "b"});
     window = std::make_unique<Process>();

@@ -13,12 +13,6 @@
 #include <csignal>
 #include <functional>
 
-namespace {
-
-constexpr QSize sheet(400, 500);
-
-} // namespace
-
 /// What may go wrong: widgets that go while they are in use, reads that end late, documents and
 /// tools that vanish, pages and zooms beyond measure. The sanitizers watch.
 class TestRuleEditorFaults : public QObject
@@ -55,7 +49,7 @@ private slots:
 void TestRuleEditorFaults::frameMayGoWhileItsClickIsHandled()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.storeDocument(1);
     scene.openWithFrames(2);
     QObject::connect(scene.frames().at(1), &QPushButton::clicked, &scene.editor(),
@@ -72,8 +66,8 @@ void TestRuleEditorFaults::frameMayGoWhileItsClickIsHandled()
 void TestRuleEditorFaults::frameMayGoWhileItIsPressed()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
-    scene.addPage(2, sheet, oneItem, Qt::cyan);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
+    scene.addPage(2, narrowSheet, oneItem, Qt::cyan);
     scene.storeDocument(2);
     scene.openWithFrames(2);
     QPushButton *frame = scene.frames().at(0);
@@ -89,9 +83,9 @@ void TestRuleEditorFaults::frameMayGoWhileItIsPressed()
 void TestRuleEditorFaults::pageChangesWhileAReadIsPendingLeaveTheLastPage()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
-    scene.addPage(2, sheet, oneItem, Qt::cyan);
-    scene.addPage(3, sheet, {{5, 6, 7, 8, "three"}}, Qt::green);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
+    scene.addPage(2, narrowSheet, oneItem, Qt::cyan);
+    scene.addPage(3, narrowSheet, {{5, 6, 7, 8, "three"}}, Qt::green);
     scene.storeDocument(3);
     scene.editor().setIniImage();
     scene.editor().show();
@@ -106,7 +100,7 @@ void TestRuleEditorFaults::pageChangesWhileAReadIsPendingLeaveTheLastPage()
 void TestRuleEditorFaults::fastZoomClicksLeaveOneSetOfFrames()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.storeDocument(1);
     scene.openWithFrames(2);
     for (int i = 0; i < 3; ++i) {
@@ -126,7 +120,7 @@ void TestRuleEditorFaults::fastZoomClicksLeaveOneSetOfFrames()
 void TestRuleEditorFaults::lateReadDrawsNothingOverAnEmptiedEditor()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.storeDocument(1);
     scene.editor().setIniImage();
     scene.storeSample("Empty input", "0");
@@ -138,8 +132,8 @@ void TestRuleEditorFaults::lateReadDrawsNothingOverAnEmptiedEditor()
 void TestRuleEditorFaults::lateReadDrawsNothingOverAPageWithoutPicture()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
-    scene.addPage(2, sheet, oneItem, Qt::cyan);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
+    scene.addPage(2, narrowSheet, oneItem, Qt::cyan);
     scene.removePicture(2);
     scene.storeDocument(2);
     scene.editor().setIniImage();
@@ -151,7 +145,7 @@ void TestRuleEditorFaults::lateReadDrawsNothingOverAPageWithoutPicture()
 void TestRuleEditorFaults::editorMayGoWhileAReadIsPending()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.storeDocument(1);
     {
         Rules editor;
@@ -163,7 +157,7 @@ void TestRuleEditorFaults::editorMayGoWhileAReadIsPending()
 void TestRuleEditorFaults::editorOpenedTwiceStaysInOrder()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.storeDocument(1);
     int inner = 77;
     QTimer::singleShot(0, &scene.editor(), [&] {
@@ -214,7 +208,7 @@ void TestRuleEditorFaults::pressAfterEveryStoppedSetUpIsHarmless()
 void TestRuleEditorFaults::vanishedDocumentKeepsPictureAndFramesTogether()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.storeDocument(2);
     scene.openWithFrames(2);
     QVERIFY(QFile::remove(scene.document()));
@@ -227,8 +221,8 @@ void TestRuleEditorFaults::vanishedDocumentKeepsPictureAndFramesTogether()
 void TestRuleEditorFaults::failingExportKeepsPictureAndFramesTogether()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
-    scene.addPage(2, sheet, oneItem, Qt::cyan);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
+    scene.addPage(2, narrowSheet, oneItem, Qt::cyan);
     scene.storeDocument(2);
     scene.openWithFrames(2);
     scene.failExports(true);
@@ -258,8 +252,8 @@ void TestRuleEditorFaults::missingToolShowsNothing()
 void TestRuleEditorFaults::slowExportIsNeitherAwaitedNorKilled()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
-    scene.addPage(2, sheet, oneItem, Qt::cyan);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
+    scene.addPage(2, narrowSheet, oneItem, Qt::cyan);
     scene.storeDocument(2);
     scene.openWithFrames(2);
     scene.editor().setExportLimit(100);
@@ -282,8 +276,8 @@ void TestRuleEditorFaults::slowExportIsNeitherAwaitedNorKilled()
 void TestRuleEditorFaults::aHeldExportEndsWithTheProgram()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
-    scene.addPage(2, sheet, oneItem, Qt::cyan);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
+    scene.addPage(2, narrowSheet, oneItem, Qt::cyan);
     scene.storeDocument(2);
     scene.openWithFrames(2);
     scene.editor().setExportLimit(3000);
@@ -308,8 +302,8 @@ void TestRuleEditorFaults::moreThanTenThousandLinesAreCut()
     for (int i = 0; i < 10025; ++i) {
         text += itemLine({1 + i % 390, 1 + i / 390, 2, 1, QString::number(i)});
     }
-    scene.addPageText(1, sheet, text, Qt::yellow);
-    scene.addPage(2, sheet, oneItem, Qt::cyan);
+    scene.addPageText(1, narrowSheet, text, Qt::yellow);
+    scene.addPage(2, narrowSheet, oneItem, Qt::cyan);
     scene.storeDocument(2);
     scene.open();
     QTRY_COMPARE_WITH_TIMEOUT(scene.frames().size(), 10000, 60000);
@@ -323,7 +317,7 @@ void TestRuleEditorFaults::moreThanTenThousandLinesAreCut()
 void TestRuleEditorFaults::numbersBeyondThePictureAreHarmless()
 {
     EditorScene scene;
-    scene.addPage(1, sheet,
+    scene.addPage(1, narrowSheet,
                   {{2147483647, 2147483647, 2147483647, 2147483647, "far"},
                    {1, 1, 2147483647, 2147483647, "everywhere"},
                    {10, 10, 20, 20, "near"}},
@@ -427,7 +421,7 @@ void TestRuleEditorFaults::theFrameSaysWhyItShowsNoPage()
     QFETCH(QString, pages);
     QFETCH(QString, words);
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.storeSample(file == QLatin1String("SAMPLE") ? scene.document() : file, pages);
     scene.open();
     const auto *notice = scene.find<QLabel>("noticeLabel");
@@ -444,8 +438,8 @@ void TestRuleEditorFaults::theFrameSaysWhyItShowsNoPage()
 void TestRuleEditorFaults::theFrameSaysThatAPageCannotBeShown()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
-    scene.addPage(2, sheet, oneItem, Qt::cyan);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
+    scene.addPage(2, narrowSheet, oneItem, Qt::cyan);
     scene.storeDocument(3);
     scene.openWithFrames(2);
     const auto *notice = scene.find<QLabel>("noticeLabel");
@@ -479,7 +473,7 @@ void TestRuleEditorFaults::brokenPageFilesAreHarmless()
     QFETCH(QByteArray, text);
     QFETCH(int, frames);
     EditorScene scene;
-    scene.addPageText(1, sheet, text, Qt::yellow);
+    scene.addPageText(1, narrowSheet, text, Qt::yellow);
     scene.storeDocument(1);
     scene.openWithFrames(frames);
     QVERIFY(settled());

@@ -17,8 +17,6 @@ Q_DECLARE_METATYPE(Subtext)
 
 namespace {
 
-constexpr QSize sheet(500, 500);
-
 int pixelsOf(const QImage &image, bool (*matches)(QRgb))
 {
     int count = 0;
@@ -81,7 +79,7 @@ private slots:
 private:
     static void open(EditorScene &scene, const QList<Subtext> &items = twoItems)
     {
-        scene.addPage(1, sheet, items, Qt::white);
+        scene.addPage(1, squareSheet, items, Qt::white);
         scene.storeDocument(1);
         scene.openWithFrames(int(items.size()));
     }
@@ -121,7 +119,7 @@ void TestRuleEditorPicking::framesAreScaledWithoutTheirItems()
 void TestRuleEditorPicking::emptyItemsCannotBeClicked()
 {
     EditorScene scene;
-    scene.addPageText(1, sheet,
+    scene.addPageText(1, squareSheet,
                       "<html>\n" + itemLine(twoItems.at(0)) + "\n\n" +
                           itemLine({10, 10, 0, 12, "no width"}) + "</html>\n",
                       Qt::white);
@@ -329,8 +327,6 @@ void TestRuleEditorPicking::confirmingShowsTheItemAndAllowsSaving()
 
 namespace {
 
-constexpr QSize largeSheet(1200, 1600);
-
 /// Bounds of what can be seen of @p widget, in its own pixels.
 QRect seenPart(const QWidget &widget)
 {
@@ -453,7 +449,7 @@ void TestRuleEditorPicking::framesStandOutOnDarkPages()
     QFETCH(QColor, page);
     QFETCH(bool, outlined);
     EditorScene scene;
-    scene.addPage(1, sheet, {{100, 100, 100, 30, "item"}}, page);
+    scene.addPage(1, squareSheet, {{100, 100, 100, 30, "item"}}, page);
     scene.storeDocument(1);
     scene.openWithFrames(1);
     const QPushButton *frame = scene.frames().first();
@@ -493,9 +489,9 @@ void TestRuleEditorPicking::pageFileLinesFollowTheParser()
 void TestRuleEditorPicking::pageWithoutItemsHasNoFrames()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::white);
-    scene.addPage(2, sheet, {}, Qt::yellow);
-    scene.addPage(3, sheet, {}, Qt::cyan);
+    scene.addPage(1, squareSheet, twoItems, Qt::white);
+    scene.addPage(2, squareSheet, {}, Qt::yellow);
+    scene.addPage(3, squareSheet, {}, Qt::cyan);
     scene.removeItems(3);
     scene.storeDocument(3);
     scene.openWithFrames(2);

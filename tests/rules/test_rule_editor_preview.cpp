@@ -17,8 +17,6 @@
 
 namespace {
 
-constexpr QSize sheet(400, 500);
-
 QStringList messages;
 
 void noteMessage(QtMsgType, const QMessageLogContext &, const QString &text)
@@ -112,13 +110,13 @@ void TestRuleEditorPreview::noPagesSwitchEverythingOff()
 void TestRuleEditorPreview::noPagesKeepTheEarlierPictureWithoutFrames()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.storeDocument(1);
     scene.openWithFrames(2);
     scene.editor().close();
     scene.storeSample("Empty input", "0");
     scene.open();
-    QCOMPARE(scene.pictureSize(), sheet);
+    QCOMPARE(scene.pictureSize(), narrowSheet);
     QCOMPARE(scene.frames().size(), 0);
     QCOMPARE(scene.calls().size(), 1);
 }
@@ -129,8 +127,8 @@ void TestRuleEditorPreview::documentAfterNoneBringsTheControlsBack()
     scene.storeSample("Empty input", "0");
     scene.open();
     scene.editor().close();
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
-    scene.addPage(2, sheet, oneItem, Qt::cyan);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
+    scene.addPage(2, narrowSheet, oneItem, Qt::cyan);
     scene.storeDocument(2);
     scene.openWithFrames(2);
     QVERIFY(scene.button("pushButton_zoomin")->isEnabled());
@@ -147,12 +145,12 @@ void TestRuleEditorPreview::documentAfterNoneBringsTheControlsBack()
 void TestRuleEditorPreview::firstPageIsExportedAndShown()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.storeDocument(12);
     scene.openWithFrames(2);
     QCOMPARE(scene.calls(), QStringList{"-htmlformat -f 1 -l 1 " + scene.document() + ' ' +
                                         scene.scratchPath() + "/text.xml"});
-    QCOMPARE(scene.pictureSize(), sheet);
+    QCOMPARE(scene.pictureSize(), narrowSheet);
     QCOMPARE(scene.pictureColour(), QColor(Qt::yellow));
     QCOMPARE(scene.frameRects(), (QList<QRect>{{72, 104, 210, 12}, {72, 200, 60, 20}}));
     QCOMPARE(scene.pageBox()->minimum(), 1);
@@ -168,7 +166,7 @@ void TestRuleEditorPreview::firstPageIsExportedAndShown()
 void TestRuleEditorPreview::exportCommandIsLogged()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.storeDocument(1);
     messages.clear();
     const auto former = qInstallMessageHandler(noteMessage);
@@ -191,10 +189,10 @@ void TestRuleEditorPreview::pageZeroLeavesThePageBoundsOut()
 void TestRuleEditorPreview::framesFollowThePicture()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.storeDocument(1);
     scene.editor().setIniImage();
-    QCOMPARE(scene.pictureSize(), sheet);
+    QCOMPARE(scene.pictureSize(), narrowSheet);
     QCOMPARE(scene.frames().size(), 0);
     QTRY_COMPARE(scene.frames().size(), 2);
     for (const QPushButton *frame : scene.frames()) {
@@ -217,13 +215,13 @@ void TestRuleEditorPreview::missingDocumentIsNotExported()
 void TestRuleEditorPreview::missingDocumentKeepsThePictureWithoutFrames()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.storeDocument(1);
     scene.openWithFrames(2);
     QVERIFY(QFile::remove(scene.document()));
     scene.editor().close();
     scene.open();
-    QCOMPARE(scene.pictureSize(), sheet);
+    QCOMPARE(scene.pictureSize(), narrowSheet);
     QCOMPARE(scene.frames().size(), 0);
     QCOMPARE(scene.calls().size(), 1);
 }
@@ -231,7 +229,7 @@ void TestRuleEditorPreview::missingDocumentKeepsThePictureWithoutFrames()
 void TestRuleEditorPreview::pageChangeExportsThatPageOnce()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.addPage(2, QSize(500, 400), oneItem, Qt::cyan);
     scene.storeDocument(2);
     scene.openWithFrames(2);
@@ -251,8 +249,8 @@ void TestRuleEditorPreview::pageChangeExportsThatPageOnce()
 void TestRuleEditorPreview::setUpExportsOnce()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
-    scene.addPage(4, sheet, oneItem, Qt::cyan);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
+    scene.addPage(4, narrowSheet, oneItem, Qt::cyan);
     scene.storeDocument(9);
     scene.openWithFrames(2);
     scene.pageBox()->setValue(4);
@@ -269,7 +267,6 @@ void TestRuleEditorPreview::setUpExportsOnce()
 
 namespace {
 
-constexpr QSize largeSheet(1200, 1600);
 const Subtext lowItem{900, 1200, 80, 14, QStringLiteral("item")};
 
 void openLarge(EditorScene &scene)
@@ -348,8 +345,8 @@ void TestRuleEditorPreview::zoomingKeepsTheMiddleWhereNothingIsPicked()
 void TestRuleEditorPreview::typedPageIsExported()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
-    scene.addPage(3, sheet, oneItem, Qt::cyan);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
+    scene.addPage(3, narrowSheet, oneItem, Qt::cyan);
     scene.storeDocument(5);
     scene.openWithFrames(2);
     scene.pageBox()->setFocus();
@@ -360,7 +357,7 @@ void TestRuleEditorPreview::typedPageIsExported()
     QCOMPARE(scene.calls().size(), 2);
     // Return neither zooms nor turns the page.
     QTest::keyClick(scene.pageBox(), Qt::Key_Return);
-    QCOMPARE(scene.pictureSize(), sheet);
+    QCOMPARE(scene.pictureSize(), narrowSheet);
     QCOMPARE(scene.pageBox()->value(), 3);
     QVERIFY(scene.calls().last().startsWith("-htmlformat -f 3 -l 3 "));
 }
@@ -368,8 +365,8 @@ void TestRuleEditorPreview::typedPageIsExported()
 void TestRuleEditorPreview::pageButtonsStopAtTheEnds()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
-    scene.addPage(5, sheet, oneItem, Qt::cyan);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
+    scene.addPage(5, narrowSheet, oneItem, Qt::cyan);
     scene.storeDocument(5);
     scene.openWithFrames(2);
     scene.editor().setpagedown();
@@ -386,7 +383,7 @@ void TestRuleEditorPreview::pageButtonsStopAtTheEnds()
 void TestRuleEditorPreview::onlyPageHasNoNeighbours()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.storeDocument(1);
     scene.openWithFrames(2);
     QVERIFY(!scene.button("pushButton_up")->isEnabled());
@@ -396,8 +393,8 @@ void TestRuleEditorPreview::onlyPageHasNoNeighbours()
 void TestRuleEditorPreview::pageWithoutPictureKeepsTheOldOne()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
-    scene.addPage(2, sheet, oneItem, Qt::cyan);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
+    scene.addPage(2, narrowSheet, oneItem, Qt::cyan);
     scene.removePicture(2);
     scene.storeDocument(2);
     scene.openWithFrames(2);
@@ -440,7 +437,7 @@ void TestRuleEditorPreview::threeShrinksGiveHalfAndABit()
 void TestRuleEditorPreview::zoomDoesNotExport()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.storeDocument(1);
     scene.openWithFrames(2);
     scene.click("pushButton_zoomout");
@@ -452,8 +449,8 @@ void TestRuleEditorPreview::zoomDoesNotExport()
 void TestRuleEditorPreview::zoomOutlivesPagesAndOpenings()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
-    scene.addPage(2, sheet, oneItem, Qt::cyan);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
+    scene.addPage(2, narrowSheet, oneItem, Qt::cyan);
     scene.storeDocument(2);
     scene.openWithFrames(2);
     scene.click("pushButton_zoomout");
@@ -475,7 +472,7 @@ void TestRuleEditorPreview::picturesOfOneSecondAndSizeAreToldApart()
     EditorScene scene;
     const QList<Qt::GlobalColor> colours{Qt::red, Qt::green, Qt::red, Qt::green, Qt::red};
     for (int page = 1; page <= colours.size(); ++page) {
-        scene.addPage(page, sheet, oneItem, colours.at(page - 1));
+        scene.addPage(page, narrowSheet, oneItem, colours.at(page - 1));
     }
     const QDir canned(scene.applicationPath() + "/canned");
     QCOMPARE(QFileInfo(canned, "1.png").size(), QFileInfo(canned, "2.png").size());
@@ -490,7 +487,7 @@ void TestRuleEditorPreview::picturesOfOneSecondAndSizeAreToldApart()
 void TestRuleEditorPreview::wheelAboveTheFrameZooms()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.storeDocument(1);
     scene.openWithFrames(2);
     auto *toolRow = scene.find<QWidget>("widget");
@@ -498,11 +495,11 @@ void TestRuleEditorPreview::wheelAboveTheFrameZooms()
     turnWheel(toolRow, middle, QPoint(0, 120));
     QCOMPARE(scene.pictureSize(), QSize(500, 625));
     turnWheel(toolRow, middle, QPoint(0, -120));
-    QCOMPARE(scene.pictureSize(), sheet);
+    QCOMPARE(scene.pictureSize(), narrowSheet);
     turnWheel(toolRow, middle, QPoint(0, 0));
     QCOMPARE(scene.pictureSize(), QSize(320, 400));
     turnWheel(toolRow, middle, QPoint(120, 0));
-    QCOMPARE(scene.pictureSize(), sheet);
+    QCOMPARE(scene.pictureSize(), narrowSheet);
     QTRY_COMPARE(scene.frames().size(), 2);
 }
 
@@ -530,7 +527,7 @@ void TestRuleEditorPreview::wheelOverThePictureOnlyScrolls()
 void TestRuleEditorPreview::touchpadGesturesDoNotZoomByTheirEdges()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.storeDocument(1);
     scene.openWithFrames(2);
     auto *toolRow = scene.find<QWidget>("widget");
@@ -541,13 +538,13 @@ void TestRuleEditorPreview::touchpadGesturesDoNotZoomByTheirEdges()
     QCOMPARE(scene.pictureSize(), QSize(500, 625));
     // Some announce a gesture together with its first movement.
     turnWheel(toolRow, middle, QPoint(0, -30), Qt::ScrollBegin);
-    QCOMPARE(scene.pictureSize(), sheet);
+    QCOMPARE(scene.pictureSize(), narrowSheet);
 }
 
 void TestRuleEditorPreview::zoomingTakesTheFocusOffAFrame()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.storeDocument(1);
     scene.openWithFrames(2);
     scene.editor().activateWindow();
@@ -561,14 +558,14 @@ void TestRuleEditorPreview::zoomingTakesTheFocusOffAFrame()
 void TestRuleEditorPreview::scratchFolderMayHoldAnyCharacter()
 {
     EditorScene scene;
-    scene.addPage(1, sheet, twoItems, Qt::yellow);
+    scene.addPage(1, narrowSheet, twoItems, Qt::yellow);
     scene.storeDocument(1);
     const QString odd = scene.scratchPath() + "/a#b ?c%41d";
     QVERIFY(QDir().mkpath(odd));
     qputenv("TMPDIR", QFile::encodeName(odd));
     scene.openWithFrames(2);
     QVERIFY(QFile::exists(odd + "/text_pg_0001.htm"));
-    QCOMPARE(scene.pictureSize(), sheet);
+    QCOMPARE(scene.pictureSize(), narrowSheet);
 }
 
 QUORLIN_TEST(TestRuleEditorPreview)

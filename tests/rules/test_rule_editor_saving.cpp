@@ -8,12 +8,6 @@
 #include <QSignalSpy>
 #include <QTest>
 
-namespace {
-
-constexpr QSize sheet(500, 500);
-
-} // namespace
-
 /// Saving the picked item under a name.
 class TestRuleEditorSaving : public QObject
 {
@@ -36,8 +30,8 @@ private slots:
 private:
     static void openAndConfirm(EditorScene &scene, int frame = 0)
     {
-        scene.addPage(1, sheet, twoItems, Qt::white);
-        scene.addPage(2, sheet, {}, Qt::yellow);
+        scene.addPage(1, squareSheet, twoItems, Qt::white);
+        scene.addPage(2, squareSheet, {}, Qt::yellow);
         scene.storeDocument(2);
         scene.openWithFrames(2);
         scene.clickFrame(frame);
@@ -66,7 +60,7 @@ void TestRuleEditorSaving::returnInTheNameFieldSaves()
     openAndConfirm(scene);
     scene.typeName("Invoice");
     QTest::keyClick(scene.field("lineEdit_rule"), Qt::Key_Return);
-    QCOMPARE(scene.pictureSize(), sheet);
+    QCOMPARE(scene.pictureSize(), squareSheet);
     QVERIFY(!scene.editor().isVisible());
     QCOMPARE(EditorScene::setting("currule/rule"), QStringLiteral("Invoice"));
 }
@@ -95,7 +89,7 @@ void TestRuleEditorSaving::returnElsewhereSavesNothing()
     QVERIFY(scene.editor().isVisible());
     QCOMPARE(EditorScene::setting("currule/rule"), QStringLiteral("(absent)"));
     QCOMPARE(scene.pageBox()->value(), 1);
-    QCOMPARE(scene.pictureSize(), sheet);
+    QCOMPARE(scene.pictureSize(), squareSheet);
 }
 
 void TestRuleEditorSaving::emptyNameIsRefused()

@@ -16,6 +16,10 @@ using PageTexts = std::vector<std::optional<QString>>;
 inline constexpr int ruleLeft = 72;
 inline constexpr int ruleTop = 104;
 
+/// The texts of most batches.
+inline const QString textA = QStringLiteral("A");
+inline const QString textB = QStringLiteral("B");
+
 /// Orders for the stand-in of the tools: a file of as many pages as @p texts has entries.
 QString ordersFor(const PageTexts &texts);
 

@@ -7,6 +7,11 @@
 
 namespace quorlin::test {
 
+inline std::string reference(int object)
+{
+    return std::to_string(object) + " 0 R";
+}
+
 /// What a page has besides its content, as entries of its dictionary.
 struct PdfPage
 {

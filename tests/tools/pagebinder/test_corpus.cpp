@@ -75,15 +75,18 @@ void PageBinderCorpusTest::partsShowTheirPagesAndNothingElse()
             groups.append(QJsonObject{{"pages", QJsonArray{page}}});
         }
     }
+    QByteArrayList contents;
+    for (int page = 1; page <= facts.value("pages").toInt(); ++page) {
+        contents.append(PdfInspector(input).content(page));
+    }
     for (const QJsonValue &group : std::as_const(groups)) {
         const QJsonArray pages = group.toObject().value("pages").toArray();
         QCOMPARE(merge(input, rangesOf(pages), output).status, 0);
         PdfInspector part(output);
         QCOMPARE(part.pageCount(), int(pages.size()));
         const QByteArray everything = part.everything();
-        PdfInspector whole(input);
-        for (int page = 1; page <= facts.value("pages").toInt(); ++page) {
-            const QByteArray content = whole.content(page);
+        for (int page = 1; page <= contents.size(); ++page) {
+            const QByteArray &content = contents.at(page - 1);
             QVERIFY2(pages.contains(page) || content.size() < 200 || !everything.contains(content),
                      qPrintable(QString("holds page %1").arg(page)));
         }

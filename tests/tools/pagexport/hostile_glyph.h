@@ -24,11 +24,6 @@ inline std::string form(const std::string &resources)
     return "/Type/XObject/Subtype/Form/BBox[0 0 500 500]/Resources<<" + resources + ">>";
 }
 
-inline std::string reference(int object)
-{
-    return std::to_string(object) + " 0 R";
-}
-
 /// A form that draws another ten times over, and so on down to @p innermost: more work than any
 /// machine ends.
 inline int addEndlessForms(PdfBuilder &pdf, int innermost)

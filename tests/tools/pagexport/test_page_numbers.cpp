@@ -11,13 +11,9 @@
 
 using quorlin::test::ExportRun;
 using quorlin::test::PdfBuilder;
+using quorlin::test::reference;
 
 namespace {
-
-std::string reference(int number)
-{
-    return std::to_string(number) + " 0 R";
-}
 
 /// Builds page trees of pages that show "A", "B", "C" ... in their true order.
 class TreeBuilder

@@ -260,13 +260,13 @@ void TestPagePicture::framesLieOnTheInk()
             }
             const QByteArray where = item.text.toUtf8() + " on page " + page;
             QVERIFY2(last >= 0, where.constData());
-            const double em = item.height / 1.15;
-            QVERIFY2(first >= item.left - 2 && first <= item.left + 0.35 * em, where.constData());
+            const double size = item.height / 1.15;
+            QVERIFY2(first >= item.left - 2 && first <= item.left + 0.35 * size, where.constData());
             QVERIFY2(last <= item.left + item.width + 2 &&
-                         last >= item.left + item.width - 0.6 * em,
+                         last >= item.left + item.width - 0.6 * size,
                      where.constData());
             // The middle of the line, between baseline and x-height, is never empty.
-            QVERIFY2(highest <= item.top + 0.62 * em && lowest >= item.top + 0.6 * em,
+            QVERIFY2(highest <= item.top + 0.62 * size && lowest >= item.top + 0.6 * size,
                      where.constData());
         }
     }
