@@ -59,9 +59,13 @@ function(quorlin_name_test room name program labels)
         "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QTEST_FUNCTION_TIMEOUT=1140000")
 endfunction()
 
-# Gives tests ("ROOM.NAME") of this folder one more label.
+# Gives tests ("ROOM.NAME") of this folder one more label. Those that are "long" start first, so that
+# the others keep all processors busy to the end.
 function(quorlin_label label)
     foreach(test ${ARGN})
         set_property(TEST ${test} APPEND PROPERTY LABELS ${label})
+        if(label STREQUAL long)
+            set_property(TEST ${test} PROPERTY COST 100)
+        endif()
     endforeach()
 endfunction()

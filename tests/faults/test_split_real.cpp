@@ -3,6 +3,7 @@
 #include "tests/support/process_state.h"
 #include "tests/support/quiet.h"
 #include "tests/support/room.h"
+#include "tests/support/waiting.h"
 
 #include <QDir>
 #include <QFile>
@@ -20,6 +21,7 @@
 
 using quorlin::test::RealBench;
 using quorlin::test::statementPdf;
+using quorlin::test::waitUntil;
 using quorlin::test::writeFile;
 
 namespace {
@@ -731,7 +733,7 @@ void TestSplitReal::closingTheWindowLeavesNoPartialFiles()
         reached = reached || line.endsWith(moment);
     };
     bench->click("runButton");
-    QVERIFY(QTest::qWaitFor([&reached] { return reached; }, 60000));
+    QVERIFY(waitUntil([&reached] { return reached; }, 60000));
     bench->closeWindow();
     QVERIFY(bench->outputsAreWhole());
     QVERIFY(bench->folders.outputFiles().size() < 300);
