@@ -1,6 +1,7 @@
 #include "tests/support/room.h"
 #include "tests/tools/pagexport/export_run.h"
 #include "tests/tools/pagexport/hostile_glyph.h"
+#include "tools/pdf/library_internals.h"
 
 #include <QTest>
 
@@ -20,6 +21,8 @@ private slots:
     void pageWithoutSenseGivesAnEmptyFile_data();
     void pageWithoutSenseGivesAnEmptyFile();
     void missingFontStillGivesText();
+    void fontsThatBreakTheSyntaxKeepTheirWidths_data();
+    void fontsThatBreakTheSyntaxKeepTheirWidths();
     void hugePageHasTextAndASmallerPicture();
     void aNodeThatComesTwiceGivesItsPagesTwice();
     void absurdCountIsNotBelieved();
@@ -166,6 +169,38 @@ void TestHostilePages::missingFontStillGivesText()
     QCOMPARE(run.run(pdf), 0);
     QCOMPARE(run.texts(2), QStringList{"text"});
     QCOMPARE(run.texts(3), good);
+}
+
+void TestHostilePages::fontsThatBreakTheSyntaxKeepTheirWidths_data()
+{
+    QTest::addColumn<bool>("isInForm");
+    QTest::newRow("of the page") << false;
+    QTest::newRow("of a form on the page") << true;
+}
+
+void TestHostilePages::fontsThatBreakTheSyntaxKeepTheirWidths()
+{
+    if (!tools::knowsLibrary) {
+        QSKIP("objects are mended in versions of the library that are known");
+    }
+    QFETCH(bool, isInForm);
+    PdfBuilder pdf;
+    const int font = pdf.add("<</Type/Font/Subtype/Type1/Name/Any Name/BaseFont/Courier>>");
+    const std::string text = "BT /F9 10 Tf 72 400 Td (Ten wide i) Tj ET";
+    const std::string fonts = "/F9 " + reference(font);
+    PdfBuilder::Page page;
+    if (isInForm) {
+        const int inner = pdf.addStream(form("/Font<<" + fonts + ">>"), text);
+        page.resources = "/XObject<</X " + reference(inner) + ">>";
+        pdf.addPage("/X Do", page);
+    } else {
+        page.fonts = fonts;
+        pdf.addPage(text, page);
+    }
+    ExportRun run;
+    QCOMPARE(run.run(pdf), 0);
+    QCOMPARE(run.texts(), QStringList("Ten wide i"));
+    QCOMPARE(run.items().constFirst().width, 90); // ten letters of 6 points
 }
 
 void TestHostilePages::hugePageHasTextAndASmallerPicture()
