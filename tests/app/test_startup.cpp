@@ -261,7 +261,8 @@ public:
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("TMPDIR"), temporary);
-        // Where it is missing or open to others, Qt makes a folder of its own below the temporary one.
+        // Where it is missing or open to others, Qt makes a folder of its own below the temporary
+        // one.
         environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
         process.setProcessEnvironment(environment);
         process.start(QStringLiteral(QUORLIN_BIN_DIR "/quorlin-cleaver"), QStringList());
