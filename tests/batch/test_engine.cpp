@@ -358,6 +358,11 @@ void TestEngine::filesThatShareAFolderAreSplitInTurn()
         QCOMPARE(results.at(index).verdict.reason, QString());
     }
     QCOMPARE(outputs("a"), QStringList({"1 A a 1.pdf", "2 B a 2.pdf", "2 C a 2.pdf"}));
+    const QStringList calls = tools->calls().filter("/a.pdf");
+    const QStringList first = calls.filter("/one/a.pdf");
+    QCOMPARE(first.size(), 6); // three tools, a start and an end each
+    QCOMPARE(calls.mid(0, 6), first);
+    QCOMPARE(calls.size(), 12);
 }
 
 void TestEngine::aCancelledBatchTellsOfEveryFile()
