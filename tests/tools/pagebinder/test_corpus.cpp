@@ -3,6 +3,7 @@
 
 #include "pdf_inspector.h"
 #include "tests/support/room.h"
+#include "tests/tools/mended_files.h"
 #include "tool_run.h"
 
 #include <QJsonArray>
@@ -114,6 +115,9 @@ void PageBinderCorpusTest::everyFileIsReadOrRefused_data()
 void PageBinderCorpusTest::everyFileIsReadOrRefused()
 {
     QFETCH(QString, name);
+    if (wantsMending(name)) {
+        QSKIP("objects are mended in versions of the library that are known");
+    }
     QTemporaryDir folder;
     const QString input = corpus() + "/" + name;
     const QJsonObject facts = m_files.value(name).toObject();

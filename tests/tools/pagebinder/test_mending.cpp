@@ -167,6 +167,9 @@ void PageBinderMendingTest::beginningsOfObjectsAreFound()
 
 void PageBinderMendingTest::objectsBehindAStreamWithoutEndAreFound()
 {
+    if (!tools::knowsLibrary) {
+        QSKIP("objects are mended in versions of the library that are known");
+    }
     // The repair takes everything up to the next "endstream" for the data of the damaged stream.
     TestPdf pdf = TestPdf::pages(2);
     pdf.stream(19, "/Damaged true", "some data");

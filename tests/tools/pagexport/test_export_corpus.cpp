@@ -1,4 +1,5 @@
 #include "tests/support/room.h"
+#include "tests/tools/mended_files.h"
 #include "tests/tools/pagexport/export_run.h"
 
 #include <QFileInfo>
@@ -149,6 +150,9 @@ void TestExportCorpus::everyFileEndsAsItShould()
 {
     QFETCH(QString, file);
     QFETCH(QJsonObject, expected);
+    if (wantsMending(file)) {
+        QSKIP("objects are mended in versions of the library that are known");
+    }
     const QString readable = expected["readable"].toString();
     ExportRun run;
     const int status = run.run(file);
