@@ -2,13 +2,15 @@
 #                       [NEEDS program...] [LABELS label...])
 # One program for the tests of a room: "ROOM_tests NAME" runs test_NAME.cpp, and ctest knows it as
 # "ROOM.NAME". WINDOW tests link the window's classes and their pictures, run on the offscreen
-# platform and stand in a program of their own, "ROOM_window_tests". SOURCES are what the tests share,
-# NEEDS the programs that they start.
+# platform and stand in a program of their own, "ROOM_window_tests". SOURCES are what the tests share.
+# NEEDS are the programs that they start, all of them: a test that passed is not run again until its own
+# program or one of these changes (tests/house/run_tests).
 function(quorlin_add_test_room room)
     cmake_parse_arguments(arg "WINDOW" "" "TESTS;SOURCES;LIBRARIES;NEEDS;LABELS" ${ARGN})
     if(arg_WINDOW)
         set(program "${room}_window_tests")
         set(main quorlin_window_room)
+        list(APPEND arg_NEEDS fake_tool)
         list(APPEND arg_LIBRARIES ${main} quorlin_test_support quorlin_icons)
         list(APPEND arg_LABELS gui)
     else()
@@ -36,7 +38,7 @@ function(quorlin_add_test_room room)
     endif()
     foreach(name ${arg_TESTS})
         quorlin_add_test_source(${program} test_${name}.cpp)
-        quorlin_name_test(${room} ${name} ${program} "${arg_LABELS}")
+        quorlin_name_test(${room} ${name} ${program} "${arg_LABELS}" ${arg_NEEDS})
     endforeach()
 endfunction()
 
@@ -50,17 +52,29 @@ function(quorlin_add_test_source program file)
     target_sources(${program} PRIVATE "${file}")
 endfunction()
 
-# Lets ctest run test NAME of PROGRAM.
+# Lets ctest run test NAME of PROGRAM, which starts the programs named last.
 function(quorlin_name_test room name program labels)
     add_test(NAME ${room}.${name} COMMAND ${program} ${name})
+    set(needed ${program} ${ARGN})
+    list(TRANSFORM needed REPLACE "(.+)" "$<TARGET_FILE:\\1>")
     # The limits end what hangs; under the sanitizers on a busy machine a batch takes minutes.
     set_tests_properties(${room}.${name} PROPERTIES LABELS "${labels}" TIMEOUT 1200
+        REQUIRED_FILES "${needed}"
         ENVIRONMENT
         "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QTEST_FUNCTION_TIMEOUT=1140000")
 endfunction()
 
+# Names programs that only TEST ("ROOM.NAME") of PROGRAM starts.
+function(quorlin_test_needs program test)
+    add_dependencies(${program} ${ARGN})
+    set(needed ${ARGN})
+    list(TRANSFORM needed REPLACE "(.+)" "$<TARGET_FILE:\\1>")
+    set_property(TEST ${test} APPEND PROPERTY REQUIRED_FILES ${needed})
+endfunction()
+
 # Gives tests ("ROOM.NAME") of this folder one more label. Those that are "long" start first, so that
-# the others keep all processors busy to the end.
+# the others keep all processors busy to the end. Those of the "tree" read sources or documents and
+# always run.
 function(quorlin_label label)
     foreach(test ${ARGN})
         set_property(TEST ${test} APPEND PROPERTY LABELS ${label})

@@ -99,6 +99,9 @@ QByteArray PdfInspector::picture(int page)
     fz_context *context = m_source.context();
     pdf_document *document = m_source.document();
     fz_pixmap *pixmap = nullptr;
+    // What was cached of glyphs and fonts for another page may show in single pixels.
+    fz_purge_glyph_cache(context);
+    fz_empty_store(context);
     m_source.attempt([context, document, page, &pixmap] {
         pixmap = fz_new_pixmap_from_page_number(context, &document->super, page - 1,
                                                 fz_scale(50.0F / 72, 50.0F / 72),
