@@ -25,6 +25,8 @@ namespace {
 constexpr double unitsPerPoint = 1.5;
 /// How far the field's edge may lie from where it was measured.
 constexpr double tolerance = 4.0;
+/// Pages of a long file. Long files are a test of their own, which runs beside the other.
+constexpr int manyPages = 200;
 
 /// Puts the real tools where the stand-ins were.
 void installTools(const QString &folder)
@@ -147,10 +149,16 @@ class TestWindowBatches : public QObject
 {
     Q_OBJECT
 
+public:
+    explicit TestWindowBatches(bool areLong = false) : m_areLong(areLong) {}
+
 private slots:
     void initTestCase();
     void everyGroupIsRight_data();
     void everyGroupIsRight();
+
+private:
+    const bool m_areLong;
 };
 
 void TestWindowBatches::initTestCase()
@@ -166,7 +174,7 @@ void TestWindowBatches::everyGroupIsRight_data()
     int counted = 0;
     const QList<CorpusFile> files = corpusFiles(QStringLiteral("batch"));
     for (const CorpusFile &file : files) {
-        if (file.counted) {
+        if (file.counted && (file.pages.constFirst() >= manyPages) == m_areLong) {
             QTest::newRow(qPrintable(file.name)) << file;
             ++counted;
         }
@@ -203,5 +211,12 @@ void TestWindowBatches::everyGroupIsRight()
     }
 }
 
+class TestLongWindowBatches : public TestWindowBatches
+{
+public:
+    TestLongWindowBatches() : TestWindowBatches(true) {}
+};
+
 QUORLIN_TEST(TestWindowBatches)
+QUORLIN_NAMED_TEST("long_window_batches", TestLongWindowBatches)
 #include "test_window_batches.moc"
