@@ -12,3 +12,14 @@
 #ifndef TOOLS_SANITIZED
 #define TOOLS_SANITIZED 0
 #endif
+
+#if defined(__SANITIZE_ADDRESS__)
+#define TOOLS_ADDRESS_SANITIZED 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define TOOLS_ADDRESS_SANITIZED 1
+#endif
+#endif
+#ifndef TOOLS_ADDRESS_SANITIZED
+#define TOOLS_ADDRESS_SANITIZED 0
+#endif

@@ -1,4 +1,5 @@
 #include "tools/common/resource_limits.h"
+#include "tools/common/sanitized_run.h"
 #include "tools/common/standard_output.h"
 #include "tools/pagexport/pagexport.h"
 
@@ -12,6 +13,7 @@ constexpr std::uint64_t gibibyte = 1ULL << 30;
 
 int main(int argc, char **argv)
 {
+    tools::noteMemoryAtStart();
     tools::openStandardStreams();
     // A full disk, a lowered limit and a closed pipe are reported as errors of the write.
     std::signal(SIGPIPE, SIG_IGN);
