@@ -50,11 +50,12 @@ int numberOf(const QString &fileName)
     return fileName.section(' ', 0, 0).toInt();
 }
 
-/// Compares one output with its group; gives what differs, or an empty text.
-QString faultOf(const QString &path, int number, const QString &base, bool pagesInName,
-                const ExpectedGroup &group, const QStringList &sourceTexts)
+/// Compares one output and the texts of its pages with its group; gives what differs, or an empty
+/// text.
+QString faultOf(const QString &name, int number, const QString &base, bool pagesInName,
+                const ExpectedGroup &group, const QStringList &texts,
+                const QStringList &sourceTexts)
 {
-    const QString name = QFileInfo(path).fileName();
     const QString key =
         keyOfOutput(name, number, base, pagesInName ? rangesOf(group.pages) : QString());
     if (key.isNull()) {
@@ -69,7 +70,7 @@ QString faultOf(const QString &path, int number, const QString &base, bool pages
     for (const int page : group.pages) {
         expectedTexts.append(sourceTexts.value(page - 1));
     }
-    return pageTexts(path) == expectedTexts ? QString() : name + ": holds other pages";
+    return texts == expectedTexts ? QString() : name + ": holds other pages";
 }
 
 /// Compares the outputs of one run with the groups of @p method; gives the first difference.
@@ -86,9 +87,14 @@ QString faultOfRun(const QString &outputFolder, const CorpusFile &file, int meth
     }
     std::sort(names.begin(), names.end(),
               [](const QString &a, const QString &b) { return numberOf(a) < numberOf(b); });
+    QStringList paths;
+    for (const QString &name : names) {
+        paths.append(folder.filePath(name));
+    }
+    const QList<QStringList> texts = pageTexts(paths);
     for (int index = 0; index < int(groups.size()); ++index) {
-        const QString fault = faultOf(folder.filePath(names.at(index)), index + 1, base,
-                                      method != 3, groups.at(index), sourceTexts);
+        const QString fault = faultOf(names.at(index), index + 1, base, method != 3,
+                                      groups.at(index), texts.value(index), sourceTexts);
         if (!fault.isEmpty()) {
             return fault;
         }

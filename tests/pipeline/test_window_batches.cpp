@@ -89,6 +89,11 @@ QString faultOf(const QDir &folder, const CorpusFile &file, int method, const QS
     if (names.size() != groups.size()) {
         return QStringLiteral("%1 outputs instead of %2").arg(names.size()).arg(groups.size());
     }
+    QStringList paths;
+    for (const QString &name : names) {
+        paths.append(folder.filePath(name));
+    }
+    const QList<QStringList> outputTexts = pageTexts(paths);
     for (qsizetype i = 0; i < groups.size(); ++i) {
         const ExpectedGroup &group = groups.at(i);
         QString expected = comparableText(group.key);
@@ -102,7 +107,7 @@ QString faultOf(const QDir &folder, const CorpusFile &file, int method, const QS
         for (const int page : group.pages) {
             pages.append(texts.value(page - 1));
         }
-        if (pageTexts(folder.filePath(names.at(i))) != pages) {
+        if (outputTexts.value(i) != pages) {
             return names.at(i) + QStringLiteral(": holds other pages");
         }
     }
