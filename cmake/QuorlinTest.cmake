@@ -1,12 +1,14 @@
-# quorlin_add_test_room(ROOM [WINDOW] TESTS name... [SOURCES file...] [LIBRARIES library...]
+# quorlin_add_test_room(ROOM [WINDOW | OUTSIDE] TESTS name... [SOURCES file...] [LIBRARIES library...]
 #                       [NEEDS program...] [LABELS label...])
 # One program for the tests of a room: "ROOM_tests NAME" runs test_NAME.cpp, and ctest knows it as
 # "ROOM.NAME". WINDOW tests link the window's classes and their pictures, run on the offscreen
-# platform and stand in a program of their own, "ROOM_window_tests". SOURCES are what the tests share.
+# platform and stand in a program of their own, "ROOM_window_tests". OUTSIDE tests only start programs and
+# look at what these write: they link nothing of the product, so no sanitizer slows them down, and stand
+# in "ROOM_outside_tests". SOURCES are what the tests share.
 # NEEDS are the programs that they start, all of them: a test that passed is not run again until its own
 # program or one of these changes (tests/house/run_tests).
 function(quorlin_add_test_room room)
-    cmake_parse_arguments(arg "WINDOW" "" "TESTS;SOURCES;LIBRARIES;NEEDS;LABELS" ${ARGN})
+    cmake_parse_arguments(arg "WINDOW;OUTSIDE" "" "TESTS;SOURCES;LIBRARIES;NEEDS;LABELS" ${ARGN})
     if(arg_WINDOW)
         set(program "${room}_window_tests")
         set(main quorlin_window_room)
@@ -15,6 +17,9 @@ function(quorlin_add_test_room room)
         list(APPEND arg_LABELS gui)
     else()
         set(program "${room}_tests")
+        if(arg_OUTSIDE)
+            set(program "${room}_outside_tests")
+        endif()
         set(main quorlin_room)
         list(APPEND arg_LIBRARIES ${main})
         list(APPEND arg_LABELS unit)
@@ -22,7 +27,12 @@ function(quorlin_add_test_room room)
     add_executable(${program} ${arg_SOURCES})
     set_target_properties(${program} PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
-    target_link_libraries(${program} PRIVATE quorlin_core ${arg_LIBRARIES})
+    if(arg_OUTSIDE)
+        set_target_properties(${program} PROPERTIES QUORLIN_STAND_IN ON)
+    else()
+        list(PREPEND arg_LIBRARIES quorlin_core)
+    endif()
+    target_link_libraries(${program} PRIVATE ${arg_LIBRARIES})
     # Headers that were read without Qt's painting are of no use to a program that has it.
     if(Qt6::Gui IN_LIST arg_LIBRARIES)
         quorlin_precompile(${program} test)

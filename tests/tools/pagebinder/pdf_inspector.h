@@ -1,18 +1,20 @@
 #pragma once
 
-#include "tools/pdf/pdf_source.h"
+#include <mupdf/fitz.h>
+#include <mupdf/pdf.h>
 
 #include <QByteArray>
-#include <QList>
 #include <QString>
 
-#include <memory>
-
-/// Looks into a PDF file.
+/// Looks into a PDF file by the PDF library alone, without any code of the tools. A file that
+/// cannot be opened has no pages, and "null" stands everywhere.
 class PdfInspector
 {
 public:
     explicit PdfInspector(const QString &path);
+    ~PdfInspector();
+    PdfInspector(const PdfInspector &) = delete;
+    PdfInspector &operator=(const PdfInspector &) = delete;
 
     int pageCount();
 
@@ -36,9 +38,13 @@ public:
     bool isEncrypted() const;
 
 private:
+    /// What @p path leads to, resolved; null for nothing. To be called inside attempt().
     pdf_obj *find(const QByteArray &path);
+    /// Appends the decoded stream @p number to @p all, of a damaged one what can be read.
+    void appendStream(int number, QByteArray &all);
+    /// Runs @p work, calls of the library. @returns whether none of them failed
+    template <typename Work> bool attempt(Work &&work);
 
-    tools::PdfContext m_context;
-    tools::SourceFile m_file;
-    tools::PdfSource m_source;
+    fz_context *m_context;
+    pdf_document *m_document = nullptr;
 };
