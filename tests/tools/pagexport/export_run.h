@@ -28,6 +28,11 @@ struct ItemLine
 class ExportRun
 {
 public:
+    ExportRun() = default;
+    virtual ~ExportRun() = default;
+    ExportRun(const ExportRun &) = delete;
+    ExportRun &operator=(const ExportRun &) = delete;
+
     QString path(const QString &name) const { return m_folder.filePath(name); }
     QString indexPath() const { return path("page.xml"); }
 
@@ -46,14 +51,13 @@ public:
         return run(save(pdf), options);
     }
     /// Calls the tool with just these arguments; gives its status, -1 when it did not end well.
-    int call(const QStringList &arguments)
+    virtual int call(const QStringList &arguments)
     {
         QProcess process;
         process.setStandardInputFile(QProcess::nullDevice());
         process.start(QStringLiteral(QUORLIN_BIN_DIR "/pagexport"), arguments);
         const bool ended = process.waitForFinished(300000);
-        m_errors = process.readAllStandardError();
-        m_output = process.readAllStandardOutput();
+        setWritten(process.readAllStandardOutput(), process.readAllStandardError());
         return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     }
 
@@ -98,6 +102,13 @@ public:
             }
         }
         return result;
+    }
+
+protected:
+    void setWritten(const QByteArray &output, const QByteArray &errors)
+    {
+        m_output = output;
+        m_errors = errors;
     }
 
 private:

@@ -202,14 +202,13 @@ void BoundsTest::smallFilesTakeLittle()
     QVERIFY(pdf.build().size() < 1'000'000);
     ExportRun run;
     const QString input = run.save(pdf);
-    for (const QStringList &options : {QStringList{}, QStringList{"-f", "2", "-l", "2"}}) {
+    for (const QStringList &options : {QStringList{"-f", "2", "-l", "2"}, QStringList{}}) {
         const double before = use().seconds;
         QCOMPARE(run.run(input, options), 0);
         const double taken = use().seconds - before;
         QVERIFY2(taken < mostSeconds, qPrintable(QString::number(taken) + " s"));
         QVERIFY2(use().kilobytes < mostKilobytes, qPrintable(QString::number(use().kilobytes)));
     }
-    QCOMPARE(run.run(input), 0);
     const qsizetype pages = run.written().size() - 1;
     QCOMPARE(run.texts(1), QStringList("first"));
     QCOMPARE(run.texts(static_cast<int>(pages)), QStringList("last"));

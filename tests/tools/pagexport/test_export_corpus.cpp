@@ -1,6 +1,6 @@
 #include "tests/support/room.h"
 #include "tests/tools/mended_files.h"
-#include "tests/tools/pagexport/export_run.h"
+#include "tests/tools/pagexport/export_here.h"
 
 #include <QFileInfo>
 #include <QImage>
@@ -110,7 +110,7 @@ void TestExportCorpus::accountStandsAtOnePlaceOnEveryPage()
 {
     QFETCH(QString, file);
     QFETCH(QJsonObject, expected);
-    ExportRun whole;
+    ExportHere whole;
     QCOMPARE(whole.run(file), 0);
     const QJsonArray accounts = expected["accounts"].toArray();
     const QJsonObject field = expected["field"].toObject();
@@ -135,7 +135,7 @@ void TestExportCorpus::accountStandsAtOnePlaceOnEveryPage()
             found == wanted || (isRightToLeft && reversed(found) == wanted),
             qPrintable(QStringLiteral("page %1: \"%2\" for \"%3\"").arg(page).arg(found, wanted)));
     }
-    ExportRun single;
+    ExportHere single;
     const QString last = QString::number(std::min<qsizetype>(accounts.size(), 7));
     QCOMPARE(single.run(file, {"-f", last, "-l", last}), 0);
     QCOMPARE(single.content("page_pg_0001.htm"), whole.content(ExportRun::pageName(last.toInt())));
@@ -154,7 +154,7 @@ void TestExportCorpus::everyFileEndsAsItShould()
         QSKIP("objects are mended in versions of the library that are known");
     }
     const QString readable = expected["readable"].toString();
-    ExportRun run;
+    ExportHere run;
     const int status = run.run(file);
     if (readable == "yes") {
         QCOMPARE(status, 0);

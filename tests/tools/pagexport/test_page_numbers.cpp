@@ -1,7 +1,7 @@
 // Page trees that lie about their pages: whatever number a page goes by, its text and the page that
 // a merge writes are the same page's, or texts would name the wrong outputs.
 
-#include "export_run.h"
+#include "export_here.h"
 #include "tests/support/room.h"
 
 #include <QRandomGenerator>
@@ -9,6 +9,7 @@
 
 #include <functional>
 
+using quorlin::test::ExportHere;
 using quorlin::test::ExportRun;
 using quorlin::test::PdfBuilder;
 using quorlin::test::reference;
@@ -22,7 +23,9 @@ public:
     int page()
     {
         const char name = static_cast<char>('A' + m_pages++ % 26);
-        return pdf.addPage(std::string("BT /F1 12 Tf 72 700 Td (") + name + ") Tj ET");
+        // Small, because each is drawn several times.
+        return pdf.addPage(std::string("BT /F1 12 Tf 12 12 Td (") + name + ") Tj ET",
+                           {.mediaBox = "[0 0 60 40]"});
     }
     int node(const std::string &count, const std::vector<int> &kids)
     {
@@ -155,7 +158,7 @@ qsizetype pageFiles(const ExportRun &run)
 /// that merges write. @returns the texts, "-" for a page that could not be read
 QString textsOfEveryWay(const PdfBuilder &pdf)
 {
-    ExportRun run;
+    ExportHere run;
     const QString input = run.save(pdf);
     const int pages = countedPages(input, run.path("answer.txt"));
     if (pages == 0) {
@@ -165,7 +168,7 @@ QString textsOfEveryWay(const PdfBuilder &pdf)
         return "the tools count differently";
     }
     const QString texts = joined(run, pages);
-    ExportRun alone;
+    ExportHere alone;
     QStringList single;
     for (int page = 1; page <= pages; ++page) {
         const QString number = QString::number(page);
@@ -183,7 +186,7 @@ QString textsOfEveryWay(const PdfBuilder &pdf)
     if (!isWritten(status) || (status == 3) != texts.split(' ').contains("-")) {
         return "merged with status " + QString::number(status);
     }
-    ExportRun merged;
+    ExportHere merged;
     if (merged.run(output) != 0 || joined(merged, pages) != texts) {
         return "merged " + joined(merged, pages) + ", read " + texts;
     }
@@ -478,7 +481,7 @@ void TestPageNumbers::pagesInTheListBesideOthers()
     tree.pdf.setPageTree("<</Type/Pages/Count 3/Kids[" + reference(first) +
                          "<</Type/Page/MediaBox[0 0 595 842]/Contents " + reference(content) +
                          "/Resources<</Font<</F1 3 0 R>>>>>>" + reference(last) + "]>>");
-    ExportRun run;
+    ExportHere run;
     QCOMPARE(run.call({"-items", "-threads", "1", run.save(tree.pdf)}), 0);
     QStringList texts;
     for (const QByteArray &line : run.output().split('\n')) {
@@ -496,7 +499,7 @@ void TestPageNumbers::sizesComeFromThePageOrTheNodesAboveIt()
     const int own = tree.pdf.add("<</Type/Page/MediaBox[0 0 300 100]/Rotate 0>>");
     tree.pdf.setPageTree("<</Type/Pages/Count 2/MediaBox[0 0 200 100]/Rotate 90/Kids[" +
                          reference(taken) + ' ' + reference(own) + "]>>");
-    ExportRun run;
+    ExportHere run;
     const QString input = run.save(tree.pdf);
     const QString output = run.path("merged.pdf");
     QCOMPARE(runBinder({input, "-merge", "1-2", "-outfile", output}), 0);
