@@ -27,8 +27,8 @@ extern "C" int __lsan_is_turned_off()
     return __sanitizer_get_current_allocated_bytes() == bytesAtStart;
 }
 
-// Undefined behaviour ends a tool by an illegal instruction (tools/CMakeLists.txt); this names its
-// place.
+// Undefined behaviour ends a tool by an illegal instruction (cmake/QuorlinSettings.cmake); this
+// names its place.
 extern "C" const char *__asan_default_options()
 {
     return "handle_sigill=1";
